@@ -1,0 +1,98 @@
+# Everything from a fresh clone: `make demo`, `make test`. Nothing has to be set up before but g++, make, git and
+# a Python 3; whatever else is needed goes into .venv and build.
+
+VENV ?= .venv
+BUILD ?= build
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+
+deps := $(BUILD)/deps
+release := $(BUILD)/release
+sanitize := $(BUILD)/sanitize
+venv_ready := $(VENV)/ready
+sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
+
+# The programs of the virtual environment come first: cmake, ninja, pytest.
+export PATH := $(abspath $(VENV))/bin:$(PATH)
+in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_STATE_HOME=$(abspath $(release))/state
+configure = cmake --log-level=NOTICE --preset $(1) -B $(BUILD)/$(1) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
+	-DMOX_DEPS_DIR=$(abspath $(deps))
+
+.PHONY: help venv deps build demo test test-sanitize test-wheel wheel bench format lint tidy clean
+.DEFAULT_GOAL := help
+
+help:
+	@echo "make demo           read the sample trial, print a summary, save a plot"
+	@echo "make test           C++ and Python tests"
+	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
+	@echo "make wheel          a self-contained wheel in dist/"
+	@echo "make test-wheel     install that wheel into an empty environment and import it"
+	@echo "make bench          compare reading with a plain C++ program and other readers"
+	@echo "make build          the module alone, in $(release)/package"
+	@echo "make format, lint, tidy, clean"
+
+venv: $(venv_ready)
+
+# Dependencies that are installed on the machine are not fetched; configuring finds out.
+deps: $(release)/configured
+
+$(venv_ready): pyproject.toml tools/find_python.sh tools/make_venv.sh
+	@echo "Making $(VENV)"
+	@interpreter=$$(tools/find_python.sh $(BUILD)/python) && \
+		tools/make_venv.sh $(VENV) "$$interpreter" $(deps)
+	@touch $@
+
+$(release)/configured: $(venv_ready) $(sources)
+	@$(call configure,release) -DMOX_BUILD_TESTS=ON -DMOX_BUILD_BENCHMARKS=ON
+	@touch $@
+
+$(sanitize)/configured: $(venv_ready) $(sources)
+	@$(call configure,sanitize) -DMOX_BUILD_BENCHMARKS=OFF
+	@touch $@
+
+build: $(release)/configured
+	@cmake --build $(release) --parallel $(JOBS) --target mox_package
+
+demo: build
+	@$(in_build_tree) python examples/demo.py
+
+test: $(release)/configured
+	@cmake --build $(release) --parallel $(JOBS)
+	@python tools/run_tests.py $(release)
+
+test-sanitize: $(sanitize)/configured
+	@cmake --build $(sanitize) --parallel $(JOBS)
+	@python tools/run_tests.py $(sanitize) --sanitize
+
+wheel: $(venv_ready)
+	@python -m pip wheel -qq --no-deps --no-build-isolation --wheel-dir dist \
+		--config-settings=cmake.define.MOX_DEPS_DIR=$(abspath $(deps)) .
+	@ls dist/*.whl
+
+test-wheel: wheel
+	@python tools/check_wheel.py dist
+
+bench: $(release)/configured
+	@cmake --build $(release) --parallel $(JOBS)
+	@$(in_build_tree) python benchmarks/run.py --build $(release)
+
+cpp_files = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp')
+
+format: $(venv_ready)
+	@clang-format -i $(cpp_files)
+	@ruff format --quiet .
+	@ruff check --quiet --fix .
+
+lint: $(venv_ready)
+	clang-format --dry-run --Werror $(cpp_files)
+	ruff format --quiet --check .
+	ruff check --quiet .
+	mypy
+
+# Minutes, not seconds: the analyzer follows every path.
+tidy: $(release)/configured
+	@python -m pip install -qq --group tidy
+	@cmake --build $(release) --parallel $(JOBS)
+	@run-clang-tidy.py -quiet -j $(JOBS) -p $(release) '$(CURDIR)/(platform|plugins|store|acquisition|api|module)/'
+
+clean:
+	rm -rf $(BUILD) dist

@@ -1,0 +1,23 @@
+# mox::build_flags: language standard, warnings, visibility and sanitizers of our own targets, said once.
+# Link it PRIVATE. Warnings become errors with CMAKE_COMPILE_WARNING_AS_ERROR (presets dev and sanitize).
+add_library(mox_build_flags INTERFACE)
+add_library(mox::build_flags ALIAS mox_build_flags)
+
+set(mox_gnu_like "$<NOT:$<CXX_COMPILER_ID:MSVC>>")
+
+target_compile_features(mox_build_flags INTERFACE cxx_std_20)
+target_compile_options(mox_build_flags INTERFACE
+    "$<IF:${mox_gnu_like},-Wall;-Wextra;-Wpedantic;-Wconversion;-Wshadow,/W4;/permissive-;/utf-8>"
+    "$<${mox_gnu_like}:-fvisibility=hidden;-fvisibility-inlines-hidden>")
+# Includes start with the folder ("store/typed_access.hpp"), whoever writes them.
+target_include_directories(mox_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+# Static libraries and object libraries end up in shared ones.
+set_target_properties(mox_build_flags PROPERTIES INTERFACE_POSITION_INDEPENDENT_CODE ON)
+
+if(MOX_SANITIZE)
+    list(JOIN MOX_SANITIZE "," mox_sanitizers)
+    # The first finding ends the program, so that a test cannot pass over it.
+    set(mox_sanitize_flags "-fsanitize=${mox_sanitizers}" -fno-sanitize-recover=all)
+    target_compile_options(mox_build_flags INTERFACE ${mox_sanitize_flags} -fno-omit-frame-pointer)
+    target_link_options(mox_build_flags INTERFACE ${mox_sanitize_flags})
+endif()

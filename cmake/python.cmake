@@ -1,0 +1,16 @@
+# mox::python: the interpreter's and NumPy's headers with the API levels that this module keeps to.
+find_package(Python 3.11 REQUIRED COMPONENTS Interpreter Development.Module NumPy)
+
+add_library(mox_python INTERFACE)
+add_library(mox::python ALIAS mox_python)
+target_link_libraries(mox_python INTERFACE Python::Module Python::NumPy)
+# Built against the headers of NumPy 2, runs from NumPy 1.20's C API upwards.
+target_compile_definitions(mox_python INTERFACE
+    NPY_TARGET_VERSION=NPY_1_20_API_VERSION
+    NPY_NO_DEPRECATED_API=NPY_1_20_API_VERSION)
+
+if(Python_NumPy_VERSION VERSION_LESS 2)
+    message(FATAL_ERROR
+        "NumPy ${Python_NumPy_VERSION} was found; the headers of NumPy 2 are needed to build a module "
+        "that runs with NumPy 1.26 and 2.")
+endif()

@@ -1,0 +1,25 @@
+#!/bin/sh
+# Makes the virtual environment for development: make_venv.sh VENV INTERPRETER PIP_FOLDER
+# PIP_FOLDER serves only an interpreter without pip: Debian's pip is unpacked there.
+set -eu
+
+venv=$1
+interpreter=$2
+pip_folder=$3
+tools=$(dirname "$0")
+
+if "$venv/bin/python" -m pip --version >/dev/null 2>&1; then
+    : # Made before: only its packages are brought up to date.
+elif ! "$interpreter" -m venv --clear "$venv" >/dev/null 2>&1; then
+    "$interpreter" -m venv --clear --without-pip "$venv"
+    wheels=$pip_folder/usr/share/python-wheels
+    ls "$wheels"/pip-*.whl >/dev/null 2>&1 ||
+        python3 "$tools/fetch_packages.py" --into "$pip_folder" python3-pip-whl
+    for wheel in "$wheels"/pip-*.whl; do
+        "$venv/bin/python" "$wheel/pip" install -qq "$wheel"
+    done
+fi
+
+# Dependency groups are known to pip from 25.1 on.
+"$venv/bin/python" -m pip install -qq --upgrade "pip>=25.1"
+"$venv/bin/python" -m pip install -qq --group "$tools/../pyproject.toml:dev"
