@@ -1,0 +1,50 @@
+#include <anvil/io_file.hpp>
+
+#include "platform/anvil/src/path_text.hpp"
+#include "platform/anvil/src/read_file.hpp"
+#include "platform/anvil/src/write_file.hpp"
+
+namespace anvil {
+
+/// At most one of reader and writer is open.
+struct io_file::state {
+    read_file reader;
+    write_file writer;
+    std::filesystem::path path; ///< of the last open, whether it succeeded or not
+};
+
+io_file::io_file() : state_{std::make_unique<state>()} {}
+
+io_file::~io_file() = default;
+
+void io_file::open(const std::filesystem::path& path, int mode) {
+    close();
+    state_->path = path;
+    if (mode == io_read)
+        state_->reader.open(path);
+    if (mode == io_write)
+        state_->writer.open(path);
+}
+
+void io_file::close() {
+    state_->reader.close();
+    state_->writer.close();
+}
+
+bool io_file::is_open() const noexcept {
+    return state_->reader.is_open() || state_->writer.is_open();
+}
+
+std::uint64_t io_file::size() const noexcept { return state_->reader.size(); }
+
+io_result io_file::read_at(std::uint64_t offset, std::span<std::byte> buffer) noexcept {
+    return state_->reader.read_at(offset, buffer);
+}
+
+io_result io_file::write(std::span<const std::byte> bytes) noexcept {
+    return state_->writer.write(bytes);
+}
+
+std::string io_file::name() const { return path_to_utf8(state_->path); }
+
+} // namespace anvil

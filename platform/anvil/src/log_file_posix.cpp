@@ -1,0 +1,104 @@
+#include "platform/anvil/src/log_file.hpp"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/anvil/src/regular_file_posix.hpp"
+
+namespace anvil {
+
+namespace {
+
+/// An advisory lock that is not waited for. Released by hand as well as by closing the file: a
+/// child that was forked meanwhile holds the same open file and would keep the lock.
+class rotation_lock {
+  public:
+    explicit rotation_lock(int descriptor) noexcept
+        : descriptor_{descriptor}, result_{::flock(descriptor, LOCK_EX | LOCK_NB)},
+          error_{result_ == 0 ? 0 : errno} {}
+    rotation_lock(const rotation_lock&) = delete;
+    rotation_lock& operator=(const rotation_lock&) = delete;
+    ~rotation_lock() {
+        if (result_ == 0)
+            ::flock(descriptor_, LOCK_UN);
+    }
+
+    /// A file system that knows no locks does not keep the file from being renamed.
+    [[nodiscard]] bool is_held_by_another() const noexcept {
+        return result_ != 0 && error_ == EWOULDBLOCK;
+    }
+
+  private:
+    int descriptor_;
+    int result_;
+    int error_;
+};
+
+} // namespace
+
+void empty_log_file(const std::filesystem::path& path) noexcept {
+    const auto file = open_regular_file(path, O_WRONLY);
+    // A file that cannot be emptied keeps its lines, and new ones follow them.
+    if (file.is_open())
+        static_cast<void>(::ftruncate(static_cast<int>(file.value()), 0));
+}
+
+log_file::log_file(std::filesystem::path path) : path_{std::move(path)}, former_path_{path_} {
+    former_path_ += ".1";
+}
+
+bool log_file::open() noexcept {
+    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT;
+    file_ = open_regular_file(path_, flags);
+    if (!file_.is_open() && errno == ENOENT) {
+        try {
+            std::error_code error;
+            std::filesystem::create_directories(path_.parent_path(), error);
+        } catch (...) {
+            return false; // out of memory
+        }
+        file_ = open_regular_file(path_, flags);
+    }
+    return is_open();
+}
+
+std::optional<std::uint64_t> log_file::size() const noexcept {
+    struct ::stat opened {};
+    struct ::stat named {};
+    if (::fstat(static_cast<int>(file_.value()), &opened) != 0)
+        return {};
+    if (::stat(path_.c_str(), &named) != 0)
+        return {};
+    if (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino)
+        return {};
+    return static_cast<std::uint64_t>(opened.st_size);
+}
+
+bool log_file::set_aside() noexcept {
+    {
+        const rotation_lock lock{static_cast<int>(file_.value())};
+        if (lock.is_held_by_another())
+            return false;
+        // Whoever held the lock before may have renamed the file; then the path leads to the next
+        // one.
+        if (size() && ::rename(path_.c_str(), former_path_.c_str()) != 0)
+            return false;
+    }
+    close();
+    return true;
+}
+
+std::size_t log_file::append(std::string_view lines) noexcept {
+    for (;;) {
+        const auto count = ::write(static_cast<int>(file_.value()), lines.data(), lines.size());
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno != EINTR)
+            return 0;
+    }
+}
+
+} // namespace anvil

@@ -1,0 +1,40 @@
+#include "platform/anvil/src/regular_file_posix.hpp"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace anvil {
+
+namespace {
+
+/// `file` itself, or a duplicate beyond the standard streams: in a process that was started without
+/// them the file would become standard output or error, and whatever is printed would go into it.
+file_handle beyond_standard_streams(file_handle file) noexcept {
+    if (!file.is_open() || file.value() > STDERR_FILENO)
+        return file;
+    return file_handle{::fcntl(static_cast<int>(file.value()), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
+}
+
+} // namespace
+
+file_handle open_regular_file(const std::filesystem::path& path, int flags) noexcept {
+    constexpr ::mode_t permissions = 0666; // less the process's umask
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, permissions);
+    } while (descriptor == -1 && errno == EINTR);
+
+    auto file = beyond_standard_streams(file_handle{descriptor});
+    struct ::stat about {};
+    if (!file.is_open() || ::fstat(static_cast<int>(file.value()), &about) != 0)
+        return {};
+    if (!S_ISREG(about.st_mode)) {
+        errno = S_ISDIR(about.st_mode) ? EISDIR : EINVAL;
+        return {};
+    }
+    return file;
+}
+
+} // namespace anvil

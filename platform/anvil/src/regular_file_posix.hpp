@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/anvil/src/file_handle.hpp"
+
+namespace anvil {
+
+/// Opens `path` with the flags of open(2) if it is a regular file, or makes it one where O_CREAT is
+/// given. Never waits for the other end of a pipe. Not open on failure, with the cause in errno.
+[[nodiscard]] file_handle open_regular_file(const std::filesystem::path& path, int flags) noexcept;
+
+} // namespace anvil

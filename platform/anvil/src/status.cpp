@@ -1,0 +1,30 @@
+#include <anvil/status.hpp>
+
+#include <iterator>
+#include <utility>
+
+namespace anvil {
+
+status status::failure(std::string message) {
+    status result;
+    result.messages_.push_back(std::move(message));
+    return result;
+}
+
+status& status::add(status step) {
+    messages_.insert(messages_.end(), std::make_move_iterator(step.messages_.begin()),
+                     std::make_move_iterator(step.messages_.end()));
+    return *this;
+}
+
+std::string status::message(const std::string& separator) const {
+    std::string text;
+    for (const auto& message : messages_) {
+        if (&message != &messages_.front())
+            text += separator;
+        text += message;
+    }
+    return text;
+}
+
+} // namespace anvil
