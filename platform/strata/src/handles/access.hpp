@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include <strata/data_attribute.hpp>
+#include <strata/data_group.hpp>
+#include <strata/data_selection.hpp>
+#include <strata/data_set.hpp>
+#include <strata/plugin/channel_buffer.hpp>
+
+#include "platform/strata/src/tree/group_node.hpp"
+
+namespace strata::detail {
+
+/// The one place that looks behind the public handles.
+struct access {
+    static data_group handle(counted_ptr<group_node> node) noexcept {
+        data_group group;
+        group.node_ = std::move(node);
+        return group;
+    }
+    static data_set handle(counted_ptr<set_entry> entry) noexcept {
+        data_set set;
+        set.entry_ = std::move(entry);
+        return set;
+    }
+    static data_attribute handle(counted_ptr<attribute_node> node) noexcept {
+        data_attribute attribute;
+        attribute.node_ = std::move(node);
+        return attribute;
+    }
+    static data_selection selection(counted_ptr<set_content> content, const element_box& box) noexcept {
+        data_selection selection;
+        selection.content_ = std::move(content);
+        selection.box_ = box;
+        return selection;
+    }
+
+    static group_node* node(const data_group& group) noexcept { return group.node_.get(); }
+    static set_entry* entry(const data_set& set) noexcept { return set.entry_.get(); }
+    static attribute_node* node(const data_attribute& attribute) noexcept { return attribute.node_.get(); }
+};
+
+} // namespace strata::detail

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/strata/src/tree/attribute_node.hpp"
+#include "platform/strata/src/tree/named_list.hpp"
+
+namespace strata::detail {
+
+/// The attributes of a group or of a set. Names are taken as they are, not as paths.
+class attribute_list {
+  public:
+    [[nodiscard]] attribute_node* find(std::string_view name) const noexcept { return nodes_.find(name); }
+
+    /// Throws store_error when the name is taken, empty or contains a separator.
+    counted_ptr<attribute_node> create(std::string_view name, const data_shape& shape, data_type type);
+    counted_ptr<attribute_node> create(std::string_view name, element_array elements);
+
+    /// Adds a copy, in the place of an attribute of that name if there is one.
+    void copy(const attribute_node& attribute);
+
+    /// Throws store_error when there is no such attribute.
+    void remove(std::string_view name);
+
+    [[nodiscard]] std::vector<std::string> names() const { return nodes_.names(); }
+
+  private:
+    void require_free(std::string_view name) const;
+    counted_ptr<attribute_node> add(counted_ptr<attribute_node> node);
+
+    named_list<attribute_node> nodes_;
+};
+
+} // namespace strata::detail
