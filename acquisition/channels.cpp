@@ -1,0 +1,87 @@
+#include "acquisition/channels.hpp"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "acquisition/layout.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+std::string set_name_of(const std::string& label) {
+    auto name = label;
+    std::ranges::replace_if(name, [](char c) { return c == '/' || c == '\\'; }, '_');
+    return name;
+}
+
+} // namespace
+
+strata::data_group create_device_group(strata::data_group parent, const std::string& name,
+                                       const std::string& device_type) {
+    auto group = parent.create_group(name);
+    create_text(group, attribute::device_type, device_type);
+    write_or_create(group, attribute::num_samples, std::int64_t{0});
+    write_or_create(group, attribute::sample_rate, 0.0);
+    write_or_create(group, attribute::start_time, 0.0);
+    return group;
+}
+
+std::uint64_t components_of(const strata::data_group& group) {
+    return read<std::string>(group.retrieve_attribute(attribute::device_type)) == layout::device::mocap ? 3 : 1;
+}
+
+std::uint64_t samples_of(const strata::data_group& group) {
+    return read<std::uint64_t>(group.retrieve_attribute(attribute::num_samples));
+}
+
+std::string unnamed_channel(std::int32_t index) {
+    return fmt::format("unamed_{}", index);
+}
+
+strata::data_set create_channel(strata::data_group group, const std::string& label, std::int32_t index,
+                                const std::string& description) {
+    const auto name = set_name_of(label);
+    if (group.exists_set(name)) {
+        throw_runtime_error(fmt::format(
+            "You are trying to add a channel that already exists : '{}' already exists at given location", label));
+    }
+    const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
+                                    static_cast<std::int64_t>(samples_of(group))},
+                                   false);
+    auto set = group.create_set(name, shape, strata::data_type::float64);
+    create_text(set, attribute::description, description);
+    write_or_create(set, attribute::relative_set_index, index);
+    create_text(set, attribute::label, label);
+    create_text(set, attribute::unit, "Unknown");
+    write_or_create(set, attribute::sample_rate, read<double>(group.retrieve_attribute(attribute::sample_rate)));
+    write_or_create(set, attribute::start_time, read<double>(group.retrieve_attribute(attribute::start_time)));
+    return set;
+}
+
+strata::data_set create_marker(strata::data_group group, const std::string& label, std::int32_t index) {
+    auto set = create_channel(std::move(group), label, index, {});
+    create_text(set, attribute::metric_type, "marker");
+    return set;
+}
+
+strata::data_set create_analog_channel(strata::data_group group, const std::string& label, std::int32_t index,
+                                       const std::string& description) {
+    auto set = create_channel(std::move(group), label, index, description);
+    write_or_create(set, attribute::gain, std::int32_t{0});
+    write_or_create(set, attribute::offset, 0.0F);
+    write_or_create(set, attribute::scale, 1.0F);
+    create_text(set, attribute::metric_type, "Analog");
+    return set;
+}
+
+void add_analog_channels(strata::data_group group, std::int32_t first, std::int32_t last) {
+    for (auto index = first; index < last; ++index) create_analog_channel(group, unnamed_channel(index), index, {});
+}
+
+} // namespace mox

@@ -1,0 +1,68 @@
+#pragma once
+
+// Where everything of an acquisition lies in the store. Paths start at the root group.
+
+namespace mox::layout {
+
+inline constexpr char format[] = "Format";
+inline constexpr char data[] = "Format/Data";
+inline constexpr char header[] = "Format/Header";
+inline constexpr char events[] = "Format/Events";
+inline constexpr char metadata[] = "Format/Metadata";
+inline constexpr char metadata_point[] = "Format/Metadata/POINT";
+inline constexpr char metadata_analog[] = "Format/Metadata/ANALOG";
+
+inline constexpr char points[] = "Format/Data/Points";          ///< raw set of a file's points
+inline constexpr char analogs[] = "Format/Data/Analogs";        ///< raw set of a file's analog channels
+inline constexpr char analogs_export[] = "Format/Data/AnalogsExport"; ///< device group of the analog channels
+inline constexpr char markers[] = "Format/Data/Markers";
+inline constexpr char angles[] = "Format/Data/Angles";
+inline constexpr char skeleton[] = "Format/Data/Skeleton";
+
+/// Names below `data`.
+namespace name {
+inline constexpr char points[] = "Points";
+inline constexpr char analogs[] = "Analogs";
+inline constexpr char analogs_export[] = "AnalogsExport";
+inline constexpr char angles[] = "Angles";
+inline constexpr char markers[] = "Markers";
+} // namespace name
+
+/// Attributes of groups, sets and the header.
+namespace attribute {
+inline constexpr char device_type[] = "DeviceType";
+inline constexpr char num_samples[] = "NumSamples";   ///< int64
+inline constexpr char sample_rate[] = "SampleRate";   ///< float64, Hz
+inline constexpr char start_time[] = "StartTime";     ///< float64, seconds
+inline constexpr char relative_set_index[] = "RelativeSetIndex"; ///< int32
+inline constexpr char description[] = "Description";
+inline constexpr char label[] = "Label";
+inline constexpr char unit[] = "Unit";
+inline constexpr char units[] = "Units";
+inline constexpr char metric_type[] = "MetricType";
+inline constexpr char gain[] = "Gain";     ///< int32, a code
+inline constexpr char offset[] = "Offset"; ///< float32
+inline constexpr char scale[] = "Scale";   ///< float32
+inline constexpr char residuals[] = "Residuals"; ///< float32 a sample: the fourth word of the file's point records
+inline constexpr char labels[] = "Labels";
+inline constexpr char types[] = "Types";
+inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample";  ///< int32
+inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";              ///< int32
+inline constexpr char analog_values_per_frame[] = "TotalAnalogSamplesPer3dSample";       ///< int32
+inline constexpr char bits[] = "BITS";     ///< analog resolution
+inline constexpr char rate[] = "RATE";     ///< Hz, in the POINT and ANALOG parameter groups
+inline constexpr char descriptions[] = "DESCRIPTIONS";
+} // namespace attribute
+
+/// Values of `DeviceType`.
+namespace device {
+inline constexpr char mocap[] = "Mocap";
+inline constexpr char emg[] = "EMG";
+inline constexpr char adc[] = "ADC";
+inline constexpr char event_to_export[] = "EventToExport";
+inline constexpr char metadata[] = "Metadata";
+} // namespace device
+
+inline constexpr int default_analog_resolution = 12; // bits, where a file or a new acquisition says nothing else
+
+} // namespace mox::layout

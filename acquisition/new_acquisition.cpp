@@ -1,0 +1,86 @@
+#include "acquisition/new_acquisition.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "acquisition/channels.hpp"
+#include "acquisition/layout.hpp"
+#include "acquisition/point_types.hpp"
+#include "acquisition/resize_channels.hpp"
+#include "acquisition/set_sampling.hpp"
+#include "store/path_helpers.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::lifecycle {
+
+namespace {
+
+void require_count(std::string_view what, int count) {
+    if (count < 0) throw_runtime_error(fmt::format("The number of {} cannot be negative, current is : {}", what, count));
+}
+
+} // namespace
+
+strata::data_store empty_acquisition() {
+    strata::data_store acquisition;
+    auto root = acquisition.root();
+    auto format = root.create_group(layout::format);
+    auto data = root.create_group(layout::data);
+    auto metadata = root.create_group(layout::metadata);
+    auto analog_parameters = root.create_group(layout::metadata_analog);
+    write_or_create(analog_parameters, layout::attribute::bits, std::int32_t{layout::default_analog_resolution});
+    auto header = root.create_group(layout::header);
+    write_or_create(header, layout::attribute::analog_samples_per_frame, std::int32_t{0});
+    write_or_create(header, layout::attribute::interpolation_gap, std::int32_t{0});
+    write_or_create(header, layout::attribute::analog_values_per_frame, std::int32_t{0});
+    auto events = root.create_group(layout::events);
+    create_text(events, layout::attribute::device_type, layout::device::event_to_export);
+    for (const auto& type : point_types)
+        create_device_group(data, std::string(type.group_name), layout::device::mocap);
+    create_device_group(data, layout::name::analogs_export, layout::device::emg);
+    create_text(metadata, layout::attribute::device_type, layout::device::metadata);
+    return acquisition;
+}
+
+strata::data_store new_acquisition(int points, int frames, int analogs, int ratio) {
+    require_count("points", points);
+    require_count("frames", frames);
+    require_count("analog channels", analogs);
+    sampling::require_ratio(ratio);
+    const auto wide = [](int count) { return static_cast<std::uint64_t>(count); };
+    require_memory(frames * (3.0 * points + static_cast<double>(analogs) * ratio));
+
+    auto acquisition = empty_acquisition();
+    auto root = acquisition.root();
+    std::vector<group_extent> extents;
+    for (const auto& type : point_types) extents.push_back({retrieve_group(root, type.path), wide(frames)});
+    resize_device_groups(extents);
+    sampling::set_analog_samples_per_frame(acquisition, ratio);
+    auto markers = retrieve_group(root, layout::markers);
+    for (std::int32_t index = 0; index < points; ++index) create_marker(markers, unnamed_channel(index), index);
+    add_analog_channels(retrieve_group(root, layout::analogs_export), 0, analogs);
+    return acquisition;
+}
+
+strata::data_store new_acquisition() {
+    return new_acquisition(0, 0, 0, 1);
+}
+strata::data_store new_acquisition(int points) {
+    return new_acquisition(points, 0, 0, 1);
+}
+strata::data_store new_acquisition(int points, int frames) {
+    return new_acquisition(points, frames, 0, 1);
+}
+strata::data_store new_acquisition(int points, int frames, int analogs) {
+    return new_acquisition(points, frames, analogs, 1);
+}
+
+void close_acquisition(strata::data_store /*acquisition*/) {}
+
+void delete_acquisition(strata::data_store /*acquisition*/) {}
+
+} // namespace mox::lifecycle

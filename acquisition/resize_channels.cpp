@@ -1,0 +1,76 @@
+#include "acquisition/resize_channels.hpp"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <vector>
+
+#include <strata/data_store.hpp>
+
+#include "acquisition/channels.hpp"
+#include "acquisition/layout.hpp"
+#include "store/path_helpers.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+void fill_from(const strata::data_set& set, std::uint64_t components, std::uint64_t first, std::uint64_t samples,
+               double value) {
+    const std::array<std::uint64_t, 6> box{0, components, 0, 1, first, samples - first};
+    write_vector(set.select(box.data(), box.size(), true), std::vector<double>(components * (samples - first), value));
+}
+
+void resize_residuals(strata::data_set set, std::uint64_t samples) {
+    if (!set.exists_attribute(attribute::residuals)) return;
+    auto residuals = read_vector<float>(set.retrieve_attribute(attribute::residuals));
+    residuals.resize(samples, -1.0F);
+    set.delete_attribute(attribute::residuals);
+    auto created = set.create_attribute(attribute::residuals,
+                                        strata::data_shape({static_cast<std::int64_t>(samples)}, false),
+                                        strata::data_type::float32);
+    write_vector(created, residuals);
+}
+
+void resize_device_group(strata::data_group group, std::uint64_t samples) {
+    const auto components = components_of(group);
+    const std::array<std::uint64_t, 3> extent{components, 1, samples};
+    for (auto set : sets_of(group)) {
+        const auto held = static_cast<std::uint64_t>(set.shape(false).dimensions().back());
+        set.resize(extent.data(), extent.size());
+        if (components == 3 && samples > held)
+            fill_from(set, components, held, samples, std::numeric_limits<double>::quiet_NaN());
+        resize_residuals(set, samples);
+    }
+    write_or_create(group, attribute::num_samples, static_cast<std::int64_t>(samples));
+}
+
+} // namespace
+
+void require_memory(double elements) {
+    constexpr double most = 1e18;
+    const auto count = static_cast<std::int64_t>(std::min(elements, most));
+    // The store takes memory without touching it, so asking costs nothing.
+    strata::data_store scratch;
+    scratch.root().create_set("elements", strata::data_shape({count}, false), strata::data_type::float64);
+}
+
+void require_memory(const std::vector<group_extent>& extents) {
+    double growth = 0.0;
+    for (const auto& [group, samples] : extents) {
+        if (samples <= samples_of(group)) continue;
+        const auto channels = group.list_set_children_name().size() * components_of(group);
+        growth += static_cast<double>(channels) * static_cast<double>(samples);
+    }
+    require_memory(growth);
+}
+
+void resize_device_groups(const std::vector<group_extent>& extents) {
+    require_memory(extents);
+    for (const auto& [group, samples] : extents) resize_device_group(group, samples);
+}
+
+} // namespace mox

@@ -1,0 +1,75 @@
+#include "acquisition/sampling.hpp"
+
+#include "acquisition/layout.hpp"
+#include "store/path_helpers.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::sampling {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+double of_group(const strata::data_store& acquisition, const char* path, const char* attribute_name) {
+    const auto group = retrieve_group(acquisition.root(), path);
+    return read<double>(group.retrieve_attribute(attribute_name));
+}
+
+/// An attribute of the raw set `set_name`, which only a file's acquisition has, else of the device group `group_path`.
+double raw_or_group(const strata::data_store& acquisition, const char* set_name, const char* group_path,
+                    const char* attribute_name) {
+    const auto data = retrieve_group(acquisition.root(), layout::data);
+    if (data.exists_set(set_name))
+        return read<double>(data.retrieve_set(set_name).retrieve_attribute(attribute_name));
+    return of_group(acquisition, group_path, attribute_name);
+}
+
+float markers_attribute(const strata::data_group& markers, const char* attribute_name) {
+    return read<float>(markers.retrieve_attribute(attribute_name));
+}
+
+} // namespace
+
+double point_frequency(strata::data_store acquisition) {
+    return raw_or_group(acquisition, layout::name::points, layout::angles, attribute::sample_rate);
+}
+
+double point_frame_number(strata::data_store acquisition) {
+    return raw_or_group(acquisition, layout::name::points, layout::angles, attribute::num_samples);
+}
+
+double analog_frequency(strata::data_store acquisition) {
+    return raw_or_group(acquisition, layout::name::analogs, layout::analogs_export, attribute::sample_rate);
+}
+
+double analog_frame_number(strata::data_store acquisition) {
+    return of_group(acquisition, layout::analogs_export, attribute::num_samples);
+}
+
+double analog_samples_per_frame(strata::data_store acquisition) {
+    return of_group(acquisition, layout::header, attribute::analog_samples_per_frame);
+}
+
+double analog_resolution(strata::data_store acquisition) {
+    const auto group = retrieve_group(acquisition.root(), layout::metadata_analog);
+    return read<double>(group.retrieve_attribute(attribute::bits), layout::default_analog_resolution);
+}
+
+double interpolation_gap(strata::data_store acquisition) {
+    return of_group(acquisition, layout::header, attribute::interpolation_gap);
+}
+
+double first_frame(strata::data_store acquisition) {
+    const auto markers = retrieve_group(acquisition.root(), layout::markers);
+    return static_cast<double>(markers_attribute(markers, attribute::sample_rate) *
+                               markers_attribute(markers, attribute::start_time));
+}
+
+double last_frame(strata::data_store acquisition) {
+    const auto markers = retrieve_group(acquisition.root(), layout::markers);
+    return static_cast<double>(markers_attribute(markers, attribute::sample_rate) *
+                                   markers_attribute(markers, attribute::start_time) +
+                               markers_attribute(markers, attribute::num_samples) - 1.0F);
+}
+
+} // namespace mox::sampling

@@ -1,0 +1,176 @@
+#include "acquisition/set_sampling.hpp"
+
+#include <cmath>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "acquisition/layout.hpp"
+#include "acquisition/point_types.hpp"
+#include "acquisition/resize_channels.hpp"
+#include "acquisition/sampling.hpp"
+#include "store/path_helpers.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::sampling {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+/// The five point groups, in the order of their types; RuntimeError when one is missing.
+std::vector<strata::data_group> point_groups(const strata::data_group& root) {
+    std::vector<strata::data_group> groups;
+    for (const auto& type : point_types) groups.push_back(retrieve_group(root, type.path));
+    return groups;
+}
+
+/// Writes an attribute of a device group and of each of its sets.
+void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
+    write_or_create(group, name, value);
+    for (const auto& set : sets_of(group)) write_or_create(set, name, value);
+}
+
+/// Writes an attribute of a raw set, where the acquisition has that set.
+template <typename Native>
+void write_to_raw_set(const strata::data_group& root, const char* path, const char* name, Native value) {
+    if (root.exists_set(path)) write_or_create(root.retrieve_set(path), name, value);
+}
+
+/// Writes a rate into a parameter group of the file, where it has that group and parameter.
+void write_to_parameter(const strata::data_group& root, const char* path, double rate) {
+    if (!root.exists_group(path)) return;
+    auto parameter = root.retrieve_group(path).retrieve_attribute(attribute::rate);
+    if (parameter) write(parameter, rate);
+}
+
+/// Frame count of the raw points at a new rate; RuntimeError when no count can hold it.
+std::int64_t rescaled_count(double rate, double former_rate, double count) {
+    const double rescaled = rate / former_rate * count;
+    constexpr double most = 9007199254740992.0; // 2^53: counts up to here are exact
+    if (!(rescaled < most)) throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
+    return static_cast<std::int64_t>(rescaled);
+}
+
+void require_no_channels(const strata::data_group& analogs) {
+    if (!analogs.list_set_children_name().empty()) {
+        throw_runtime_error("Impossible to modify of the number of analog samples per 3D frames when the acquisition "
+                            "already contains analog channels.");
+    }
+}
+
+void require_frames(int frames) {
+    if (frames < 0)
+        throw_runtime_error(fmt::format("The number of frames cannot be negative, current is : {}", frames));
+}
+
+/// The extents of all device groups for `frames` frames with `ratio` analog samples each.
+std::vector<group_extent> extents_of(const strata::data_group& root, int frames, double ratio) {
+    std::vector<group_extent> extents;
+    for (const auto& group : point_groups(root)) extents.push_back({group, static_cast<std::uint64_t>(frames)});
+    extents.push_back({retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(frames * ratio)});
+    return extents;
+}
+
+void move_events(const strata::data_group& root, float shift) {
+    const auto events = retrieve_group(root, layout::events);
+    for (const auto& set : sets_of(events)) {
+        std::vector<float> times;
+        if (!read_vector(select_all(set), times)) continue;
+        for (auto& time : times) time += shift;
+        write_vector(select_all(set), times);
+    }
+}
+
+} // namespace
+
+void require_ratio(int ratio) {
+    if (ratio < 1) throw_runtime_error("Ratio cannot be lower than 1");
+}
+
+void set_frequency(strata::data_store acquisition, double rate) {
+    if (!std::isfinite(rate) || rate < 0.0)
+        throw_runtime_error(fmt::format("The frequency must be a positive number or 0, current is : {}", rate));
+    const auto root = acquisition.root();
+    const auto groups = point_groups(root);
+    const auto analogs = retrieve_group(root, layout::analogs_export);
+    const double analog_rate = rate * analog_samples_per_frame(acquisition);
+    const double former_rate = point_frequency(acquisition);
+    const auto count = former_rate > 0.0 ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
+
+    write_to_raw_set(root, layout::points, attribute::sample_rate, rate);
+    if (count >= 0) write_to_raw_set(root, layout::points, attribute::num_samples, count);
+    for (const auto& group : groups) write_to_group_and_sets(group, attribute::sample_rate, rate);
+    write_to_raw_set(root, layout::analogs, attribute::sample_rate, analog_rate);
+    write_to_group_and_sets(analogs, attribute::sample_rate, analog_rate);
+    write_to_parameter(root, layout::metadata_point, rate);
+    write_to_parameter(root, layout::metadata_analog, analog_rate);
+}
+
+void set_frame_number(strata::data_store acquisition, int frames) {
+    require_frames(frames);
+    const auto root = acquisition.root();
+    const auto extents = extents_of(root, frames, analog_samples_per_frame(acquisition));
+    resize_device_groups(extents);
+    write_to_raw_set(root, layout::points, attribute::num_samples, static_cast<std::int64_t>(extents.front().samples));
+    write_to_raw_set(root, layout::analogs, attribute::num_samples, static_cast<std::int64_t>(extents.back().samples));
+}
+
+void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
+    require_frames(frames);
+    require_ratio(ratio);
+    require_memory(extents_of(acquisition.root(), frames, ratio));
+    set_analog_samples_per_frame(acquisition, ratio);
+    set_frame_number(acquisition, frames);
+}
+
+void set_first_frame(strata::data_store acquisition, int first) {
+    set_first_frame(acquisition, first, 0);
+}
+
+void set_first_frame(strata::data_store acquisition, int first, int shift_events) {
+    if (first < 0) throw_runtime_error(fmt::format("The first frame cannot be negative, current is : {}", first));
+    const auto root = acquisition.root();
+    const auto markers = retrieve_group(root, layout::markers);
+    const auto rate = read<float>(markers.retrieve_attribute(attribute::sample_rate));
+    if (rate == 0.0F && first != 0)
+        throw_runtime_error("Frequency is not set, impossible to set another first frame than 0");
+    const auto groups = point_groups(root);
+    const auto analogs = retrieve_group(root, layout::analogs_export);
+    const auto former_start = read<float>(markers.retrieve_attribute(attribute::start_time));
+    const float start = first == 0 ? 0.0F : static_cast<float>(first) / rate;
+
+    if (shift_events != 0) move_events(root, start - former_start);
+    for (const auto& group : groups) write_to_group_and_sets(group, attribute::start_time, double{start});
+    write_to_group_and_sets(analogs, attribute::start_time, double{start});
+    write_to_raw_set(root, layout::points, attribute::start_time, double{start});
+    write_to_raw_set(root, layout::analogs, attribute::start_time, double{start});
+}
+
+void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
+    require_ratio(ratio);
+    const auto root = acquisition.root();
+    const auto analogs = retrieve_group(root, layout::analogs_export);
+    require_no_channels(analogs);
+    const auto header = retrieve_group(root, layout::header);
+    const auto samples = static_cast<std::int64_t>(point_frame_number(acquisition) * ratio);
+    const double rate = point_frequency(acquisition) * ratio;
+    write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
+    write_or_create(analogs, attribute::num_samples, samples);
+    write_or_create(analogs, attribute::sample_rate, rate);
+    write_to_raw_set(root, layout::analogs, attribute::num_samples, samples);
+    write_to_raw_set(root, layout::analogs, attribute::sample_rate, rate);
+}
+
+void set_analog_resolution(strata::data_store acquisition, int bits) {
+    if (bits != 8 && bits != 12 && bits != 14 && bits != 16) throw_runtime_error("Invalid analog resolution.");
+    const auto parameters = retrieve_group(acquisition.root(), layout::metadata_analog);
+    write_or_create(parameters, attribute::bits, std::int32_t{bits});
+}
+
+void set_interpolation_gap(strata::data_store acquisition, int gap) {
+    write_or_create(retrieve_group(acquisition.root(), layout::header), attribute::interpolation_gap, std::int32_t{gap});
+}
+
+} // namespace mox::sampling

@@ -1,0 +1,82 @@
+#include "api/channels/channel_lookup.hpp"
+
+#include <fmt/format.h>
+
+#include "acquisition/layout.hpp"
+#include "acquisition/point_types.hpp"
+#include "store/path_helpers.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace {
+
+// Two blanks after the colon: scripts compare these texts.
+[[noreturn]] void throw_no_such_channel(int index) {
+    throw_runtime_error(fmt::format("Unable to find channel with given index :  '{}'", index));
+}
+[[noreturn]] void throw_no_such_channel(const std::string& label) {
+    throw_runtime_error(fmt::format("Unable to find channel with given label :  '{}'", label));
+}
+
+template <typename Matches>
+std::optional<strata::data_set> find_set(const strata::data_group& group, Matches&& matches) {
+    for (const auto& name : group.list_set_children_name()) {
+        auto set = group.retrieve_set(name);
+        if (matches(set)) return set;
+    }
+    return std::nullopt;
+}
+
+/// The first hit of `find` in the point groups.
+template <typename Key, typename Find>
+strata::data_set find_point(const strata::data_group& data, const Key& key, strata::data_group& holder, Find&& find) {
+    for (const auto& type : point_types) {
+        if (!data.exists_group(type.group_name)) throw_no_such_group(type.path);
+        auto group = data.retrieve_group(type.group_name);
+        if (auto set = find(group, key)) {
+            holder = group;
+            return *set;
+        }
+    }
+    throw_no_such_channel(key);
+}
+
+} // namespace
+
+std::optional<strata::data_set> find_set_by_index(const strata::data_group& group, int index) {
+    return find_set(group, [index](const strata::data_set& set) {
+        const auto attribute = set.retrieve_attribute(layout::attribute::relative_set_index);
+        return attribute && read<std::int32_t>(attribute) == index;
+    });
+}
+
+std::optional<strata::data_set> find_set_by_label(const strata::data_group& group, const std::string& label) {
+    return find_set(group, [&label](const strata::data_set& set) {
+        const auto attribute = set.retrieve_attribute(layout::attribute::label);
+        return attribute && read<std::string>(attribute) == label;
+    });
+}
+
+strata::data_set channel_by_index(const strata::data_group& group, int index) {
+    auto set = find_set_by_index(group, index);
+    if (!set) throw_no_such_channel(index);
+    return *set;
+}
+
+strata::data_set channel_by_label(const strata::data_group& group, const std::string& label) {
+    auto set = find_set_by_label(group, label);
+    if (!set) throw_no_such_channel(label);
+    return *set;
+}
+
+strata::data_set point_by_index(const strata::data_group& data, int index, strata::data_group& holder) {
+    return find_point(data, index, holder, find_set_by_index);
+}
+
+strata::data_set point_by_label(const strata::data_group& data, const std::string& label, strata::data_group& holder) {
+    return find_point(data, label, holder, find_set_by_label);
+}
+
+} // namespace mox

@@ -1,0 +1,109 @@
+#include "store/python.hpp"
+
+#include "store/json_conversion.hpp"
+
+#include <limits>
+#include <string>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "store/dictionary.hpp"
+#include "store/python_read.hpp"
+#include "store/swig_error.hpp"
+
+namespace mox {
+
+namespace {
+
+/// Counts a level of nesting while it lives; throws python_error when there are too many.
+class nesting {
+  public:
+    nesting() {
+        if (Py_EnterRecursiveCall(" while converting between Python and JSON")) throw python_error{};
+    }
+    nesting(const nesting&) = delete;
+    nesting& operator=(const nesting&) = delete;
+    ~nesting() { Py_LeaveRecursiveCall(); }
+};
+
+std::string utf8_of(PyObject* text) {
+    Py_ssize_t length = 0;
+    const char* data = PyUnicode_AsUTF8AndSize(text, &length);
+    if (!data) throw python_error{};
+    return {data, static_cast<std::size_t>(length)};
+}
+
+anvil::json object_from(PyObject* dictionary) {
+    auto object = anvil::json::object();
+    PyObject* key = nullptr;
+    PyObject* value = nullptr;
+    Py_ssize_t position = 0;
+    while (PyDict_Next(dictionary, &position, &key, &value)) {
+        if (!PyUnicode_Check(key)) throw_unsupported_type(key);
+        object[utf8_of(key)] = python_to_json(value);
+    }
+    return object;
+}
+
+anvil::json array_from(PyObject* list) {
+    auto array = anvil::json::array();
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) array.push_back(python_to_json(PyList_GET_ITEM(list, i)));
+    return array;
+}
+
+anvil::json integer_from(PyObject* value) {
+    int overflow = 0;
+    const long long number = PyLong_AsLongLongAndOverflow(value, &overflow);
+    if (PyErr_Occurred()) throw python_error{};
+    if (overflow != 0 || !std::in_range<std::int32_t>(number)) {
+        PyErr_SetString(PyExc_OverflowError, "Python int too large to convert to C long");
+        throw python_error{};
+    }
+    return number;
+}
+
+} // namespace
+
+void throw_unsupported_type(PyObject* value) {
+    throw swig_error(error_code::type, fmt::format("Unsupported data type: '{}'", Py_TYPE(value)->tp_name));
+}
+
+anvil::json python_to_json(PyObject* value) {
+    const nesting level;
+    if (PyDict_Check(value)) return object_from(value);
+    if (PyList_Check(value)) return array_from(value);
+    if (PyBool_Check(value)) return value == Py_True;
+    if (PyUnicode_Check(value)) return utf8_of(value);
+    if (PyFloat_Check(value)) return PyFloat_AS_DOUBLE(value);
+    if (PyLong_Check(value)) return integer_from(value);
+    if (value == Py_None) return nullptr;
+    throw_unsupported_type(value);
+}
+
+py_ref json_to_python(const anvil::json& value) {
+    const nesting level;
+    switch (value.type()) {
+    case anvil::json::value_t::object: {
+        auto dictionary = py_ref::checked(PyDict_New());
+        for (const auto& [key, member] : value.items()) set_item(dictionary.get(), std::string_view(key), json_to_python(member));
+        return dictionary;
+    }
+    case anvil::json::value_t::array: {
+        auto list = py_ref::checked(PyList_New(0));
+        for (const auto& item : value) {
+            if (PyList_Append(list.get(), json_to_python(item).get()) < 0) throw python_error{};
+        }
+        return list;
+    }
+    case anvil::json::value_t::string: return text_to_python(value.get_ref<const std::string&>());
+    case anvil::json::value_t::boolean: return py_ref::borrow(value.get<bool>() ? Py_True : Py_False);
+    case anvil::json::value_t::number_integer: return py_ref::checked(PyLong_FromLongLong(value.get<std::int64_t>()));
+    case anvil::json::value_t::number_unsigned:
+        return py_ref::checked(PyLong_FromUnsignedLongLong(value.get<std::uint64_t>()));
+    case anvil::json::value_t::number_float: return py_ref::checked(PyFloat_FromDouble(value.get<double>()));
+    default: return py_ref::none();
+    }
+}
+
+} // namespace mox

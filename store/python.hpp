@@ -1,0 +1,56 @@
+#pragma once
+
+// The one place where Python and NumPy enter. Included before everything else.
+
+#define PY_SSIZE_T_CLEAN
+#include <Python.h>
+
+// One table of NumPy's functions for the whole module; only the file that binds it defines it.
+#define PY_ARRAY_UNIQUE_SYMBOL mox_numpy_api
+#ifndef MOX_BINDS_NUMPY
+#define NO_IMPORT_ARRAY
+#endif
+#include <numpy/arrayobject.h>
+
+#include <utility>
+
+namespace mox {
+
+/// Thrown while a Python exception is pending: the call ends and Python raises that exception.
+struct python_error {};
+
+/// Owns one reference to a Python object, or none.
+class py_ref {
+  public:
+    py_ref() noexcept = default;
+    /// Takes over a reference that the caller owns; null gives an empty one.
+    [[nodiscard]] static py_ref steal(PyObject* object) noexcept { return py_ref(object); }
+    /// Adds a reference of its own.
+    [[nodiscard]] static py_ref borrow(PyObject* object) noexcept { return py_ref(Py_XNewRef(object)); }
+    /// Takes over the result of a Python call; throws python_error when the call failed.
+    [[nodiscard]] static py_ref checked(PyObject* object) {
+        if (!object) throw python_error{};
+        return py_ref(object);
+    }
+    [[nodiscard]] static py_ref none() noexcept { return borrow(Py_None); }
+
+    py_ref(const py_ref& other) noexcept : object_(Py_XNewRef(other.object_)) {}
+    py_ref(py_ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    py_ref& operator=(py_ref other) noexcept {
+        std::swap(object_, other.object_);
+        return *this;
+    }
+    ~py_ref() { Py_XDECREF(object_); }
+
+    [[nodiscard]] PyObject* get() const noexcept { return object_; }
+    /// Gives the reference to the caller.
+    [[nodiscard]] PyObject* release() noexcept { return std::exchange(object_, nullptr); }
+    explicit operator bool() const noexcept { return object_ != nullptr; }
+    [[nodiscard]] PyArrayObject* array() const noexcept { return reinterpret_cast<PyArrayObject*>(object_); }
+
+  private:
+    explicit py_ref(PyObject* object) noexcept : object_(object) {}
+    PyObject* object_ = nullptr;
+};
+
+} // namespace mox

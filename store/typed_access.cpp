@@ -1,0 +1,172 @@
+#include "store/typed_access.hpp"
+
+#include <type_traits>
+
+#include <strata/data_converter.hpp>
+
+namespace mox {
+
+namespace {
+
+/// Reads texts from an attribute or a selection of `shape`; false when the store cannot.
+template <typename Source>
+bool read_texts(const Source& source, const strata::data_shape& shape, std::vector<std::string>& texts) {
+    std::vector<const char*> pointers(shape.element_count(), nullptr);
+    if (!source.read_value(pointers.data(), strata::data_type::string)) return false;
+    std::vector<std::string> copies;
+    try {
+        copies.assign(pointers.begin(), pointers.end());
+    } catch (...) {
+        strata::data_converter_string_clean_buffer(shape, pointers.data());
+        throw;
+    }
+    strata::data_converter_string_clean_buffer(shape, pointers.data());
+    texts = std::move(copies);
+    return true;
+}
+
+/// Reads the elements of an attribute or a selection of `shape`; false, with `values` unchanged, when the store cannot.
+template <typename Native, typename Source>
+bool read_elements(const Source& source, const strata::data_shape& shape, std::vector<Native>& values) {
+    if constexpr (std::is_same_v<Native, std::string>) {
+        return read_texts(source, shape, values);
+    } else {
+        std::vector<Native> elements(shape.element_count());
+        if (!source.read_value(elements.data(), store_type_of<Native>)) return false;
+        values = std::move(elements);
+        return true;
+    }
+}
+
+template <typename Native, typename Target> bool write_elements(Target& target, const std::vector<Native>& values) {
+    if constexpr (std::is_same_v<Native, std::string>) {
+        std::vector<const char*> pointers;
+        pointers.reserve(values.size());
+        for (const auto& text : values) pointers.push_back(text.c_str());
+        return target.write_value(pointers.data(), strata::data_type::string);
+    } else {
+        return target.write_value(values.data(), store_type_of<Native>);
+    }
+}
+
+} // namespace
+
+template <typename Native> std::vector<Native> read_vector(const strata::data_attribute& attribute) {
+    std::vector<Native> values;
+    if (!attribute) return values;
+    const auto shape = attribute.shape();
+    if (shape.element_count() == 0) return values;
+    if (!read_elements(attribute, shape, values)) {
+        log_store_failure(store_failure::read_attribute);
+        values.resize(shape.element_count());
+    }
+    return values;
+}
+
+template <> std::string read<std::string>(const strata::data_attribute& attribute, std::string fallback) {
+    if (!attribute) return fallback;
+    const auto shape = attribute.shape();
+    if (shape.element_count() == 1) {
+        const char* text = nullptr;
+        if (!attribute.read_value(&text, strata::data_type::string)) {
+            log_store_failure(store_failure::read_attribute);
+            return fallback;
+        }
+        std::string copy = text;
+        strata::data_converter_string_clean_buffer(shape, &text);
+        return copy;
+    }
+    auto texts = read_vector<std::string>(attribute);
+    return texts.empty() ? fallback : texts.front();
+}
+
+template <typename Native> bool read_vector(const strata::data_selection& selection, std::vector<Native>& values) {
+    if (!selection) {
+        log_store_failure(store_failure::read_selection);
+        return false;
+    }
+    const auto shape = selection.shape();
+    if (shape.element_count() == 0) {
+        values.clear();
+        return true;
+    }
+    if (read_elements(selection, shape, values)) return true;
+    log_store_failure(store_failure::read_set);
+    return false;
+}
+
+template <typename Native> bool read(const strata::data_selection& selection, Native& value) {
+    if (!selection) {
+        log_store_failure(store_failure::read_selection);
+        return false;
+    }
+    const auto shape = selection.shape();
+    if (shape.element_count() == 1) {
+        if constexpr (std::is_same_v<Native, std::string>) {
+            std::vector<std::string> texts;
+            if (read_texts(selection, shape, texts)) {
+                value = std::move(texts.front());
+                return true;
+            }
+        } else {
+            if (selection.read_value(&value, store_type_of<Native>)) return true;
+        }
+    }
+    log_store_failure(store_failure::read_set);
+    return false;
+}
+
+template <typename Native>
+void write_vector(strata::data_attribute attribute, const std::vector<Native>& values) {
+    if (!attribute || attribute.shape().element_count() != values.size()) {
+        log_store_failure(store_failure::attribute_count);
+    } else if (!values.empty() && !write_elements(attribute, values)) {
+        log_store_failure(store_failure::write_attribute);
+    }
+}
+
+template <typename Native>
+void write_vector(strata::data_selection selection, const std::vector<Native>& values) {
+    if (!selection) {
+        log_store_failure(store_failure::write_selection);
+    } else if (selection.shape().element_count() != values.size()) {
+        log_store_failure(store_failure::selection_count);
+    } else if (!values.empty() && !write_elements(selection, values)) {
+        log_store_failure(store_failure::write_set);
+    }
+}
+
+template std::vector<std::int8_t> read_vector(const strata::data_attribute&);
+template std::vector<std::int16_t> read_vector(const strata::data_attribute&);
+template std::vector<std::int32_t> read_vector(const strata::data_attribute&);
+template std::vector<std::int64_t> read_vector(const strata::data_attribute&);
+template std::vector<std::uint64_t> read_vector(const strata::data_attribute&);
+template std::vector<float> read_vector(const strata::data_attribute&);
+template std::vector<double> read_vector(const strata::data_attribute&);
+template std::vector<std::string> read_vector(const strata::data_attribute&);
+
+template bool read_vector(const strata::data_selection&, std::vector<std::int32_t>&);
+template bool read_vector(const strata::data_selection&, std::vector<float>&);
+template bool read_vector(const strata::data_selection&, std::vector<double>&);
+template bool read_vector(const strata::data_selection&, std::vector<std::string>&);
+
+template bool read(const strata::data_selection&, std::int32_t&);
+template bool read(const strata::data_selection&, std::int64_t&);
+template bool read(const strata::data_selection&, float&);
+template bool read(const strata::data_selection&, double&);
+template bool read(const strata::data_selection&, bool&);
+template bool read(const strata::data_selection&, std::string&);
+
+template void write_vector(strata::data_attribute, const std::vector<std::int8_t>&);
+template void write_vector(strata::data_attribute, const std::vector<std::int16_t>&);
+template void write_vector(strata::data_attribute, const std::vector<std::int32_t>&);
+template void write_vector(strata::data_attribute, const std::vector<std::int64_t>&);
+template void write_vector(strata::data_attribute, const std::vector<std::uint64_t>&);
+template void write_vector(strata::data_attribute, const std::vector<float>&);
+template void write_vector(strata::data_attribute, const std::vector<double>&);
+template void write_vector(strata::data_attribute, const std::vector<std::string>&);
+
+template void write_vector(strata::data_selection, const std::vector<float>&);
+template void write_vector(strata::data_selection, const std::vector<double>&);
+
+} // namespace mox
