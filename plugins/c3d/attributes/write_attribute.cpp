@@ -1,0 +1,14 @@
+#include "plugins/c3d/attributes/write_attribute.hpp"
+
+#include <strata/store_error.hpp>
+
+namespace c3d {
+
+void set_value(strata::data_attribute attribute, const void* elements, strata::data_type type) {
+    if (attribute.shape().element_count() == 0) return;
+    if (!attribute.write_value(elements, type)) {
+        throw strata::store_error("the value of the attribute '" + attribute.name() + "' was refused");
+    }
+}
+
+} // namespace c3d

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace c3d {
+
+/// What was odd about a file, and how it was read all the same. Each text is kept once.
+class warnings {
+  public:
+    template <typename... Arguments>
+    void add(fmt::format_string<Arguments...> text, Arguments&&... arguments) {
+        keep(fmt::format(text, std::forward<Arguments>(arguments)...));
+    }
+
+    /// Adds all of `others`.
+    void add_all(const warnings& others);
+
+    [[nodiscard]] const std::vector<std::string>& texts() const noexcept { return texts_; }
+
+    /// Hands the texts to the store's logger, each with the name of the file.
+    void log(const std::string& file_name) const;
+
+  private:
+    void keep(std::string text);
+
+    std::vector<std::string> texts_;
+    std::size_t left_out_ = 0;
+};
+
+} // namespace c3d

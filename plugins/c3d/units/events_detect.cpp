@@ -1,0 +1,183 @@
+#include "plugins/c3d/units/events_detect.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <initializer_list>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include <strata/data_set.hpp>
+
+#include "plugins/c3d/attributes/write_attribute.hpp"
+#include "plugins/c3d/units/event_occurrence.hpp"
+#include "plugins/c3d/units/unit_parameters.hpp"
+
+namespace c3d {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> type_by_icon = {"General", "Foot Strike", "Foot Off"};
+
+struct label_synonym {
+    std::string_view label;
+    std::string_view type;
+};
+constexpr std::array<label_synonym, 8> type_by_label = {{
+    {"Foot_Strike", "Foot Strike"},
+    {"FS", "Foot Strike"},
+    {"FootStrike", "Foot Strike"},
+    {"Foot Strike", "Foot Strike"},
+    {"Foot_Off", "Foot Off"},
+    {"FO", "Foot Off"},
+    {"FootOff", "Foot Off"},
+    {"Foot Off", "Foot Off"},
+}};
+
+/// Half a millisecond: the header block and the group hold the same time with different roundings.
+constexpr float same_time_s = 0.0005F;
+
+std::string type_of(const event_occurrence& event) {
+    if (event.icon >= 0 && static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
+        return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
+    }
+    const auto found = std::find_if(type_by_label.begin(), type_by_label.end(),
+                                    [&](const auto& synonym) { return synonym.label == event.label; });
+    return found == type_by_label.end() ? event.label : std::string(found->type);
+}
+
+std::string without(std::string text, std::string_view part) {
+    if (part.empty()) return text;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at)) text.erase(at, part.size());
+    return text;
+}
+
+std::string name_of(const event_occurrence& event, const std::string& separator) {
+    auto name = without(event.context + separator + event.label, separator);
+    name = without(without(std::move(name), "/"), "\\");
+    return name.empty() ? "Event" : name;
+}
+
+/// The occurrences of one event set.
+struct event_set {
+    std::string name;
+    std::vector<event_occurrence> occurrences;
+};
+
+/// Gathers occurrences by name, in order of appearance. Contexts that differ are never mixed, even where context and label happen
+/// to read the same together: the later one's set gets a number.
+class event_sets {
+  public:
+    explicit event_sets(std::string separator) : separator_(std::move(separator)) {}
+
+    void add(event_occurrence event) {
+        const auto name = name_of(event, separator_);
+        auto candidate = name;
+        for (std::size_t number = 2;; ++number) {
+            const auto [entry, is_new] = by_name_.try_emplace(candidate, sets_.size());
+            if (is_new) sets_.push_back({candidate, {}});
+            auto& occurrences = sets_[entry->second].occurrences;
+            if (is_new || occurrences.front().context == event.context) {
+                occurrences.push_back(std::move(event));
+                return;
+            }
+            candidate = fmt::format("{} {}", name, number);
+        }
+    }
+
+    [[nodiscard]] const std::vector<event_set>& all() const noexcept { return sets_; }
+
+  private:
+    std::string separator_;
+    std::vector<event_set> sets_;
+    std::unordered_map<std::string, std::size_t> by_name_;
+};
+
+/// True when the group has the header's event: its label alone, or with the context, at the same time.
+bool is_known(const event_occurrence& header_event, const std::vector<event_occurrence>& group_events) {
+    return std::any_of(group_events.begin(), group_events.end(), [&](const auto& event) {
+        return std::abs(event.time_s - header_event.time_s) <= same_time_s &&
+               (event.label == header_event.label || event.context + event.label == header_event.label);
+    });
+}
+
+template <typename Value, typename Member>
+std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
+    std::vector<Value> values;
+    values.reserve(set.occurrences.size());
+    for (const auto& event : set.occurrences) values.push_back(event.*member);
+    return values;
+}
+
+void create_event_set(strata::data_group& events, const event_set& content) {
+    if (events.exists_set(content.name)) events.delete_set(content.name);
+    const auto times = column<float>(content, &event_occurrence::time_s);
+    const strata::data_shape shape({static_cast<std::int64_t>(times.size())}, false);
+    auto set = events.create_set(content.name, shape, strata::data_type::float32);
+    if (!set.select(shape, false).write_value(times.data(), strata::data_type::float32)) {
+        throw std::runtime_error(fmt::format("the times of the event '{}' were refused", content.name));
+    }
+    auto icons = column<std::int32_t>(content, &event_occurrence::icon);
+    std::replace(icons.begin(), icons.end(), -1, 0);
+    const auto& first = content.occurrences.front();
+    write_text(set, "Context", first.context);
+    write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});
+    write_text(set, "Subject", first.subject);
+    write_text(set, "Description", first.description);
+    write_text(set, "Type", type_of(first));
+    write_texts(set, "OccurrenceLabels", column<std::string>(content, &event_occurrence::label));
+    write_texts(set, "OccurrenceSubjects", column<std::string>(content, &event_occurrence::subject));
+    write_texts(set, "OccurrenceDescriptions", column<std::string>(content, &event_occurrence::description));
+    write_numbers(set, "OccurrenceIcons", icons);
+    write_numbers(set, "OccurrenceFlags", column<std::int32_t>(content, &event_occurrence::flags));
+}
+
+/// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.
+std::optional<strata::data_group> find_group(const strata::data_group& root, const std::string& source,
+                                             const char* path) {
+    for (const auto* format : {"Format/", ""}) {
+        const auto full_path = fmt::format("{}/{}{}", source, format, path);
+        if (root.exists_group(full_path)) return root.retrieve_group(full_path);
+    }
+    return std::nullopt;
+}
+
+void detect(strata::data_group& target, const anvil::json& parameters) {
+    const auto source = text_parameter(parameters, events_detect::id, "SourceGroup");
+    const auto destination = text_parameter(parameters, events_detect::id, "DestinationGroup");
+    const auto separator = text_parameter(parameters, events_detect::id, "PartSeparator");
+    std::vector<event_occurrence> from_group;
+    if (const auto group = find_group(target, source, "Metadata/EVENT")) from_group = group_events(*group);
+    std::vector<event_occurrence> from_header;
+    if (const auto group = find_group(target, source, "Header")) from_header = header_events(*group);
+
+    event_sets sets(separator);
+    for (const auto& event : from_group) sets.add(event);
+    for (const auto& event : from_header) {
+        if (!is_known(event, from_group)) sets.add(event);
+    }
+    auto events = reach_group(target, destination);
+    for (const auto& set : sets.all()) create_event_set(events, set);
+}
+
+} // namespace
+
+anvil::status events_detect::evaluate(strata::data_group& target, const anvil::json& parameters) const {
+    try {
+        detect(target, parameters);
+        return {};
+    } catch (const std::exception& error) {
+        return anvil::status::failure(error.what());
+    }
+}
+
+} // namespace c3d

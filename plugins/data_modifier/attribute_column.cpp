@@ -1,0 +1,69 @@
+#include "plugins/data_modifier/attribute_column.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "plugins/data_modifier/split_source.hpp"
+
+namespace data_modifier {
+
+namespace {
+
+using strata::data_type;
+
+/// What every channel set has under this name.
+struct known_attribute {
+    std::string_view name;
+    data_type type;
+    std::string_view initial_text;
+    double initial_number;
+};
+
+constexpr std::array known_attributes{
+    known_attribute{"Description", data_type::string, "", 0.0},
+    known_attribute{"Label", data_type::string, "", 0.0},
+    known_attribute{"Unit", data_type::string, "Unknown", 0.0},
+    known_attribute{"Gain", data_type::int32, "", 0.0},
+    known_attribute{"Offset", data_type::float32, "", 0.0},
+    known_attribute{"Scale", data_type::float32, "", 1.0},
+    known_attribute{"MetricType", data_type::string, "", 0.0},
+};
+
+} // namespace
+
+attribute_column::attribute_column(std::string name, const strata::data_attribute& values)
+    : name_(std::move(name)), type_(element_kind(values.type())) {
+    const auto known = std::ranges::find(known_attributes, name_, &known_attribute::name);
+    if (known != known_attributes.end()) {
+        type_ = known->type;
+        initial_text_ = known->initial_text;
+        initial_number_ = known->initial_number;
+    }
+    if (values && values.shape().dimensions().size() <= 1) read(values);
+}
+
+void attribute_column::read(const strata::data_attribute& values) {
+    if (type_ == data_type::string) {
+        texts_ = read_texts(values);
+        return;
+    }
+    numbers_.resize(values.shape().element_count() * element_size(type_));
+    if (!values.read_value(numbers_.data(), type_)) numbers_.clear();
+}
+
+void attribute_column::create_on(strata::data_set& set, std::uint64_t channel) const {
+    if (type_ == data_type::invalid) return;
+    auto attribute = set.create_attribute(name_, strata::data_shape{}, type_);
+    if (type_ == data_type::string) {
+        attribute.write((channel < texts_.size() ? texts_[channel] : initial_text_).c_str());
+        return;
+    }
+    const auto size = element_size(type_);
+    const bool given = channel < numbers_.size() / size;
+    static_cast<void>(given ? attribute.write_value(numbers_.data() + channel * size, type_)
+                            : attribute.write_value(&initial_number_, data_type::float64));
+}
+
+} // namespace data_modifier
