@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 
+#include <strata/access/fill_matrix.hpp>
 #include <strata/access/strided_read.hpp>
 
 #include "acquisition/layout.hpp"
@@ -17,9 +18,6 @@
 namespace mox {
 
 namespace {
-
-/// Rows filled for all channels before the next ones: as many as stay in the cache.
-constexpr std::uint64_t bytes_per_block = 256 * 1024;
 
 std::optional<std::int32_t> index_of(const strata::data_set& set) {
     const auto attribute = set.retrieve_attribute(layout::attribute::relative_set_index);
@@ -49,38 +47,17 @@ matrix_extent extent_of(const strata::data_set& set) {
     return {components, components == 0 ? 0 : shape.element_count() / components};
 }
 
-/// One channel's place in the matrix.
-struct column_block {
-    strata::data_set set;
-    std::uint64_t first_column;
-    matrix_extent extent;
-};
-
-/// Copies rows of one channel; false when the store cannot give them as numbers.
-bool fill_rows(const column_block& block, double* matrix, std::uint64_t width, std::uint64_t components,
-               std::uint64_t first_row, std::uint64_t rows) {
-    const auto end = std::min(first_row + rows, block.extent.rows);
-    if (end <= first_row) return true;
-    const auto stride = static_cast<std::ptrdiff_t>(width);
-    double* destination = matrix + first_row * width + block.first_column;
-    if (block.extent.components == components)
-        return strata::read_interleaved(block.set, 0, first_row, end - first_row, destination, stride);
-    bool complete = true;
-    for (std::uint64_t component = 0; component < std::min(components, block.extent.components); ++component) {
-        complete = strata::read_strided(block.set, 0, component, first_row, end - first_row, destination + component,
-                                        stride) &&
-                   complete;
-    }
-    return complete;
-}
-
-/// NaN into the columns from `first_column` up to, and without, `last_column`.
-void clear_columns(double* matrix, std::uint64_t width, std::uint64_t rows, std::uint64_t first_column,
-                   std::uint64_t last_column) {
-    if (first_column >= last_column) return;
-    for (std::uint64_t row = 0; row < rows; ++row) {
-        double* cells = matrix + row * width;
-        std::fill(cells + first_column, cells + last_column, std::numeric_limits<double>::quiet_NaN());
+/// Fills a matrix from channels that do not all have its rows and columns; what they lack is NaN.
+void fill_unequal(const std::vector<strata::matrix_columns>& columns, std::uint64_t components, std::uint64_t rows,
+                  std::uint64_t width, double* matrix) {
+    std::fill_n(matrix, rows * width, std::numeric_limits<double>::quiet_NaN());
+    for (const auto& [set, channel, first] : columns) {
+        const auto extent = extent_of(set);
+        for (std::uint64_t component = 0; component < std::min(components, extent.components); ++component) {
+            if (!strata::read_strided(set, channel, component, 0, std::min(rows, extent.rows), matrix + first + component,
+                                      static_cast<std::ptrdiff_t>(width)))
+                log_store_failure(store_failure::read_set);
+        }
     }
 }
 
@@ -96,23 +73,15 @@ py_ref values_matrix(const std::vector<strata::data_set>& sets) {
     auto array = py_ref::checked(PyArray_SimpleNew(2, shape.data(), NPY_DOUBLE));
     auto* matrix = static_cast<double*>(PyArray_DATA(array.array()));
 
-    std::vector<column_block> blocks;
-    bool complete = true; // every channel has as many rows and columns as its place in the matrix
+    std::vector<strata::matrix_columns> columns;
+    bool equal = true;
     for (const auto& [index, set] : indexed) {
         const auto extent = extent_of(set);
-        complete = complete && extent.rows >= rows && extent.components >= first.components;
-        blocks.push_back({set, blocks.size() * first.components, extent});
+        equal = equal && extent.rows == rows && extent.components == first.components;
+        columns.push_back({set, 0, columns.size() * first.components});
     }
-    clear_columns(matrix, width, rows, complete ? blocks.size() * first.components : 0, width);
-    const auto step = std::max<std::uint64_t>(1, bytes_per_block / (sizeof(double) * std::max<std::uint64_t>(1, width)));
-    for (std::uint64_t row = 0; row < rows; row += step) {
-        for (const auto& block : blocks) {
-            const auto count = std::min(step, rows - row);
-            if (fill_rows(block, matrix, width, first.components, row, count)) continue;
-            log_store_failure(store_failure::read_set);
-            clear_columns(matrix + row * width, width, count, block.first_column, block.first_column + first.components);
-        }
-    }
+    if (!equal || !strata::fill_matrix(columns, rows, width, matrix))
+        fill_unequal(columns, first.components, rows, width, matrix);
     return array;
 }
 

@@ -3,7 +3,7 @@
 namespace strata::detail {
 
 run_walk::run_walk(const element_layout& layout, const element_box& box) noexcept
-    : layout_(layout), extent_(box.extent), stepped_(box.rank), done_(box.count() == 0) {
+    : layout_(layout), box_(box), stepped_(box.rank), done_(box.count() == 0) {
     for (std::size_t i = 0; i < box.rank; ++i) run_.first += box.offset[i] * layout.stride(i);
     if (layout.has_axis()) run_.row = box.offset[layout.axis()];
 
@@ -11,8 +11,8 @@ run_walk::run_walk(const element_layout& layout, const element_box& box) noexcep
     run_.count = 1;
     while (stepped_ > 0 && stepped_ - 1 != layout.axis()) {
         --stepped_;
-        run_.count *= extent_[stepped_];
-        if (extent_[stepped_] != layout.extents()[stepped_]) break;
+        run_.count *= box_.extent[stepped_];
+        if (box_.extent[stepped_] != layout.extents()[stepped_]) break;
     }
 }
 
@@ -27,10 +27,10 @@ void run_walk::advance() noexcept {
     for (auto i = stepped_; i-- > 0;) {
         run_.first += layout_.stride(i);
         if (i == layout_.axis()) ++run_.row;
-        if (++index_[i] < extent_[i]) return;
+        if (++index_[i] < box_.extent[i]) return;
         index_[i] = 0;
-        run_.first -= extent_[i] * layout_.stride(i);
-        if (i == layout_.axis()) run_.row -= extent_[i];
+        run_.first -= box_.extent[i] * layout_.stride(i);
+        if (i == layout_.axis()) run_.row -= box_.extent[i];
     }
     done_ = true;
 }

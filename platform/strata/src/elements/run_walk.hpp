@@ -20,7 +20,7 @@ struct element_run {
 /// Visits a block of an array in row-major order, as runs that are as long as they can be.
 class run_walk {
   public:
-    /// Requires that `box` lies within the layout's extents, and that the layout outlives the walk.
+    /// Requires that `box` lies within the layout's extents, and that both outlive the walk.
     run_walk(const element_layout& layout, const element_box& box) noexcept;
 
     /// The next run; false when there is none left.
@@ -30,7 +30,7 @@ class run_walk {
     void advance() noexcept;
 
     const element_layout& layout_;
-    std::array<std::uint64_t, maximum_rank> extent_;
+    const element_box& box_;
     std::array<std::uint64_t, maximum_rank> index_{}; // of the coming run, relative to the block's offset
     std::size_t stepped_ = 0;                         // dimensions that are not part of a run
     element_run run_;                                 // the coming run

@@ -31,11 +31,10 @@ struct access {
         attribute.node_ = std::move(node);
         return attribute;
     }
-    static data_selection selection(counted_ptr<set_content> content, const element_box& box) noexcept {
-        data_selection selection;
+    /// The box, which is nothing yet, is for the caller to fill in place: copying it costs as much as a small read.
+    static element_box& box_of_new(data_selection& selection, counted_ptr<set_content> content) noexcept {
         selection.content_ = std::move(content);
-        selection.box_ = box;
-        return selection;
+        return selection.box_;
     }
 
     static group_node* node(const data_group& group) noexcept { return group.node_.get(); }

@@ -43,26 +43,30 @@ data_shape data_set::shape(bool) const {
 }
 
 data_selection data_set::select(const data_shape& shape, bool) const {
-    if (!entry_) return {};
+    data_selection selection;
+    if (!entry_) return selection;
     const auto& extents = entry_->content()->elements().extents();
     const auto& asked = shape.dimensions();
-    if (asked.size() != extents.rank()) return {};
+    if (asked.size() != extents.rank()) return selection;
     for (std::size_t i = 0; i < asked.size(); ++i) {
-        if (asked[i] < 0 || static_cast<std::uint64_t>(asked[i]) != extents[i]) return {};
+        if (asked[i] < 0 || static_cast<std::uint64_t>(asked[i]) != extents[i]) return selection;
     }
-    return access::selection(entry_->content(), extents.whole());
+    access::box_of_new(selection, entry_->content()) = extents.whole();
+    return selection;
 }
 
 data_selection data_set::select(const std::uint64_t* coordinates, std::uint64_t count, bool) const {
-    if (!entry_ || (count != 0 && !coordinates)) return {};
+    data_selection selection;
+    if (!entry_ || (count != 0 && !coordinates)) return selection;
     const auto& extents = entry_->content()->elements().extents();
-    if (count != 2 * extents.rank()) return {};
-    detail::element_box box{.offset = {}, .extent = {}, .rank = extents.rank()};
-    for (std::size_t i = 0; i < box.rank; ++i) {
-        box.offset[i] = coordinates[2 * i];
-        box.extent[i] = coordinates[2 * i + 1];
+    if (count != 2 * extents.rank()) return selection;
+    auto& box = access::box_of_new(selection, entry_->content());
+    for (box.rank = 0; box.rank < extents.rank(); ++box.rank) {
+        box.offset[box.rank] = coordinates[2 * box.rank];
+        box.extent[box.rank] = coordinates[2 * box.rank + 1];
     }
-    return extents.contain(box) ? access::selection(entry_->content(), box) : data_selection{};
+    if (!extents.contain(box)) selection = {};
+    return selection;
 }
 
 void data_set::resize(const std::uint64_t* extents, std::uint64_t count) {

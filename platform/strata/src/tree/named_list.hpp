@@ -10,7 +10,7 @@
 
 #include <strata/detail/counted.hpp>
 
-#include "platform/strata/src/tree/name_hash.hpp"
+#include "platform/strata/src/tree/node_name.hpp"
 
 namespace strata::detail {
 
@@ -71,7 +71,7 @@ template <typename Node> class named_list {
         for (std::size_t i = hash & mask; table_[i].place != 0; i = (i + 1) & mask) {
             if (table_[i].hash != hash) continue;
             const auto slot = static_cast<std::size_t>(table_[i].place - 1);
-            if (nodes_[slot] && nodes_[slot]->name() == name) return slot;
+            if (nodes_[slot] && same_name(nodes_[slot]->name(), name)) return slot;
         }
         return no_slot;
     }

@@ -9,12 +9,12 @@ namespace {
 /// As find_group, for a trimmed path with one component at least.
 group_node* descend(group_node& from, std::string_view path) noexcept {
     auto* node = &from;
-    bool more = true;
-    while (node && more) {
-        more = path.find(path_separator) != std::string_view::npos;
-        node = node->groups().find(take_component(path));
+    for (;;) {
+        const auto end = path.find(path_separator);
+        node = node->groups().find(path.substr(0, end));
+        if (!node || end == std::string_view::npos) return node;
+        path.remove_prefix(end + 1);
     }
-    return node;
 }
 
 } // namespace
