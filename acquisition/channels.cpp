@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 
 #include "acquisition/layout.hpp"
+#include "acquisition/point_types.hpp"
+#include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
@@ -40,17 +42,26 @@ std::uint64_t samples_of(const strata::data_group& group) {
     return read<std::uint64_t>(group.retrieve_attribute(attribute::num_samples));
 }
 
+std::vector<strata::data_group> point_groups(const strata::data_group& root) {
+    std::vector<strata::data_group> groups;
+    for (const auto& type : point_types) groups.push_back(retrieve_group(root, type.path));
+    return groups;
+}
+
+void throw_channel_exists(const std::string& name) {
+    throw_runtime_error(fmt::format(
+        "You are trying to add a channel that already exists : '{}' already exists at given location", name));
+}
+
 std::string unnamed_channel(std::int32_t index) {
     return fmt::format("unamed_{}", index);
 }
 
-strata::data_set create_channel(strata::data_group group, const std::string& label, std::int32_t index,
+strata::data_set create_channel(strata::data_group group, const std::string& given_label, std::int32_t index,
                                 const std::string& description) {
+    const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
     const auto name = set_name_of(label);
-    if (group.exists_set(name)) {
-        throw_runtime_error(fmt::format(
-            "You are trying to add a channel that already exists : '{}' already exists at given location", label));
-    }
+    if (group.exists_set(name) || group.exists_group(name)) throw_channel_exists(label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
                                     static_cast<std::int64_t>(samples_of(group))},
                                    false);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
@@ -19,11 +20,17 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 /// `NumSamples` of a device group; 0 when it lacks it.
 [[nodiscard]] std::uint64_t samples_of(const strata::data_group& group);
 
+/// The five point groups in the order of their types; RuntimeError that names the path when one is missing.
+[[nodiscard]] std::vector<strata::data_group> point_groups(const strata::data_group& root);
+
+/// "You are trying to add a channel that already exists : '<name>' already exists at given location": RuntimeError.
+[[noreturn]] void throw_channel_exists(const std::string& name);
+
 /// Name of a channel that has no label.
 [[nodiscard]] std::string unnamed_channel(std::int32_t index);
 
 /// Creates a channel of the group's `NumSamples` samples, all zero, with the group's rate and start time. "/" and "\" in `label` become "_" in
-/// the set's name. RuntimeError "You are trying to add a channel that already exists : ..." when the group has a set of that name.
+/// the set's name; an empty label becomes that of an unnamed channel. RuntimeError of throw_channel_exists when the group has a set of that name.
 strata::data_set create_channel(strata::data_group group, const std::string& label, std::int32_t index,
                                 const std::string& description);
 

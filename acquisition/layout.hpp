@@ -19,13 +19,14 @@ inline constexpr char markers[] = "Format/Data/Markers";
 inline constexpr char angles[] = "Format/Data/Angles";
 inline constexpr char skeleton[] = "Format/Data/Skeleton";
 
-/// Names below `data`.
+/// Names below `data`, where nothing else is said.
 namespace name {
 inline constexpr char points[] = "Points";
 inline constexpr char analogs[] = "Analogs";
 inline constexpr char analogs_export[] = "AnalogsExport";
 inline constexpr char angles[] = "Angles";
 inline constexpr char markers[] = "Markers";
+inline constexpr char metadata[] = "Metadata"; ///< below `format`
 } // namespace name
 
 /// Attributes of groups, sets and the header.

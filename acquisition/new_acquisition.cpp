@@ -52,7 +52,8 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
     require_count("analog channels", analogs);
     sampling::require_ratio(ratio);
     const auto wide = [](int count) { return static_cast<std::uint64_t>(count); };
-    require_memory(frames * (3.0 * points + static_cast<double>(analogs) * ratio));
+    require_memory(channel_overhead * (static_cast<double>(points) + analogs) +
+                   frames * (3.0 * points + static_cast<double>(analogs) * ratio));
 
     auto acquisition = empty_acquisition();
     auto root = acquisition.root();

@@ -1,8 +1,8 @@
 #include "acquisition/resize_channels.hpp"
 
-#include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include <strata/data_store.hpp>
@@ -51,8 +51,9 @@ void resize_device_group(strata::data_group group, std::uint64_t samples) {
 } // namespace
 
 void require_memory(double elements) {
-    constexpr double most = 1e18;
-    const auto count = static_cast<std::int64_t>(std::min(elements, most));
+    constexpr double most = 1e17; // beyond it no machine could address them
+    if (!(elements < most)) throw std::bad_alloc();
+    const auto count = static_cast<std::int64_t>(elements);
     // The store takes memory without touching it, so asking costs nothing.
     strata::data_store scratch;
     scratch.root().create_set("elements", strata::data_shape({count}, false), strata::data_type::float64);

@@ -20,6 +20,9 @@ void resize_device_groups(const std::vector<group_extent>& extents);
 /// Throws std::bad_alloc unless the memory for resize_device_groups can be had; changes nothing.
 void require_memory(const std::vector<group_extent>& extents);
 
+/// What a channel takes beside its samples, generously, in doubles.
+inline constexpr double channel_overhead = 512.0;
+
 /// Throws std::bad_alloc unless memory for `elements` doubles can be had. The count is a real number, so that no product of counts overflows.
 void require_memory(double elements);
 

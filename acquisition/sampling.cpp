@@ -15,12 +15,11 @@ double of_group(const strata::data_store& acquisition, const char* path, const c
     return read<double>(group.retrieve_attribute(attribute_name));
 }
 
-/// An attribute of the raw set `set_name`, which only a file's acquisition has, else of the device group `group_path`.
-double raw_or_group(const strata::data_store& acquisition, const char* set_name, const char* group_path,
+/// An attribute of the raw set at `set_path`, which only a file's acquisition has, else of the device group at `group_path`.
+double raw_or_group(const strata::data_store& acquisition, const char* set_path, const char* group_path,
                     const char* attribute_name) {
-    const auto data = retrieve_group(acquisition.root(), layout::data);
-    if (data.exists_set(set_name))
-        return read<double>(data.retrieve_set(set_name).retrieve_attribute(attribute_name));
+    const auto root = acquisition.root();
+    if (root.exists_set(set_path)) return read<double>(root.retrieve_set(set_path).retrieve_attribute(attribute_name));
     return of_group(acquisition, group_path, attribute_name);
 }
 
@@ -31,15 +30,15 @@ float markers_attribute(const strata::data_group& markers, const char* attribute
 } // namespace
 
 double point_frequency(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::name::points, layout::angles, attribute::sample_rate);
+    return raw_or_group(acquisition, layout::points, layout::angles, attribute::sample_rate);
 }
 
 double point_frame_number(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::name::points, layout::angles, attribute::num_samples);
+    return raw_or_group(acquisition, layout::points, layout::angles, attribute::num_samples);
 }
 
 double analog_frequency(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::name::analogs, layout::analogs_export, attribute::sample_rate);
+    return raw_or_group(acquisition, layout::analogs, layout::analogs_export, attribute::sample_rate);
 }
 
 double analog_frame_number(strata::data_store acquisition) {

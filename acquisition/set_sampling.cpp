@@ -5,8 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
-#include "acquisition/point_types.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
 #include "store/path_helpers.hpp"
@@ -18,13 +18,6 @@ namespace mox::sampling {
 namespace attribute = layout::attribute;
 
 namespace {
-
-/// The five point groups, in the order of their types; RuntimeError when one is missing.
-std::vector<strata::data_group> point_groups(const strata::data_group& root) {
-    std::vector<strata::data_group> groups;
-    for (const auto& type : point_types) groups.push_back(retrieve_group(root, type.path));
-    return groups;
-}
 
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
@@ -51,6 +44,14 @@ std::int64_t rescaled_count(double rate, double former_rate, double count) {
     constexpr double most = 9007199254740992.0; // 2^53: counts up to here are exact
     if (!(rescaled < most)) throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
     return static_cast<std::int64_t>(rescaled);
+}
+
+/// Samples of an analog channel; RuntimeError when no count can hold them.
+std::int64_t analog_sample_count(double frames, int ratio) {
+    constexpr double most = 9223372036854775808.0; // 2^63
+    if (!(frames * ratio < most))
+        throw_runtime_error(fmt::format("The number of analog samples per 3D frame is too high, current is : {}", ratio));
+    return static_cast<std::int64_t>(frames * ratio);
 }
 
 void require_no_channels(const strata::data_group& analogs) {
@@ -140,6 +141,8 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
     const auto analogs = retrieve_group(root, layout::analogs_export);
     const auto former_start = read<float>(markers.retrieve_attribute(attribute::start_time));
     const float start = first == 0 ? 0.0F : static_cast<float>(first) / rate;
+    if (!std::isfinite(start))
+        throw_runtime_error(fmt::format("The frequency is too low to set the first frame {}", first));
 
     if (shift_events != 0) move_events(root, start - former_start);
     for (const auto& group : groups) write_to_group_and_sets(group, attribute::start_time, double{start});
@@ -154,7 +157,7 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     const auto analogs = retrieve_group(root, layout::analogs_export);
     require_no_channels(analogs);
     const auto header = retrieve_group(root, layout::header);
-    const auto samples = static_cast<std::int64_t>(point_frame_number(acquisition) * ratio);
+    const auto samples = analog_sample_count(point_frame_number(acquisition), ratio);
     const double rate = point_frequency(acquisition) * ratio;
     write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
     write_or_create(analogs, attribute::num_samples, samples);

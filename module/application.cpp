@@ -24,7 +24,9 @@ application::application() : application_core(0, nullptr) {
     set_organization_domain("com.tarvex");
     set_application_name("Orvane");
     set_application_version(mox_version);
-    anvil::install_default_log_sink(std::make_shared<anvil::log_sink_file_threaded>(log_folder() + "/trace.log", true));
+    const auto folder = log_folder();
+    if (!folder.empty()) // a user without a home has no log file
+        anvil::install_default_log_sink(std::make_shared<anvil::log_sink_file_threaded>(folder + "/trace.log", true));
     anvil::set_default_log_level(0);
     anvil::install_logger_registry(&loggers_);
 }

@@ -6,7 +6,8 @@
 namespace mox {
 
 bool bind_numpy() noexcept {
-    if (PyArray_ImportNumPyAPI() == 0) return true;
+    // The checks run at every call: PyArray_ImportNumPyAPI takes a table that failed them once as bound the next time.
+    if (_import_array() >= 0) return true;
     PyErr_Print();
     PyErr_SetString(PyExc_ImportError, "numpy._core.multiarray failed to import");
     return false;

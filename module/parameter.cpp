@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace mox {
@@ -45,6 +46,12 @@ range as_float(PyObject* value, float& number) noexcept {
         return range::beyond;
     number = static_cast<float>(wide);
     return range::fits;
+}
+
+/// By name: a module that shares the proxies' type has kinds of its own.
+bool is_of(const py_ref& proxy, const proxy_kind& kind) noexcept {
+    const auto* held = as_proxy(proxy)->kind;
+    return held == &kind || std::strcmp(held->name, kind.name) == 0;
 }
 
 } // namespace
@@ -111,7 +118,7 @@ std::string to_text(PyObject* value, const argument_place& place) {
 py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place) {
     if (value == Py_None) raise_null_reference(place);
     auto proxy = proxy_of(value);
-    if (!proxy || as_proxy(proxy)->kind != &kind) raise_argument_error(PyExc_TypeError, place);
+    if (!proxy || !is_of(proxy, kind)) raise_argument_error(PyExc_TypeError, place);
     if (!as_proxy(proxy)->wrapped) raise_null_reference(place);
     return proxy;
 }
@@ -119,7 +126,7 @@ py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& p
 bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept {
     if (value == Py_None) return false;
     const auto proxy = proxy_of(value);
-    return proxy && as_proxy(proxy)->kind == &kind;
+    return proxy && is_of(proxy, kind);
 }
 
 } // namespace conversion

@@ -51,7 +51,7 @@ std::filesystem::path plugins_path() {
 
 void load_plugins(const std::filesystem::path& path) {
     std::error_code failure;
-    if (!std::filesystem::exists(path, failure)) {
+    if (!std::filesystem::is_directory(path, failure)) {
         log(anvil::log_level::error,
             fmt::format("The path set to discover and load plugins is not valid. Path : {}", utf8_of(path)));
         return;

@@ -14,7 +14,7 @@ namespace mox {
 [[nodiscard]] std::filesystem::path module_folder();
 [[nodiscard]] std::filesystem::path plugins_path();
 
-/// Offers every entry of the folder `path` to the plugin manager. A missing folder is a line in the log; a plugin that cannot be loaded does not
+/// Offers every entry of the folder `path` to the plugin manager. A missing folder, or a file in its place, is a line in the log; a plugin that cannot be loaded does not
 /// stop the others. Throws std::filesystem::filesystem_error when the folder cannot be read to its end.
 void load_plugins(const std::filesystem::path& path);
 

@@ -13,7 +13,8 @@ PyObject* shadow_class = nullptr; // lives as long as the process, as the proxie
 } // namespace
 
 void register_shadow_class(PyObject* shadow) {
-    if (!PyType_Check(shadow)) {
+    const bool makes_instances = PyType_Check(shadow) && reinterpret_cast<PyTypeObject*>(shadow)->tp_new;
+    if (!makes_instances) {
         PyErr_Format(PyExc_TypeError, "in method 'data_store_swigregister', argument 1 of type 'PyObject *': a class is "
                                       "expected, not '%s'", Py_TYPE(shadow)->tp_name);
         throw python_error{};

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "store/dictionary.hpp"
+#include "store/nesting.hpp"
 #include "store/python_read.hpp"
 #include "store/swig_error.hpp"
 
@@ -16,16 +17,7 @@ namespace mox {
 
 namespace {
 
-/// Counts a level of nesting while it lives; throws python_error when there are too many.
-class nesting {
-  public:
-    nesting() {
-        if (Py_EnterRecursiveCall(" while converting between Python and JSON")) throw python_error{};
-    }
-    nesting(const nesting&) = delete;
-    nesting& operator=(const nesting&) = delete;
-    ~nesting() { Py_LeaveRecursiveCall(); }
-};
+constexpr char converting[] = "converting between Python and JSON";
 
 std::string utf8_of(PyObject* text) {
     Py_ssize_t length = 0;
@@ -70,7 +62,7 @@ void throw_unsupported_type(PyObject* value) {
 }
 
 anvil::json python_to_json(PyObject* value) {
-    const nesting level;
+    const nesting level(converting);
     if (PyDict_Check(value)) return object_from(value);
     if (PyList_Check(value)) return array_from(value);
     if (PyBool_Check(value)) return value == Py_True;
@@ -82,7 +74,7 @@ anvil::json python_to_json(PyObject* value) {
 }
 
 py_ref json_to_python(const anvil::json& value) {
-    const nesting level;
+    const nesting level(converting);
     switch (value.type()) {
     case anvil::json::value_t::object: {
         auto dictionary = py_ref::checked(PyDict_New());

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "store/nesting.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox {
@@ -25,24 +26,14 @@ constexpr data_type unsigned_of_width(std::size_t width) noexcept {
 }
 
 data_type store_type_of_list(PyObject* list) {
-    if (Py_EnterRecursiveCall(" while looking for the element type of a list")) throw python_error{};
+    const nesting level("looking for the element type of a list");
     auto common = data_type::invalid;
-    try {
-        for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
-            const auto item = py_ref::borrow(PyList_GET_ITEM(list, i));
-            const auto type = store_type_of_value(item.get());
-            if (i != 0 && type != common) {
-                common = data_type::invalid;
-                break;
-            }
-            common = type;
-            if (common == data_type::invalid) break;
-        }
-    } catch (...) {
-        Py_LeaveRecursiveCall();
-        throw;
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
+        const auto item = py_ref::borrow(PyList_GET_ITEM(list, i));
+        const auto type = store_type_of_value(item.get());
+        if (type == data_type::invalid || (i != 0 && type != common)) return data_type::invalid;
+        common = type;
     }
-    Py_LeaveRecursiveCall();
     return common;
 }
 

@@ -1,6 +1,7 @@
 #include "store/path_helpers.hpp"
 
 #include <fmt/format.h>
+#include <strata/store_error.hpp>
 
 #include "store/swig_error.hpp"
 
@@ -30,13 +31,22 @@ strata::data_group retrieve_group(const strata::data_group& parent, std::string_
 }
 
 strata::data_group retrieve_or_create_group(strata::data_group parent, std::string_view path) {
-    return parent.exists_group(path) ? parent.retrieve_group(path) : parent.create_group(path);
+    if (parent.exists_group(path)) return parent.retrieve_group(path);
+    try {
+        return parent.create_group(path);
+    } catch (const strata::store_error& error) { // a path that no group can have
+        throw_runtime_error(error.what());
+    }
 }
 
 void delete_set(strata::data_group group, const strata::data_set& set) {
     const auto name = set.name();
     if (!group.exists_set(name)) throw_no_such_set_to_delete(name);
     group.delete_set(name);
+}
+
+void delete_sets(strata::data_group group) {
+    for (const auto& name : group.list_set_children_name()) group.delete_set(name);
 }
 
 void move_set(strata::data_group target, strata::data_group source, const strata::data_set& set,

@@ -31,6 +31,9 @@ strata::data_group retrieve_or_create_group(strata::data_group parent, std::stri
 /// Removes `set` from `group`; RuntimeError that names the set when the group has none of that name.
 void delete_set(strata::data_group group, const strata::data_set& set);
 
+/// Removes every set of `group`.
+void delete_sets(strata::data_group group);
+
 /// Makes `set`, a member of `source`, the member `name` of `target` instead. Values and attributes are kept. When `target` has
 /// a set or group of that name: RuntimeError, nothing changed.
 void move_set(strata::data_group target, strata::data_group source, const strata::data_set& set,

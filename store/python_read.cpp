@@ -6,6 +6,7 @@
 #include "store/store_log.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
+#include "store/unreadable_scalar.hpp"
 
 namespace mox {
 
@@ -21,6 +22,7 @@ template <typename Native, typename Source> Native read_one(const Source& source
 }
 
 template <typename Source> py_ref read_number(const Source& source, std::string_view failure) {
+    require_readable(source.type(), 1);
     switch (strata::element_kind(source.type())) {
     case data_type::float32:
         return py_ref::checked(PyFloat_FromDouble(static_cast<double>(read_one<float>(source, failure))));
@@ -28,8 +30,7 @@ template <typename Source> py_ref read_number(const Source& source, std::string_
     case data_type::int16:
     case data_type::int32: return py_ref::checked(PyLong_FromLong(read_one<std::int32_t>(source, failure)));
     case data_type::int64: return py_ref::checked(PyLong_FromLongLong(read_one<std::int64_t>(source, failure)));
-    case data_type::boolean: return py_ref::borrow(read_one<bool>(source, failure) ? Py_True : Py_False);
-    default: throw_system_error("Trying to read an unsupported data type for a data set");
+    default: return py_ref::borrow(read_one<bool>(source, failure) ? Py_True : Py_False);
     }
 }
 
@@ -94,13 +95,16 @@ template <typename Source> py_ref read_single_text(const Source& source, const s
     return text;
 }
 
-template <typename Source>
-py_ref read_source(const Source& source, array_form form, std::string_view failure) {
-    const auto type = strata::element_kind(source.type());
+void require_valid(data_type type) {
     if (type == data_type::invalid)
         throw_runtime_error("Impossible to read the content of a data object with an invalid data type");
+}
+
+template <typename Source>
+py_ref read_source(const Source& source, array_form form, std::string_view failure) {
+    require_valid(source.type());
     const auto shape = source.shape();
-    if (type == data_type::string)
+    if (strata::element_kind(source.type()) == data_type::string)
         return shape.dimensions().empty() ? read_single_text(source, shape) : read_text_list(source, shape);
     if (shape.element_count() == 1) return read_number(source, failure);
     return read_array(source, shape, form, failure);
@@ -117,8 +121,7 @@ py_ref read_as_python(const strata::data_selection& selection, array_form form) 
 }
 
 py_ref read_as_python(const strata::data_set& set, array_form form) {
-    if (strata::element_kind(set.type()) == data_type::invalid)
-        throw_runtime_error("Impossible to read the content of a data object with an invalid data type");
+    require_valid(set.type());
     return read_as_python(select_all(set), form);
 }
 

@@ -104,10 +104,11 @@ void write_array(strata::data_attribute& attribute, PyObject* array) {
         log_store_failure(store_failure::write_attribute_type);
         return;
     }
-    // Row-major, aligned and of native byte order; a copy only where the array is not.
+    // Row-major, aligned and of native byte order; a copy only where the array is not. Never of a subclass: its Python code
+    // could change the attribute.
     const auto plain = py_ref::checked(
         PyArray_FromAny(array, PyArray_DescrFromType(numpy_type_of(type)), 0, 0,
-                        NPY_ARRAY_CARRAY_RO | NPY_ARRAY_NOTSWAPPED, nullptr));
+                        NPY_ARRAY_CARRAY_RO | NPY_ARRAY_NOTSWAPPED | NPY_ARRAY_ENSUREARRAY, nullptr));
     write_elements(attribute, PyArray_DATA(plain.array()), static_cast<std::uint64_t>(PyArray_SIZE(plain.array())), type);
 }
 

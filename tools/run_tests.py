@@ -73,7 +73,8 @@ def run_cpp_tests(build: Path, environment: dict[str, str]) -> Tally:
 
 def run_python_tests(build: Path, environment: dict[str, str], arguments: list[str]) -> Tally:
     report = build / "test-results" / "python.xml"
-    search_path = os.pathsep.join([str(build / "package"), str(PROJECT / "python")])
+    folders = [build / "package", build / "tests" / "python", PROJECT / "python"]
+    search_path = os.pathsep.join(map(str, folders))
     return run(
         [sys.executable, "-m", "pytest", "-q", f"--junit-xml={report}", *arguments],
         {**environment, "PYTHONPATH": search_path},

@@ -22,10 +22,6 @@ namespace {
 
 constexpr array_form samples_only{.transpose = false, .squeeze = true};
 
-strata::data_group analog_group(const strata::data_store& acquisition) {
-    return retrieve_group(acquisition.root(), layout::analogs_export);
-}
-
 py_ref gain_of(const strata::data_set& set) {
     const auto code = read<std::int32_t>(set.retrieve_attribute(attribute::gain));
     return py_ref::checked(PyFloat_FromDouble(gain_value(code)));
@@ -57,6 +53,10 @@ outputs<2> read_channel(const strata::data_set& set) {
 }
 
 } // namespace
+
+strata::data_group analog_group(const strata::data_store& acquisition) {
+    return retrieve_group(acquisition.root(), layout::analogs_export);
+}
 
 outputs<2> all(strata::data_store acquisition) {
     const auto group = analog_group(acquisition);

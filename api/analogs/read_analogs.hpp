@@ -10,6 +10,9 @@
 
 namespace mox::analogs {
 
+/// The device group of the analog channels; RuntimeError when it is missing.
+[[nodiscard]] strata::data_group analog_group(const strata::data_store& acquisition);
+
 /// All analog channels: {set name: array of samples}, and their information ("units", "label", "offset", "scale", "description", "gain",
 /// "frequency").
 [[nodiscard]] outputs<2> all(strata::data_store acquisition);

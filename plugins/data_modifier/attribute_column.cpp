@@ -41,7 +41,8 @@ attribute_column::attribute_column(std::string name, const strata::data_attribut
         initial_text_ = known->initial_text;
         initial_number_ = known->initial_number;
     }
-    if (values && values.shape().dimensions().size() <= 1) read(values);
+    if (values && values.shape().dimensions().size() <= 1)
+        read(values);
 }
 
 void attribute_column::read(const strata::data_attribute& values) {
@@ -50,18 +51,20 @@ void attribute_column::read(const strata::data_attribute& values) {
         return;
     }
     numbers_.resize(values.shape().element_count() * element_size(type_));
-    if (!values.read_value(numbers_.data(), type_)) numbers_.clear();
+    if (!values.read_value(numbers_.data(), type_))
+        numbers_.clear();
 }
 
 void attribute_column::create_on(strata::data_set& set, std::uint64_t channel) const {
-    if (type_ == data_type::invalid) return;
+    const auto size = element_size(type_);
+    if (size == 0 && type_ != data_type::string)
+        return;
     auto attribute = set.create_attribute(name_, strata::data_shape{}, type_);
     if (type_ == data_type::string) {
         attribute.write((channel < texts_.size() ? texts_[channel] : initial_text_).c_str());
         return;
     }
-    const auto size = element_size(type_);
-    const bool given = channel < numbers_.size() / size;
+    const bool given = (channel + 1) * size <= numbers_.size();
     static_cast<void>(given ? attribute.write_value(numbers_.data() + channel * size, type_)
                             : attribute.write_value(&initial_number_, data_type::float64));
 }

@@ -11,17 +11,19 @@
 
 namespace data_modifier {
 
-/// One value for each channel, which becomes an attribute of the channel's set. Attributes that a channel set is known by have a
-/// type and an initial value of their own; any other takes the type of the values, and its initial value is zero or empty.
+/// One value for each channel, which becomes an attribute of the channel's set. Attributes that a
+/// channel set is known by have a type and an initial value of their own; any other takes the type
+/// of the values, and its initial value is zero or empty.
 class attribute_column {
   public:
-    /// `values`: an array attribute with an element for each channel; may denote nothing, be too short, or unfit.
+    /// `values`: an array attribute with an element for each channel; may denote nothing, be too
+    /// short, or unfit.
     attribute_column(std::string name, const strata::data_attribute& values);
 
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
 
-    /// Creates the attribute with the channel's value, or with the initial value where there is none.
-    /// Creates nothing when neither is known.
+    /// Creates the attribute with the channel's value, or with the initial value where there is
+    /// none. Creates nothing when neither is known.
     void create_on(strata::data_set& set, std::uint64_t channel) const;
 
   private:
@@ -29,8 +31,8 @@ class attribute_column {
 
     std::string name_;
     strata::data_type type_;
-    std::vector<std::string> texts_;   // of the channels, if the values are texts
-    std::vector<std::byte> numbers_;   // of the channels, if they are numbers
+    std::vector<std::string> texts_; // of the channels, if the values are texts
+    std::vector<std::byte> numbers_; // of the channels, if they are numbers
     std::string initial_text_;
     double initial_number_ = 0.0;
 };

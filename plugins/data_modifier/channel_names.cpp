@@ -7,9 +7,7 @@ namespace data_modifier {
 
 namespace {
 
-bool is_separator(char character) {
-    return character == '/' || character == '\\';
-}
+bool is_separator(char character) { return character == '/' || character == '\\'; }
 
 std::string text_at(const std::vector<std::string>& texts, std::uint64_t index) {
     return index < texts.size() ? texts[index] : std::string{};
@@ -27,15 +25,19 @@ channel_names::channel_names(strata::data_group group, std::vector<std::string> 
 
 std::string channel_names::choose(std::uint64_t index) {
     auto base = text_at(preferred_, index);
-    if (base.empty()) base = text_at(labels_, index);
-    if (base.empty()) base = "unamed_" + std::to_string(index);
+    if (base.empty())
+        base = text_at(labels_, index);
+    if (base.empty())
+        base = "unamed_" + std::to_string(index);
     std::ranges::replace_if(base, is_separator, '_');
 
-    if (!is_taken(group_, base)) return base;
+    if (!is_taken(group_, base))
+        return base;
     auto& suffix = next_suffix_.try_emplace(base, 2).first->second;
     for (;; ++suffix) {
         auto name = base + "_" + std::to_string(suffix);
-        if (!is_taken(group_, name)) return name;
+        if (!is_taken(group_, name))
+            return name;
     }
 }
 

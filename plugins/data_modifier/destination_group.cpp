@@ -12,7 +12,8 @@ namespace {
 std::string topmost_missing(const strata::data_group& root, std::string_view path) {
     for (std::size_t end = 0; end < path.size();) {
         end = std::min(path.find('/', end + 1), path.size());
-        if (!root.exists_group(path.substr(0, end))) return std::string{path.substr(0, end)};
+        if (!root.exists_group(path.substr(0, end)))
+            return std::string{path.substr(0, end)};
     }
     return {};
 }
@@ -24,13 +25,15 @@ destination_group::destination_group(strata::data_group root, const std::string&
       group_(created_.empty() ? root_.retrieve_group(path) : root_.create_group(path)) {}
 
 destination_group::~destination_group() {
-    if (kept_) return;
+    if (kept_)
+        return;
     if (!created_.empty()) {
         root_.delete_group(created_);
         return;
     }
     for (const auto& name : announced_) {
-        if (group_.exists_set(name)) group_.delete_set(name);
+        if (group_.exists_set(name))
+            group_.delete_set(name);
     }
 }
 

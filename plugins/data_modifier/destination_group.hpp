@@ -7,7 +7,8 @@
 
 namespace data_modifier {
 
-/// The group that receives the channels. Unless it is kept, everything that was made for it is taken away again.
+/// The group that receives the channels. Unless it is kept, everything that was made for it is
+/// taken away again.
 class destination_group {
   public:
     /// Opens the group, or creates it and those on the way. Throws strata::store_error.
@@ -25,7 +26,8 @@ class destination_group {
 
   private:
     strata::data_group root_;
-    std::string created_; // path of the topmost group that was created; empty when the group existed
+    std::string
+        created_; // path of the topmost group that was created; empty when the group existed
     strata::data_group group_;
     std::vector<std::string> announced_;
     bool kept_ = false;

@@ -9,7 +9,8 @@
 
 namespace data_modifier {
 
-/// An array attribute of the source set, one element a channel, that becomes an attribute of each channel's set.
+/// An array attribute of the source set, one element a channel, that becomes an attribute of each
+/// channel's set.
 struct attribute_split {
     std::string source;      ///< name of the array attribute
     std::string destination; ///< name that the channel's set receives its element under

@@ -29,15 +29,21 @@ struct channel_columns {
     std::vector<attribute_column> others;
 };
 
-channel_columns read_columns(const split_source& source, const std::vector<attribute_split>& splits) {
+channel_columns read_columns(const split_source& source,
+                             const std::vector<attribute_split>& splits) {
     const auto column = [&](const char* name, const char* otherwise) {
         const auto split = std::ranges::find(splits, name, &attribute_split::destination);
-        return attribute_column{name, source.set.retrieve_attribute(split == splits.end() ? otherwise : split->source)};
+        return attribute_column{
+            name, source.set.retrieve_attribute(split == splits.end() ? otherwise : split->source)};
     };
-    channel_columns columns{column("Description", ""), column("Label", "Labels"), column("Unit", ""), {}};
+    channel_columns columns{
+        column("Description", ""), column("Label", "Labels"), column("Unit", ""), {}};
     for (const auto& split : splits) {
-        const auto is_split = [&](const attribute_column& fixed) { return fixed.name() == split.destination; };
-        if (is_split(columns.description) || is_split(columns.label) || is_split(columns.unit)) continue;
+        const auto is_split = [&](const attribute_column& fixed) {
+            return fixed.name() == split.destination;
+        };
+        if (is_split(columns.description) || is_split(columns.label) || is_split(columns.unit))
+            continue;
         columns.others.emplace_back(split.destination, source.set.retrieve_attribute(split.source));
     }
     return columns;
@@ -46,7 +52,8 @@ channel_columns read_columns(const split_source& source, const std::vector<attri
 /// Makes a number an attribute of a group or a set, in the place of one of that name.
 template <typename Owner, typename Number>
 void give_number(Owner& owner, const char* name, data_type type, Number value) {
-    if (owner.exists_attribute(name)) owner.delete_attribute(name);
+    if (owner.exists_attribute(name))
+        owner.delete_attribute(name);
     auto attribute = owner.create_attribute(name, strata::data_shape{}, type);
     static_cast<void>(attribute.write_value(&value, type));
 }
@@ -54,7 +61,8 @@ void give_number(Owner& owner, const char* name, data_type type, Number value) {
 void make_channel(const split_source& source, const channel_columns& columns, std::uint64_t channel,
                   strata::data_group& group, const std::string& name) {
     std::vector samples{strata::share_channel(source.set, channel)};
-    auto set = strata::create_channel_set(group, name, source.components, source.samples, std::move(samples));
+    auto set = strata::create_channel_set(group, name, source.components, source.samples,
+                                          std::move(samples));
 
     columns.description.create_on(set, channel);
     give_number(set, "RelativeSetIndex", data_type::int32, static_cast<std::int32_t>(channel));
@@ -62,10 +70,12 @@ void make_channel(const split_source& source, const channel_columns& columns, st
     columns.unit.create_on(set, channel);
     give_number(set, "SampleRate", data_type::float64, source.sample_rate);
     give_number(set, "StartTime", data_type::float64, source.start_time_s);
-    for (const auto& column : columns.others) column.create_on(set, channel);
+    for (const auto& column : columns.others)
+        column.create_on(set, channel);
 
     for (const auto& row_attribute : source.row_attributes) {
-        if (set.exists_attribute(row_attribute)) continue;
+        if (set.exists_attribute(row_attribute))
+            continue;
         auto row = strata::share_row(source.set.retrieve_attribute(row_attribute), channel);
         strata::create_row_attribute(set, row_attribute, std::move(row));
     }
@@ -77,10 +87,12 @@ void split(strata::data_group& root, const split_parameters& parameters) {
 
     destination_group destination{root, parameters.destination_group};
     auto& group = destination.group();
-    channel_names names{group, read_texts(source.set.retrieve_attribute("SetNames")), source.labels};
+    channel_names names{group, read_texts(source.set.retrieve_attribute("SetNames")),
+                        source.labels};
     for (std::uint64_t channel = 0; channel < source.channels; ++channel) {
         const auto label = channel < source.labels.size() ? source.labels[channel] : std::string{};
-        if (parameters.labels_filter && !parameters.labels_filter->contains(label)) continue;
+        if (parameters.labels_filter && !parameters.labels_filter->contains(label))
+            continue;
         const auto name = names.choose(channel);
         destination.announce(name);
         make_channel(source, columns, channel, group, name);
@@ -93,7 +105,8 @@ void split(strata::data_group& root, const split_parameters& parameters) {
 
 } // namespace
 
-anvil::status split_set_unit::evaluate(strata::data_group& target, const anvil::json& parameters) const {
+anvil::status split_set_unit::evaluate(strata::data_group& target,
+                                       const anvil::json& parameters) const {
     try {
         split(target, parse_split_parameters(parameters));
         return {};

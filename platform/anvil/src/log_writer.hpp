@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string_view>
 
@@ -15,7 +16,7 @@ namespace anvil {
 class log_writer {
   public:
     using clock = std::chrono::steady_clock;
-    static constexpr std::uint64_t full_size = 5 * 1024 * 1024;
+    static constexpr std::uint64_t full_size = std::uint64_t{5} * 1024 * 1024;
     static constexpr std::chrono::seconds pause{10};
 
     /// With `sets_aside`, a file that has reached its full size is set aside before the next lines.
@@ -38,9 +39,8 @@ class log_writer {
     log_file file_;
     bool sets_aside_;
     clock::time_point (*now_)() noexcept;
-    clock::time_point retry_time_ = clock::time_point::min(); // no attempt to open the file before
-    clock::time_point rotation_time_ =
-        clock::time_point::min(); // no attempt to set it aside before
+    clock::time_point retry_time_ = clock::time_point::min();    // of opening the file
+    clock::time_point rotation_time_ = clock::time_point::min(); // of setting it aside
     bool line_is_broken_ = false; // the file ends in a part of a line, because the disk was full
 };
 

@@ -12,17 +12,20 @@ namespace {
 class read_text_buffer {
   public:
     explicit read_text_buffer(const strata::data_attribute& attribute)
-        : shape_(attribute.shape()), texts_(static_cast<std::size_t>(shape_.element_count()), nullptr) {
+        : shape_(attribute.shape()),
+          texts_(static_cast<std::size_t>(shape_.element_count()), nullptr) {
         filled_ = !texts_.empty() && attribute.read_value(texts_.data(), strata::data_type::string);
     }
     read_text_buffer(const read_text_buffer&) = delete;
     read_text_buffer& operator=(const read_text_buffer&) = delete;
     ~read_text_buffer() {
-        if (filled_) strata::data_converter_string_clean_buffer(shape_, texts_.data());
+        if (filled_)
+            strata::data_converter_string_clean_buffer(shape_, texts_.data());
     }
 
     [[nodiscard]] std::vector<std::string> texts() const {
-        if (!filled_) return {};
+        if (!filled_)
+            return {};
         return {texts_.begin(), texts_.end()};
     }
 
@@ -35,7 +38,8 @@ class read_text_buffer {
 } // namespace
 
 std::vector<std::string> read_texts(const strata::data_attribute& attribute) {
-    if (!attribute || strata::element_kind(attribute.type()) != strata::data_type::string) return {};
+    if (!attribute || strata::element_kind(attribute.type()) != strata::data_type::string)
+        return {};
     return read_text_buffer(attribute).texts();
 }
 

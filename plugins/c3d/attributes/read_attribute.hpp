@@ -11,7 +11,8 @@
 
 namespace c3d {
 
-// What cannot be read counts as missing: a missing attribute, one of another kind, one without elements.
+// What cannot be read counts as missing: a missing attribute, one of another kind, one without
+// elements.
 
 /// All texts in row-major order; empty when there are none.
 [[nodiscard]] std::vector<std::string> read_texts(const strata::data_attribute& attribute);
@@ -19,9 +20,11 @@ namespace c3d {
 /// All numbers in row-major order, converted; empty when there are none.
 template <typename Number>
 [[nodiscard]] std::vector<Number> read_numbers(const strata::data_attribute& attribute) {
-    if (!attribute) return {};
+    if (!attribute)
+        return {};
     std::vector<Number> values(static_cast<std::size_t>(attribute.shape().element_count()));
-    if (values.empty() || !attribute.read_value(values.data(), data_type_of<Number>)) return {};
+    if (values.empty() || !attribute.read_value(values.data(), data_type_of<Number>))
+        return {};
     return values;
 }
 

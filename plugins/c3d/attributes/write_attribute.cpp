@@ -5,9 +5,11 @@
 namespace c3d {
 
 void set_value(strata::data_attribute attribute, const void* elements, strata::data_type type) {
-    if (attribute.shape().element_count() == 0) return;
+    if (attribute.shape().element_count() == 0)
+        return;
     if (!attribute.write_value(elements, type)) {
-        throw strata::store_error("the value of the attribute '" + attribute.name() + "' was refused");
+        throw strata::store_error("the value of the attribute '" + attribute.name() +
+                                  "' was refused");
     }
 }
 

@@ -14,7 +14,8 @@
 
 namespace c3d {
 
-/// Gives a new attribute its value: as many elements as its shape has. Throws store_error when the store refuses it.
+/// Gives a new attribute its value: as many elements as its shape has. Throws store_error when the
+/// store refuses it.
 void set_value(strata::data_attribute attribute, const void* elements, strata::data_type type);
 
 // All others create the attribute on a group or a set, which must not have it yet (store_error).
@@ -39,8 +40,10 @@ void write_numbers(Owner& owner, std::string_view name, const std::vector<Number
     write_numbers(owner, name, shape, std::span<const Number>(values));
 }
 
-template <typename Owner> void write_text(Owner& owner, std::string_view name, const std::string& text) {
-    owner.create_attribute(name, strata::data_shape(false), strata::data_type::string).write(text.c_str());
+template <typename Owner>
+void write_text(Owner& owner, std::string_view name, const std::string& text) {
+    owner.create_attribute(name, strata::data_shape(false), strata::data_type::string)
+        .write(text.c_str());
 }
 
 template <typename Owner>
@@ -48,7 +51,8 @@ void write_texts(Owner& owner, std::string_view name, const strata::data_shape& 
                  std::span<const std::string> texts) {
     std::vector<const char*> pointers;
     pointers.reserve(texts.size());
-    for (const auto& text : texts) pointers.push_back(text.c_str());
+    for (const auto& text : texts)
+        pointers.push_back(text.c_str());
     constexpr auto type = strata::data_type::string;
     set_value(owner.create_attribute(name, shape, type), pointers.data(), type);
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-// The decoding loops, written once over "lanes": vectors of four floats as the processor offers them. Samples are taken
-// in tiles of 4 rows (frames, or instants) × 4 columns (x y z and the fourth word, or channels): a file holds rows one
-// behind the other, a channel holds a column, so every tile is transposed on its way.
+// The decoding loops, written once over "lanes": vectors of four floats as the processor offers
+// them. Samples are taken in tiles of 4 rows (frames, or instants) × 4 columns (x y z and the
+// fourth word, or channels): a file holds rows one behind the other, a channel holds a column, so
+// every tile is transposed on its way.
 
 #include <algorithm>
 #include <array>
@@ -74,21 +75,25 @@ bool decode_point(const point_block& block, const std::byte* sample, const point
 }
 
 template <typename Lanes, typename Elements>
-bool decode_points(const point_block& block, std::span<const point_target> targets, residual_rule rule) {
-    if (block.frames == 0) return false;
+bool decode_points(const point_block& block, std::span<const point_target> targets,
+                   residual_rule rule) {
+    if (block.frames == 0)
+        return false;
     bool found = false;
     auto* sample = block.points;
     for (const auto& target : targets) {
-        const bool any = rule == residual_rule::decides
-                             ? decode_point<Lanes, Elements, residual_rule::decides>(block, sample, target)
-                             : decode_point<Lanes, Elements, residual_rule::ignored>(block, sample, target);
+        const bool any =
+            rule == residual_rule::decides
+                ? decode_point<Lanes, Elements, residual_rule::decides>(block, sample, target)
+                : decode_point<Lanes, Elements, residual_rule::ignored>(block, sample, target);
         found = found || any;
         sample += 4 * Elements::element_bytes;
     }
     return found;
 }
 
-/// One tile of columns, from the rows on. With fewer than four columns the rows are copied, so that nothing behind them is read.
+/// One tile of columns, from the rows on. With fewer than four columns the rows are copied, so that
+/// nothing behind them is read.
 template <typename Elements>
 auto load_columns(const column_block& block, std::size_t row, std::size_t count, std::size_t column,
                   std::size_t columns) {
@@ -96,7 +101,8 @@ auto load_columns(const column_block& block, std::size_t row, std::size_t count,
     for (std::size_t i = 0; i < tile_edge; ++i) {
         rows[i] = block.rows[row + std::min(i, count - 1)] + column * Elements::element_bytes;
     }
-    if (columns == tile_edge) return Elements::load(rows);
+    if (columns == tile_edge)
+        return Elements::load(rows);
     std::array<std::array<std::byte, tile_edge * Elements::element_bytes>, tile_edge> copies{};
     for (std::size_t i = 0; i < tile_edge; ++i) {
         std::memcpy(copies[i].data(), rows[i], columns * Elements::element_bytes);
@@ -105,19 +111,26 @@ auto load_columns(const column_block& block, std::size_t row, std::size_t count,
     return Elements::load(rows);
 }
 
+/// Rows whose cache lines stay in the first-level cache from one tile of columns to the next, which
+/// reads the same lines.
+inline constexpr std::size_t cached_rows = 128;
+
 template <typename Lanes, typename Elements>
 void decode_columns(const column_block& block, std::span<float* const> targets) {
     const auto columns = std::min(tile_edge, targets.size());
-    for (std::size_t next = 0; next < targets.size(); next += tile_edge) {
-        // The last tile reaches back over columns that are done, rather than beyond the row.
-        const auto column = std::min(next, targets.size() - columns);
-        for (std::size_t row = 0; row < block.rows.size(); row += tile_edge) {
-            const auto count = std::min(tile_edge, block.rows.size() - row);
-            const auto tile = load_columns<Elements>(block, row, count, column, columns);
-            const auto position = block.first_row + row;
-            const std::array values = {tile.first, tile.second, tile.third, tile.fourth};
-            for (std::size_t i = 0; i < columns; ++i) {
-                store_lanes<Lanes>(targets[column + i] + position, values[i], count);
+    for (std::size_t first = 0; first < block.rows.size(); first += cached_rows) {
+        const auto end = std::min(first + cached_rows, block.rows.size());
+        for (std::size_t next = 0; next < targets.size(); next += tile_edge) {
+            // The last tile reaches back over columns that are done, rather than beyond the row.
+            const auto column = std::min(next, targets.size() - columns);
+            for (std::size_t row = first; row < end; row += tile_edge) {
+                const auto count = std::min(tile_edge, end - row);
+                const auto tile = load_columns<Elements>(block, row, count, column, columns);
+                const std::array values = {tile.first, tile.second, tile.third, tile.fourth};
+                for (std::size_t i = 0; i < columns; ++i) {
+                    store_lanes<Lanes>(targets[column + i] + block.first_row + row, values[i],
+                                       count);
+                }
             }
         }
     }
@@ -140,9 +153,12 @@ kernel_set kernels_of_format(sample_storage storage, word_sign sign) noexcept {
 template <typename Lanes>
 kernel_set kernels_of(number_format format, sample_storage storage, word_sign sign) noexcept {
     switch (format) {
-    case number_format::dec: return kernels_of_format<Lanes, number_format::dec>(storage, sign);
-    case number_format::mips: return kernels_of_format<Lanes, number_format::mips>(storage, sign);
-    case number_format::intel: break;
+    case number_format::dec:
+        return kernels_of_format<Lanes, number_format::dec>(storage, sign);
+    case number_format::mips:
+        return kernels_of_format<Lanes, number_format::mips>(storage, sign);
+    case number_format::intel:
+        break;
     }
     return kernels_of_format<Lanes, number_format::intel>(storage, sign);
 }

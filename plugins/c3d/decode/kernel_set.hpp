@@ -28,7 +28,8 @@ struct point_block {
     std::size_t total_frames; ///< frames of a target, hence the distance of its components
 };
 
-/// What makes a sample of a point valid. Coordinates that are infinite or NaN make any sample invalid.
+/// What makes a sample of a point valid. Coordinates that are infinite or NaN make any sample
+/// invalid.
 enum class residual_rule {
     decides, ///< a fourth word from 0 to below 32,768
     ignored, ///< any fourth word; 0 goes to the residuals
@@ -42,8 +43,9 @@ struct column_block {
 
 /// The decoding loops for one kind of data section.
 struct kernel_set {
-    /// Decodes all points of a block: an element for each sample, NaN and a residual of −1 where it is invalid. True when a
-    /// sample is valid (under `ignored`: when one is and has a coordinate other than 0).
+    /// Decodes all points of a block: an element for each sample, NaN and a residual of −1 where it
+    /// is invalid. True when a sample is valid (under `ignored`: when one is and has a coordinate
+    /// other than 0).
     bool (*points)(const point_block&, std::span<const point_target>, residual_rule);
 
     /// Decodes the columns of a block, each to its target.
@@ -51,6 +53,7 @@ struct kernel_set {
 };
 
 /// The loops made for this processor. Real samples have no word sign.
-[[nodiscard]] kernel_set kernels_for(number_format format, sample_storage storage, word_sign sign) noexcept;
+[[nodiscard]] kernel_set kernels_for(number_format format, sample_storage storage,
+                                     word_sign sign) noexcept;
 
 } // namespace c3d

@@ -59,12 +59,14 @@ struct portable_lanes {
 
     static vector select(const mask& chosen, const vector& yes, const vector& no) noexcept {
         vector result;
-        for (std::size_t i = 0; i < 4; ++i) result[i] = chosen[i] ? yes[i] : no[i];
+        for (std::size_t i = 0; i < 4; ++i)
+            result[i] = chosen[i] ? yes[i] : no[i];
         return result;
     }
 
     static void store(float* target, const vector& values) noexcept {
-        for (std::size_t i = 0; i < 4; ++i) target[i] = values[i];
+        for (std::size_t i = 0; i < 4; ++i)
+            target[i] = values[i];
     }
 
   private:
@@ -76,7 +78,8 @@ struct portable_lanes {
     static tile transposed(const tile_rows& rows, std::size_t element_bytes, Read read) noexcept {
         const auto column = [&](std::size_t index) {
             vector values;
-            for (std::size_t i = 0; i < 4; ++i) values[i] = read(rows[i] + index * element_bytes);
+            for (std::size_t i = 0; i < 4; ++i)
+                values[i] = read(rows[i] + index * element_bytes);
             return values;
         };
         return {column(0), column(1), column(2), column(3)};

@@ -37,10 +37,11 @@ struct sse2_lanes {
     static mask no_lane() noexcept { return _mm_setzero_ps(); }
 
     static mask finite(vector a, vector b, vector c) noexcept {
-        // Zero times a finite number is zero; times infinity or NaN it is NaN, which no sum takes away.
+        // Zero times a finite number is zero; times infinity or NaN it is NaN, which no sum takes
+        // away.
         const auto zero = _mm_setzero_ps();
-        const auto sum = _mm_add_ps(_mm_add_ps(_mm_mul_ps(a, zero), _mm_mul_ps(b, zero)),
-                                    _mm_mul_ps(c, zero));
+        const auto sum =
+            _mm_add_ps(_mm_add_ps(_mm_mul_ps(a, zero), _mm_mul_ps(b, zero)), _mm_mul_ps(c, zero));
         return _mm_cmpeq_ps(sum, zero);
     }
     static mask any_nonzero(vector a, vector b, vector c) noexcept {
@@ -90,7 +91,8 @@ struct sse2_lanes {
 
     template <number_format Format> static vector reals(const std::byte* row) noexcept {
         const auto raw = _mm_loadu_si128(reinterpret_cast<const __m128i*>(row));
-        if constexpr (Format == number_format::dec) return vax_reals(words_swapped(raw));
+        if constexpr (Format == number_format::dec)
+            return vax_reals(words_swapped(raw));
         if constexpr (Format == number_format::mips) {
             return _mm_castsi128_ps(words_swapped(bytes_swapped(raw)));
         }
@@ -102,7 +104,8 @@ struct sse2_lanes {
         return Format == number_format::mips ? bytes_swapped(raw) : raw;
     }
 
-    // A word beside a copy of itself, shifted down, is that word widened with its sign; beside zero, without.
+    // A word beside a copy of itself, shifted down, is that word widened with its sign; beside
+    // zero, without.
     template <word_sign Sign> static vector low_words(__m128i value) noexcept {
         const auto widened = Sign == word_sign::with
                                  ? _mm_srai_epi32(_mm_unpacklo_epi16(value, value), 16)

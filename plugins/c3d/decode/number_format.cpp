@@ -17,20 +17,27 @@ std::uint32_t byte_at(const std::byte* bytes, std::size_t index) noexcept {
 std::optional<number_format> format_of_processor_byte(std::uint8_t byte) noexcept {
     switch (byte) {
     case 1:
-    case 84: return number_format::intel;
+    case 84:
+        return number_format::intel;
     case 2:
-    case 85: return number_format::dec;
+    case 85:
+        return number_format::dec;
     case 3:
-    case 86: return number_format::mips;
-    default: return std::nullopt;
+    case 86:
+        return number_format::mips;
+    default:
+        return std::nullopt;
     }
 }
 
 std::string_view name_of(number_format format) noexcept {
     switch (format) {
-    case number_format::intel: return "Intel";
-    case number_format::dec: return "DEC";
-    case number_format::mips: return "MIPS";
+    case number_format::intel:
+        return "Intel";
+    case number_format::dec:
+        return "DEC";
+    case number_format::mips:
+        return "MIPS";
     }
     return "";
 }
@@ -48,11 +55,13 @@ std::int16_t read_signed_word(number_format format, const std::byte* bytes) noex
 
 float read_real(number_format format, const std::byte* bytes) noexcept {
     switch (format) {
-    case number_format::dec: return decode_vax_float(std::span<const std::byte, 4>(bytes, 4));
+    case number_format::dec:
+        return decode_vax_float(std::span<const std::byte, 4>(bytes, 4));
     case number_format::mips:
         return std::bit_cast<float>(byte_at(bytes, 0) << 24 | byte_at(bytes, 1) << 16 |
                                     byte_at(bytes, 2) << 8 | byte_at(bytes, 3));
-    case number_format::intel: break;
+    case number_format::intel:
+        break;
     }
     return std::bit_cast<float>(byte_at(bytes, 3) << 24 | byte_at(bytes, 2) << 16 |
                                 byte_at(bytes, 1) << 8 | byte_at(bytes, 0));

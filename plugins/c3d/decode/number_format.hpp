@@ -14,17 +14,20 @@ enum class number_format : std::uint8_t {
     mips = 86,  ///< big-endian words, IEEE reals
 };
 
-/// The format that a processor byte stands for. 1 to 3 are taken for 84 to 86: some writers leave the 83 out.
+/// The format that a processor byte stands for. 1 to 3 are taken for 84 to 86: some writers leave
+/// the 83 out.
 [[nodiscard]] std::optional<number_format> format_of_processor_byte(std::uint8_t byte) noexcept;
 
 /// "Intel", "DEC" or "MIPS".
 [[nodiscard]] std::string_view name_of(number_format format) noexcept;
 
 /// One 16-bit word at `bytes`, which holds at least two.
-[[nodiscard]] std::uint16_t read_unsigned_word(number_format format, const std::byte* bytes) noexcept;
+[[nodiscard]] std::uint16_t read_unsigned_word(number_format format,
+                                               const std::byte* bytes) noexcept;
 [[nodiscard]] std::int16_t read_signed_word(number_format format, const std::byte* bytes) noexcept;
 
-/// One real at `bytes`, which holds at least four. Any bit pattern is allowed; the result may be infinite or NaN.
+/// One real at `bytes`, which holds at least four. Any bit pattern is allowed; the result may be
+/// infinite or NaN.
 [[nodiscard]] float read_real(number_format format, const std::byte* bytes) noexcept;
 
 } // namespace c3d

@@ -15,17 +15,21 @@ constexpr std::uint8_t octet(char character) noexcept {
 
 /// How far `bytes` are UTF-8.
 struct utf8_extent {
-    std::size_t valid = 0;    ///< length of the part that is valid
-    bool multibyte = false;   ///< that part has characters beyond ASCII
-    bool cut_at_end = false;  ///< what follows is the beginning of one character, and nothing else
+    std::size_t valid = 0;   ///< length of the part that is valid
+    bool multibyte = false;  ///< that part has characters beyond ASCII
+    bool cut_at_end = false; ///< what follows is the beginning of one character, and nothing else
 };
 
 /// Length of the character that `lead` begins, 0 when it begins none.
 std::size_t length_of(std::uint8_t lead) noexcept {
-    if (lead < 0x80) return 1;
-    if (lead >= 0xC2 && lead <= 0xDF) return 2;
-    if (lead >= 0xE0 && lead <= 0xEF) return 3;
-    if (lead >= 0xF0 && lead <= 0xF4) return 4;
+    if (lead < 0x80)
+        return 1;
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return 2;
+    if (lead >= 0xE0 && lead <= 0xEF)
+        return 3;
+    if (lead >= 0xF0 && lead <= 0xF4)
+        return 4;
     return 0;
 }
 
@@ -41,12 +45,14 @@ utf8_extent extent_of(std::string_view bytes) noexcept {
     while (extent.valid < bytes.size()) {
         const auto lead = octet(bytes[extent.valid]);
         const auto length = length_of(lead);
-        if (length == 0) return extent;
+        if (length == 0)
+            return extent;
         const auto available = std::min(length, bytes.size() - extent.valid);
         for (std::size_t i = 1; i < available; ++i) {
             const auto next = octet(bytes[extent.valid + i]);
             const bool fits = i == 1 ? is_second(lead, next) : (next & 0xC0) == 0x80;
-            if (!fits) return extent;
+            if (!fits)
+                return extent;
         }
         if (available < length) {
             extent.cut_at_end = true;
@@ -101,13 +107,15 @@ bool is_utf8(std::string_view bytes) noexcept { return extent_of(bytes).valid ==
 
 std::string as_utf8(std::string_view bytes) {
     const auto extent = extent_of(bytes);
-    // A lone first byte at the end is Latin text ("café"); after other UTF-8 characters it is a cut one.
+    // A lone first byte at the end is Latin text ("café"); after other UTF-8 characters it is a cut
+    // one.
     if (extent.valid == bytes.size() || (extent.cut_at_end && extent.multibyte)) {
         return std::string(bytes);
     }
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 4);
-    for (char character : bytes) append_windows_1252(text, character);
+    for (char character : bytes)
+        append_windows_1252(text, character);
     return text;
 }
 

@@ -15,9 +15,11 @@ float decode_vax_bits(std::uint32_t bits) noexcept {
     if (exponent == 0) {
         return bits >> 31 != 0 ? std::numeric_limits<float>::quiet_NaN() : 0.0F;
     }
-    // The fields lie as in an IEEE single, whose exponent means four times as much. Dividing by four takes two off the
-    // exponent, also of exponent 255, which would be infinity in IEEE; where nothing is left to take, the division rounds.
-    if (exponent > 2) return std::bit_cast<float>(bits - (2u << 23));
+    // The fields lie as in an IEEE single, whose exponent means four times as much. Dividing by
+    // four takes two off the exponent, also of exponent 255, which would be infinity in IEEE; where
+    // nothing is left to take, the division rounds.
+    if (exponent > 2)
+        return std::bit_cast<float>(bits - (2u << 23));
     return std::bit_cast<float>(bits) * 0.25F;
 }
 

@@ -6,9 +6,10 @@
 
 namespace c3d {
 
-/// One DEC F_floating number (4 bytes as in the file: two little-endian words, the high one first) as an IEEE single.
-/// Exponent 0 means zero, whatever the fraction; with the sign bit set it is a reserved operand and gives NaN.
-/// The two smallest exponents give IEEE denormals, rounded to nearest.
+/// One DEC F_floating number (4 bytes as in the file: two little-endian words, the high one first)
+/// as an IEEE single. Exponent 0 means zero, whatever the fraction; with the sign bit set it is a
+/// reserved operand and gives NaN. The two smallest exponents give IEEE denormals, rounded to
+/// nearest.
 [[nodiscard]] float decode_vax_float(std::span<const std::byte, 4> bytes) noexcept;
 
 /// As decode_vax_float, from the 32 bits in the order sign, exponent, fraction.

@@ -9,7 +9,8 @@
 
 namespace c3d {
 
-/// A file that cannot be read. The text says what was expected and what was found, the offset where.
+/// A file that cannot be read. The text says what was expected and what was found, the offset
+/// where.
 class c3d_error : public std::runtime_error {
   public:
     template <typename... Arguments>

@@ -38,19 +38,24 @@ channel_entries::channel_entries(const parameter_table& parameters, std::string_
 }
 
 std::optional<channel_entries::place> channel_entries::find(std::uint64_t channel) const noexcept {
-    if (same_for_all_) channel = 0;
-    const auto behind = std::upper_bound(parts_.begin(), parts_.end(), channel,
-                                         [](auto value, const part& item) { return value < item.first; });
-    if (behind == parts_.begin()) return std::nullopt;
+    if (same_for_all_)
+        channel = 0;
+    const auto behind =
+        std::upper_bound(parts_.begin(), parts_.end(), channel,
+                         [](auto value, const part& item) { return value < item.first; });
+    if (behind == parts_.begin())
+        return std::nullopt;
     const auto& found = *(behind - 1);
     const auto index = channel - found.first;
-    if (index >= entry_count(*found.item)) return std::nullopt;
+    if (index >= entry_count(*found.item))
+        return std::nullopt;
     return place{found.item, index};
 }
 
 std::optional<std::string> channel_entries::text(std::uint64_t channel) const {
     const auto found = find(channel);
-    if (!found || found->item->type != element_type::character) return std::nullopt;
+    if (!found || found->item->type != element_type::character)
+        return std::nullopt;
     return as_utf8(found->item->text(found->index));
 }
 
@@ -61,15 +66,18 @@ std::optional<double> channel_entries::number(std::uint64_t channel) const noexc
 
 std::optional<std::int16_t> channel_entries::word(std::uint64_t channel) const noexcept {
     const auto found = find(channel);
-    if (!found || found->item->type != element_type::integer) return std::nullopt;
+    if (!found || found->item->type != element_type::integer)
+        return std::nullopt;
     return static_cast<std::int16_t>(*found->item->number(found->index));
 }
 
 std::vector<std::string> channel_entries::all_texts() const {
     std::vector<std::string> texts;
     for (const auto& [item, first] : parts_) {
-        if (item->type != element_type::character || item->data.empty()) continue;
-        for (std::uint64_t i = 0; i < item->text_count(); ++i) texts.push_back(as_utf8(item->text(i)));
+        if (item->type != element_type::character || item->data.empty())
+            continue;
+        for (std::uint64_t i = 0; i < item->text_count(); ++i)
+            texts.push_back(as_utf8(item->text(i)));
     }
     return texts;
 }

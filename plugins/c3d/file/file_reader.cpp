@@ -20,8 +20,10 @@ std::size_t read_at(anvil::io_device& device, std::uint64_t offset, std::span<st
 } // namespace
 
 std::vector<std::byte> file_reader::read_up_to(std::uint64_t offset, std::size_t count) const {
-    if (offset >= size_) return {};
-    std::vector<std::byte> bytes(static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset)));
+    if (offset >= size_)
+        return {};
+    std::vector<std::byte> bytes(
+        static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset)));
     bytes.resize(read_at(*device_, offset, bytes));
     return bytes;
 }

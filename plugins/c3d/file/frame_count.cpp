@@ -8,12 +8,15 @@ namespace {
 
 constexpr std::uint64_t word_limit = 65535;
 
-/// A 32-bit number held as two words, the low one first. Some writers use reals or a single element; all are understood.
+/// A 32-bit number held as two words, the low one first. Some writers use reals or a single
+/// element; all are understood.
 std::optional<std::uint64_t> field_number(const parameter* item) {
-    if (!item) return std::nullopt;
+    if (!item)
+        return std::nullopt;
     const auto low = item->count(0);
     const auto high = item->count(1);
-    if (!low || !high || item->type != element_type::integer) return low;
+    if (!low || !high || item->type != element_type::integer)
+        return low;
     return *low + 65536 * *high;
 }
 
@@ -26,7 +29,8 @@ std::optional<std::uint64_t> trial_frames(const frame_claims& claims) {
 
 /// The range holds for writers that count from 0, too. A range of 0 to 0 is an unused one.
 std::optional<std::uint64_t> header_frames(const frame_claims& claims) {
-    if (claims.header_last < claims.header_first || claims.header_last == 0) return std::nullopt;
+    if (claims.header_last < claims.header_first || claims.header_last == 0)
+        return std::nullopt;
     return std::uint64_t{claims.header_last} - claims.header_first + 1;
 }
 
@@ -37,9 +41,11 @@ std::optional<std::uint64_t> above_zero(std::optional<std::uint64_t> count) {
 /// A 16-bit count plus the multiple of 65,536 that fills the section.
 std::optional<std::uint64_t> unwrapped(std::uint64_t frames, const frame_room& room) {
     const auto most = room.most();
-    if (most <= frames) return std::nullopt;
+    if (most <= frames)
+        return std::nullopt;
     const auto candidate = frames + (most - frames) / 65536 * 65536;
-    return candidate > frames && room.is_filled_by(candidate) ? std::optional(candidate) : std::nullopt;
+    return candidate > frames && room.is_filled_by(candidate) ? std::optional(candidate)
+                                                              : std::nullopt;
 }
 
 } // namespace
@@ -61,20 +67,25 @@ frame_claims frame_claims_of(const c3d_file& file) {
 
 std::optional<frame_count> claimed_frames(const frame_claims& claims) {
     using enum count_reliability;
-    if (claims.long_frames) return frame_count{*claims.long_frames, "POINT:LONG_FRAMES", exact};
-    if (above_zero(claims.real_frames)) return frame_count{*claims.real_frames, "POINT:FRAMES", exact};
+    if (claims.long_frames)
+        return frame_count{*claims.long_frames, "POINT:LONG_FRAMES", exact};
+    if (above_zero(claims.real_frames))
+        return frame_count{*claims.real_frames, "POINT:FRAMES", exact};
     const bool is_saturated = claims.word_frames == word_limit;
     if (above_zero(claims.word_frames) && !is_saturated) {
         return frame_count{*claims.word_frames, "POINT:FRAMES", may_be_wrapped};
     }
-    if (const auto frames = trial_frames(claims)) return frame_count{*frames, "TRIAL", exact};
-    if (is_saturated) return frame_count{word_limit, "POINT:FRAMES", saturated};
+    if (const auto frames = trial_frames(claims))
+        return frame_count{*frames, "TRIAL", exact};
+    if (is_saturated)
+        return frame_count{word_limit, "POINT:FRAMES", saturated};
     // A FRAMES of 0 beside a header range comes from writers that count no frames without points.
     if (const auto frames = header_frames(claims)) {
         const bool at_end = claims.header_last == word_limit;
         return frame_count{*frames, "the header", at_end ? saturated : may_be_wrapped};
     }
-    if (claims.word_frames || claims.real_frames) return frame_count{0, "POINT:FRAMES", exact};
+    if (claims.word_frames || claims.real_frames)
+        return frame_count{0, "POINT:FRAMES", exact};
     return std::nullopt;
 }
 
@@ -87,35 +98,42 @@ std::optional<frame_count> count_that_fills(const frame_claims& claims, const fr
         {header_frames(claims), "the header"},
     }};
     for (const auto& [frames, source] : all) {
-        if (frames && *frames > 0 && room.is_filled_by(*frames)) return frame_count{*frames, source};
+        if (frames && *frames > 0 && room.is_filled_by(*frames))
+            return frame_count{*frames, source};
     }
     const auto claimed = claimed_frames(claims);
-    if (!claimed || claimed->reliability == count_reliability::exact) return std::nullopt;
+    if (!claimed || claimed->reliability == count_reliability::exact)
+        return std::nullopt;
     const auto frames = unwrapped(claimed->frames, room);
     return frames ? std::optional(frame_count{*frames, "the file's length"}) : std::nullopt;
 }
 
-std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& room, warnings& notes) {
+std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& room,
+                                warnings& notes) {
     const auto most = room.most();
     const auto claimed = claimed_frames(claims);
     if (!claimed) {
-        notes.add("nothing says how many frames there are; the file's length gives {}", most);
-        return most;
+        notes.add("nothing says how many frames there are; the file's length gives {}",
+                  room.most_with_content());
+        return room.most_with_content();
     }
     if (claimed->frames > most) {
-        notes.add("{} says {} frames, the file holds {}; these are read", claimed->source, claimed->frames, most);
+        notes.add("{} says {} frames, the file holds {}; these are read", claimed->source,
+                  claimed->frames, most);
         return most;
     }
-    if (room.is_filled_by(claimed->frames)) return claimed->frames;
+    if (room.is_filled_by(claimed->frames))
+        return claimed->frames;
     if (const auto filling = count_that_fills(claims, room)) {
-        notes.add("{} says {} frames, {} says {}; the latter fill the file and are read", claimed->source,
-                  claimed->frames, filling->source, filling->frames);
+        notes.add("{} says {} frames, {} says {}; the latter fill the file and are read",
+                  claimed->source, claimed->frames, filling->source, filling->frames);
         return filling->frames;
     }
     if (claimed->reliability == count_reliability::saturated) {
-        notes.add("{} says {} frames, which is as far as 16 bits count; the file has room for {}, which are read",
-                  claimed->source, claimed->frames, most);
-        return most;
+        const auto frames = std::max(claimed->frames, room.most_with_content());
+        notes.add("{} says {} frames, which is as far as 16 bits count; the file's length gives {}",
+                  claimed->source, claimed->frames, frames);
+        return frames;
     }
     notes.add("{} says {} frames, the file has room for {}; the former are read", claimed->source,
               claimed->frames, most);
@@ -124,8 +142,10 @@ std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& ro
 
 std::uint64_t first_frame_number(const frame_claims& claims, std::uint64_t frames) {
     const bool trial_holds = trial_frames(claims) == frames && *claims.trial_first > 0;
-    // The header's words end at 65,535, and long recordings are advised to carry the range 1 to 65,535 there.
-    if (trial_holds && header_frames(claims) != frames) return *claims.trial_first;
+    // The header's words end at 65,535, and long recordings are advised to carry the range 1 to
+    // 65,535 there.
+    if (trial_holds && header_frames(claims) != frames)
+        return *claims.trial_first;
     // A writer that counts from 0.
     return claims.header_first == 0 ? 1 : claims.header_first;
 }

@@ -18,25 +18,30 @@ constexpr std::uint64_t most_frames_without_data = 0xFFFFFFFF;
 /// Where the data section ends: at the rotations, when they follow, else with the file.
 std::uint64_t data_end(const c3d_file& file, std::uint64_t data_offset) {
     const auto block = file.parameters.count("ROTATION", "DATA_START").value_or(0);
-    if (block == 0 || file.parameters.count("ROTATION", "USED").value_or(0) == 0) return file.size;
+    if (block == 0 || file.parameters.count("ROTATION", "USED").value_or(0) == 0)
+        return file.size;
     const auto rotations = block_offset(file.origin, block);
     return rotations > data_offset && rotations < file.size ? rotations : file.size;
 }
 
 frame_room room_of(const c3d_file& file, const frame_layout& layout) {
-    return {data_end(file, layout.data_offset) - layout.data_offset, layout.frame_bytes()};
+    const auto end = data_end(file, layout.data_offset);
+    return {end - layout.data_offset, layout.frame_bytes(),
+            end == file.size ? file.zeros_at_end : 0};
 }
 
 /// How well a layout agrees with the file's length.
 enum class agreement { none, by_other_count, by_count };
 
-agreement agreement_of(const c3d_file& file, const frame_claims& claims, const frame_layout& layout) {
+agreement agreement_of(const c3d_file& file, const frame_claims& claims,
+                       const frame_layout& layout) {
     const auto room = room_of(file, layout);
     if (room.frame_bytes == 0) {
         return room.bytes < block_bytes ? agreement::by_count : agreement::none;
     }
     const auto claimed = claimed_frames(claims);
-    if (!claimed || room.is_filled_by(claimed->frames)) return agreement::by_count;
+    if (!claimed || room.is_filled_by(claimed->frames))
+        return agreement::by_count;
     return count_that_fills(claims, room) ? agreement::by_other_count : agreement::none;
 }
 
@@ -47,7 +52,8 @@ frame_layout best_layout(const c3d_file& file, const layout_candidates& candidat
     auto best_agreement = agreement::none;
     const auto consider = [&](const frame_layout& layout) {
         const auto found = agreement_of(file, claims, layout);
-        if (best && found <= best_agreement) return;
+        if (best && found <= best_agreement)
+            return;
         best = layout;
         best_agreement = found;
     };
@@ -84,25 +90,30 @@ frame_layout layout_without_data(const c3d_file& file, const layout_candidates& 
 std::uint64_t stored_texts(const c3d_file& file, std::string_view group) {
     std::uint64_t count = 0;
     for (const auto* part : file.parameters.parts(group, "LABELS")) {
-        if (part->type == element_type::character && !part->data.empty()) count += part->text_count();
+        if (part->type == element_type::character && !part->data.empty())
+            count += part->text_count();
     }
     return count;
 }
 
-/// A file without frames may still name its channels; but only so many as it can name, whatever its counts say.
+/// A file without frames may still name its channels; but only so many as it can name, whatever its
+/// counts say.
 void limit_channels_without_frames(const c3d_file& file, frame_layout& layout, warnings& notes) {
     const auto limit = [&](std::uint64_t& count, const char* group) {
         const auto named = stored_texts(file, group);
-        if (count <= named) return;
-        notes.add("{}:USED is {}, but without frames only the {} channels that have labels are kept", group,
-                  count, named);
+        if (count <= named)
+            return;
+        notes.add(
+            "{}:USED is {}, but without frames only the {} channels that have labels are kept",
+            group, count, named);
         count = named;
     };
     limit(layout.points, "POINT");
     limit(layout.channels, "ANALOG");
 }
 
-void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout& layout, warnings& notes) {
+void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout& layout,
+                  warnings& notes) {
     const auto claimed = claimed_frames(claims);
     if (layout.frame_bytes() == 0) {
         layout.frames = claimed ? std::min(claimed->frames, most_frames_without_data) : 0;
@@ -111,62 +122,76 @@ void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout
     const auto room = room_of(file, layout);
     if (claimed && claimed->frames > 0 && room.most() == 0) {
         throw c3d_error(layout.data_offset,
-                        "{} frames of {} bytes ({} points, {} × {} analog samples) expected ({} says so), found {} bytes",
+                        "{} frames of {} bytes ({} points, {} × {} analog samples) expected ({} "
+                        "says so), found {} bytes",
                         claimed->frames, room.frame_bytes, layout.points, layout.channels,
                         layout.samples_per_frame, claimed->source, room.bytes);
     }
     layout.frames = reconciled_frames(claims, room, notes);
-    if (layout.frames == 0) limit_channels_without_frames(file, layout, notes);
+    if (layout.frames == 0)
+        limit_channels_without_frames(file, layout, notes);
 }
 
 float scale_of(const c3d_file& file) {
-    for (auto scale : {file.parameters.number("POINT", "SCALE").value_or(0.0), double{file.head.scale}}) {
-        if (std::isfinite(scale) && scale != 0.0) return static_cast<float>(std::abs(scale));
+    for (auto scale :
+         {file.parameters.number("POINT", "SCALE").value_or(0.0), double{file.head.scale}}) {
+        if (std::isfinite(scale) && scale != 0.0)
+            return static_cast<float>(std::abs(scale));
     }
     return 1.0F;
 }
 
-/// The stored rate, when it is that of the samples; there is no other way to say a rate of 59.94 × 10 than as a real.
+/// The stored rate, when it is that of the samples; there is no other way to say a rate of 59.94 ×
+/// 10 than as a real.
 double analog_rate_of(const frame_layout& layout, double stored, warnings& notes) {
     const auto samples = static_cast<double>(layout.samples_per_frame);
     const auto computed = samples * layout.point_rate;
-    if (stored <= 0.0) return computed;
-    if (layout.point_rate <= 0.0 || std::abs(stored / layout.point_rate - samples) <= 0.01 * samples) {
+    if (stored <= 0.0)
+        return computed;
+    if (layout.point_rate <= 0.0 ||
+        std::abs(stored / layout.point_rate - samples) <= 0.01 * samples) {
         return stored;
     }
-    notes.add("ANALOG:RATE is {} Hz, but {} samples a frame at {} Hz are {} Hz; the latter is taken", stored,
-              samples, layout.point_rate, computed);
+    notes.add(
+        "ANALOG:RATE is {} Hz, but {} samples a frame at {} Hz are {} Hz; the latter is taken",
+        stored, samples, layout.point_rate, computed);
     return computed;
 }
 
 void note_contradictions(const c3d_file& file, const frame_layout& layout, warnings& notes) {
-    const auto compare = [&](const char* what, std::optional<std::uint64_t> stored, std::uint64_t in_header,
-                             std::uint64_t taken) {
+    const auto compare = [&](const char* what, std::optional<std::uint64_t> stored,
+                             std::uint64_t in_header, std::uint64_t taken) {
         const auto value = stored.value_or(in_header);
-        if (value == in_header && value == taken) return;
-        notes.add("{} is {}, the header says {}; {} fits the file and is taken", what, value, in_header, taken);
+        if (value == in_header && value == taken)
+            return;
+        notes.add("{} is {}, the header says {}; {} fits the file and is taken", what, value,
+                  in_header, taken);
     };
     const auto& parameters = file.parameters;
     compare("POINT:USED", parameters.count("POINT", "USED"), file.head.points, layout.points);
     const auto used = parameters.count("ANALOG", "USED");
     if (used) {
-        compare("the number of analog samples in a frame by ANALOG:USED", *used * layout.samples_per_frame,
-                file.head.analog_values, layout.channels * layout.samples_per_frame);
+        compare("the number of analog samples in a frame by ANALOG:USED",
+                *used * layout.samples_per_frame, file.head.analog_values,
+                layout.channels * layout.samples_per_frame);
     }
-    if (layout.frame_bytes() != 0) {
-        const auto block = (layout.data_offset - file.origin) / block_bytes + 1;
-        compare("POINT:DATA_START", parameters.count("POINT", "DATA_START"), file.head.data_start, block);
+    if (layout.frame_bytes() != 0 && file.origin == 0) {
+        const auto block = layout.data_offset / block_bytes + 1;
+        compare("POINT:DATA_START", parameters.count("POINT", "DATA_START"), file.head.data_start,
+                block);
     }
     const auto scale = parameters.number("POINT", "SCALE");
     if (scale && std::signbit(*scale) != std::signbit(file.head.scale) && file.head.scale != 0.0F) {
-        notes.add("POINT:SCALE is {}, the header says {}; the samples are read as {}", *scale, file.head.scale,
-                  layout.storage == sample_storage::real ? "reals" : "integers");
+        notes.add("POINT:SCALE is {}, the header says {}; the samples are read as {}", *scale,
+                  file.head.scale, layout.storage == sample_storage::real ? "reals" : "integers");
     }
     const auto rate = parameters.number("POINT", "RATE");
     if (rate && *rate > 0.0 && file.head.rate > 0.0F && *rate != double{file.head.rate}) {
-        notes.add("POINT:RATE is {} Hz, the header says {}; the former is taken", *rate, file.head.rate);
+        notes.add("POINT:RATE is {} Hz, the header says {}; the former is taken", *rate,
+                  file.head.rate);
     }
-    if (layout.point_rate <= 0.0) notes.add("neither POINT:RATE nor the header tell the frame rate");
+    if (layout.point_rate <= 0.0)
+        notes.add("neither POINT:RATE nor the header tell the frame rate");
 }
 
 } // namespace

@@ -41,7 +41,8 @@ class block_reader {
     [[nodiscard]] float real(std::size_t offset) const noexcept {
         return read_real(format_, block_.data() + offset);
     }
-    [[nodiscard]] std::string_view characters(std::size_t offset, std::size_t count) const noexcept {
+    [[nodiscard]] std::string_view characters(std::size_t offset,
+                                              std::size_t count) const noexcept {
         return {reinterpret_cast<const char*>(block_.data()) + offset, count};
     }
     [[nodiscard]] std::uint8_t byte(std::size_t offset) const noexcept {
@@ -54,22 +55,24 @@ class block_reader {
 };
 
 bool is_printable(std::string_view text) noexcept {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return c >= ' ' && c <= '~'; });
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
 /// Without the key, words 151 and on may be anything: only what looks like an event is one.
 std::vector<header_event> decode_events(const block_reader& block) {
     const bool has_key = block.word(150) == four_character_labels;
     std::size_t count = block.word(151);
-    if (count > most_events) count = has_key ? most_events : 0;
+    if (count > most_events)
+        count = has_key ? most_events : 0;
     const std::size_t width = has_key ? 4 : 2;
     std::vector<header_event> events;
     for (std::size_t i = 0; i < count; ++i) {
         const auto time = block.real(event_times + 4 * i);
         const auto label = without_padding(block.characters(event_labels + width * i, width));
-        if (!std::isfinite(time)) continue;
-        if (!has_key && (label.empty() || !is_printable(label) || time < 0.0F)) continue;
+        if (!std::isfinite(time))
+            continue;
+        if (!has_key && (label.empty() || !is_printable(label) || time < 0.0F))
+            continue;
         events.push_back({time, block.byte(event_statuses + i), as_utf8(label)});
     }
     return events;
@@ -96,7 +99,8 @@ header decode_header(number_format format, std::span<const std::byte, 512> bytes
 bool has_reserved_content(std::span<const std::byte, 512> block) noexcept {
     return std::any_of(reserved_bytes.begin(), reserved_bytes.end(), [&](const auto& range) {
         const auto bytes = block.subspan(range.first, range.second - range.first);
-        return std::any_of(bytes.begin(), bytes.end(), [](auto byte) { return byte != std::byte{0}; });
+        return std::any_of(bytes.begin(), bytes.end(),
+                           [](auto byte) { return byte != std::byte{0}; });
     });
 }
 

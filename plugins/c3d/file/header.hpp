@@ -36,7 +36,8 @@ using header_block = std::array<std::byte, 512>;
 
 [[nodiscard]] header decode_header(number_format format, std::span<const std::byte, 512> block);
 
-/// True when a byte that the format reserves is not zero; whoever writes the file again has to keep it.
+/// True when a byte that the format reserves is not zero; whoever writes the file again has to keep
+/// it.
 [[nodiscard]] bool has_reserved_content(std::span<const std::byte, 512> block) noexcept;
 
 } // namespace c3d

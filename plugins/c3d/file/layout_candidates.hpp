@@ -16,8 +16,8 @@ struct analog_grid {
     bool operator==(const analog_grid&) const = default;
 };
 
-/// What header and parameters say about one side of the layout, the most trusted first and nothing twice. Never empty, except
-/// for the data section, whose place may be outside the file.
+/// What header and parameters say about one side of the layout, the most trusted first and nothing
+/// twice. Never empty, except for the data section, whose place may be outside the file.
 struct layout_candidates {
     std::vector<std::uint64_t> data_offsets; ///< inside the file, or at its end
     std::vector<std::uint64_t> points;

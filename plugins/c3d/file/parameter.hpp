@@ -35,9 +35,12 @@ class parameter_dimensions {
     explicit parameter_dimensions(std::span<const std::byte> bytes) noexcept;
 
     [[nodiscard]] std::size_t count() const noexcept { return count_; }
-    [[nodiscard]] std::uint8_t operator[](std::size_t index) const noexcept { return extents_[index]; }
+    [[nodiscard]] std::uint8_t operator[](std::size_t index) const noexcept {
+        return extents_[index];
+    }
 
-    /// Product of the extents from `first` on; 1 where there are none. Fits: 255 to the seventh is below 2^56.
+    /// Product of the extents from `first` on; 1 where there are none. Fits: 255 to the seventh is
+    /// below 2^56.
     [[nodiscard]] std::uint64_t product(std::size_t first = 0) const noexcept;
 
     /// Makes the last extent smaller. Requires: there is one.
@@ -50,10 +53,10 @@ class parameter_dimensions {
 
 /// One parameter. It refers to the bytes of its section, which must outlive it.
 struct parameter {
-    std::uint64_t offset = 0;      ///< of its record in the file
-    std::string_view name;         ///< as stored
-    std::string_view description;  ///< as stored
-    std::int8_t group_id = 0;      ///< 1 to 127
+    std::uint64_t offset = 0;     ///< of its record in the file
+    std::string_view name;        ///< as stored
+    std::string_view description; ///< as stored
+    std::int8_t group_id = 0;     ///< 1 to 127
     bool locked = false;
     element_type type = element_type::byte;
     number_format format = number_format::intel;
@@ -64,22 +67,25 @@ struct parameter {
     /// Elements of a number, characters of a text.
     [[nodiscard]] std::uint64_t element_count() const noexcept { return dimensions.product(); }
 
-    /// A text parameter holds texts of a fixed width, its first extent; without extents, one character.
+    /// A text parameter holds texts of a fixed width, its first extent; without extents, one
+    /// character.
     [[nodiscard]] std::size_t text_width() const noexcept;
     [[nodiscard]] std::uint64_t text_count() const noexcept { return dimensions.product(1); }
     /// Text `index` without padding, as stored. Requires: a text parameter, index < text_count().
     [[nodiscard]] std::string_view text(std::uint64_t index) const noexcept;
 
-    /// Element `index` as a number: integers with their sign, bytes without. Nothing for text and beyond the end.
+    /// Element `index` as a number: integers with their sign, bytes without. Nothing for text and
+    /// beyond the end.
     [[nodiscard]] std::optional<double> number(std::uint64_t index) const noexcept;
 
-    /// Element `index` as a count: words without sign; reals rounded. Nothing for text, beyond the end, for negative and
-    /// infinite reals and NaN.
+    /// Element `index` as a count: words without sign; reals rounded. Nothing for text, beyond the
+    /// end, for negative and infinite reals and NaN.
     [[nodiscard]] std::optional<std::uint64_t> count(std::uint64_t index) const noexcept;
 };
 
-/// Bytes of the elements that `dimensions` announce. Where they are more than `available`, the last dimension is shortened to the
-/// entries that are there whole; nothing when there is no dimension to shorten.
+/// Bytes of the elements that `dimensions` announce. Where they are more than `available`, the last
+/// dimension is shortened to the entries that are there whole; nothing when there is no dimension
+/// to shorten.
 [[nodiscard]] std::optional<std::size_t> fit(parameter_dimensions& dimensions, element_type type,
                                              std::uint64_t available) noexcept;
 

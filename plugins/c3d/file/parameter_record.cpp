@@ -16,7 +16,8 @@ class section_bytes {
     [[nodiscard]] std::uint8_t at(std::uint64_t position) const noexcept {
         return std::to_integer<std::uint8_t>(bytes_[static_cast<std::size_t>(position)]);
     }
-    [[nodiscard]] std::string_view text(std::uint64_t position, std::uint64_t count) const noexcept {
+    [[nodiscard]] std::string_view text(std::uint64_t position,
+                                        std::uint64_t count) const noexcept {
         return {reinterpret_cast<const char*>(bytes_.data()) + position,
                 static_cast<std::size_t>(count)};
     }
@@ -43,10 +44,12 @@ void measure_parameter(parameter_record& record, std::uint64_t body,
                        std::span<const std::byte> bytes) noexcept {
     const section_bytes section(bytes);
     record.makes_sense = false;
-    if (!section.has(body, 2)) return;
+    if (!section.has(body, 2))
+        return;
     const auto type = element_type_of(static_cast<std::int8_t>(section.at(body)));
     const auto extents = section.at(body + 1);
-    if (!type || extents > parameter_dimensions::most || !section.has(body + 2, extents)) return;
+    if (!type || extents > parameter_dimensions::most || !section.has(body + 2, extents))
+        return;
     record.makes_sense = true;
     record.type = *type;
     record.dimensions =
@@ -54,13 +57,15 @@ void measure_parameter(parameter_record& record, std::uint64_t body,
     record.data = body + 2 + extents;
     record.description = record.data + record.dimensions.product() * bytes_of(*type);
     measure_description(record, section);
-    if (*type != element_type::character || extents != 0 || record.end == record.target) return;
+    if (*type != element_type::character || extents != 0 || record.end == record.target)
+        return;
     // Without dimensions there is one character by the formula, but some writers store none.
     auto without_character = record;
     without_character.dimensions = parameter_dimensions(std::span(&no_extent, 1));
     without_character.description = record.data;
     measure_description(without_character, section);
-    if (without_character.end == record.target) record = without_character;
+    if (without_character.end == record.target)
+        record = without_character;
 }
 
 } // namespace
@@ -68,16 +73,19 @@ void measure_parameter(parameter_record& record, std::uint64_t body,
 std::optional<parameter_record> record_at(std::span<const std::byte> bytes, std::uint64_t at,
                                           number_format format) noexcept {
     const section_bytes section(bytes);
-    if (!section.has(at, 2)) return std::nullopt;
+    if (!section.has(at, 2))
+        return std::nullopt;
     const auto length_byte = static_cast<std::int8_t>(section.at(at));
     const auto length = static_cast<std::uint64_t>(length_byte < 0 ? -length_byte : length_byte);
     const auto next_field = at + 2 + length;
-    if (length == 0 || length > 127 || !section.has(at + 2, length + 2)) return std::nullopt;
+    if (length == 0 || length > 127 || !section.has(at + 2, length + 2))
+        return std::nullopt;
 
     parameter_record record;
     record.at = static_cast<std::size_t>(at);
     record.name = section.text(at + 2, length);
-    if (!std::all_of(record.name.begin(), record.name.end(), is_name_character)) return std::nullopt;
+    if (!std::all_of(record.name.begin(), record.name.end(), is_name_character))
+        return std::nullopt;
     record.id = static_cast<std::int8_t>(section.at(at + 1));
     record.locked = length_byte < 0;
     const auto next = read_unsigned_word(format, bytes.data() + next_field);
@@ -95,7 +103,8 @@ std::optional<parameter_record> record_at(std::span<const std::byte> bytes, std:
 std::string_view counted_text(std::span<const std::byte> bytes, std::uint64_t position,
                               std::uint64_t limit) noexcept {
     limit = std::min<std::uint64_t>(limit, bytes.size());
-    if (position >= limit) return {};
+    if (position >= limit)
+        return {};
     const section_bytes section(bytes);
     return section.text(position + 1,
                         std::min<std::uint64_t>(section.at(position), limit - position - 1));

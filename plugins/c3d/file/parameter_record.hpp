@@ -11,8 +11,8 @@
 
 namespace c3d {
 
-/// One record of a parameter section as it describes itself. Positions are bytes of the section; those that follow from
-/// announced extents may lie far behind its end.
+/// One record of a parameter section as it describes itself. Positions are bytes of the section;
+/// those that follow from announced extents may lie far behind its end.
 struct parameter_record {
     std::size_t at = 0;
     std::string_view name;
@@ -29,13 +29,14 @@ struct parameter_record {
     std::uint64_t end = 0;         ///< behind the description
 };
 
-/// The record at `at` of `section`; nothing where there is none: a name length of 0 or beyond the end, a name with control
-/// characters.
-[[nodiscard]] std::optional<parameter_record> record_at(std::span<const std::byte> section,
-                                                        std::uint64_t at, number_format format) noexcept;
+/// The record at `at` of `section`; nothing where there is none: a name length of 0 or beyond the
+/// end, a name with control characters.
+[[nodiscard]] std::optional<parameter_record>
+record_at(std::span<const std::byte> section, std::uint64_t at, number_format format) noexcept;
 
-/// The text behind the length byte at `position`, as far as it lies before `limit` and in the section.
-[[nodiscard]] std::string_view counted_text(std::span<const std::byte> section, std::uint64_t position,
-                                            std::uint64_t limit) noexcept;
+/// The text behind the length byte at `position`, as far as it lies before `limit` and in the
+/// section.
+[[nodiscard]] std::string_view counted_text(std::span<const std::byte> section,
+                                            std::uint64_t position, std::uint64_t limit) noexcept;
 
 } // namespace c3d

@@ -30,19 +30,24 @@ class record_walker {
     section_records walk() &&;
 
   private:
+    /// True for a record that is understood, or that at least leads to another one.
     [[nodiscard]] bool is_record(std::uint64_t at) const noexcept {
         const auto record = record_at(section_, at, format_);
-        return record && record->makes_sense;
+        return record &&
+               (record->makes_sense || record->target == 0 || is_end_mark(record->target) ||
+                record_at(section_, record->target, format_));
     }
-    /// Nothing but padding follows a name length of 0.
+    /// Nothing but padding follows a name length of 0, and nothing but data where these begin.
     [[nodiscard]] bool is_end_mark(std::uint64_t at) const noexcept {
-        return at < section_.size() && section_[static_cast<std::size_t>(at)] == std::byte{0};
+        return offset_ + at == data_start_ ||
+               (at < section_.size() && section_[static_cast<std::size_t>(at)] == std::byte{0});
     }
 
     successor follow(const parameter_record& record);
     void keep(const parameter_record& record, std::uint64_t limit);
     void keep_parameter(const parameter_record& record, std::uint64_t limit);
-    void keep_parameter_elements(const parameter_record& record, std::uint64_t limit, parameter item);
+    void keep_parameter_elements(const parameter_record& record, std::uint64_t limit,
+                                 parameter item);
     void end_without_record(std::uint64_t at);
 
     std::span<const std::byte> section_;
@@ -57,11 +62,10 @@ class record_walker {
 section_records record_walker::walk() && {
     std::optional<std::uint64_t> at = section_head_bytes;
     result_.end = result_.sound_end = offset_ + section_head_bytes;
-    // Records that fill their last block need no end mark: the data begin.
-    for (std::size_t count = 0; at && offset_ + *at != data_start_; ++count) {
+    for (std::size_t count = 0; at && !is_end_mark(*at); ++count) {
         if (count == most_records) {
-            notes_.add("byte {}: more than {} parameter records; the rest is left out", offset_ + *at,
-                       most_records);
+            notes_.add("byte {}: more than {} parameter records; the rest is left out",
+                       offset_ + *at, most_records);
             break;
         }
         const auto record = record_at(section_, *at, format_);
@@ -71,47 +75,59 @@ section_records record_walker::walk() && {
         }
         const auto [next, limit] = follow(*record);
         keep(*record, limit);
-        result_.end = offset_ + std::max<std::uint64_t>(record->description, next.value_or(record->end));
-        if (sound_) result_.sound_end = result_.end;
+        const auto end = next ? *next : std::min<std::uint64_t>(limit, section_.size());
+        result_.end = std::max(result_.end, offset_ + end);
+        if (sound_)
+            result_.sound_end = result_.end;
         at = next;
     }
     return std::move(result_);
 }
 
 void record_walker::end_without_record(std::uint64_t at) {
-    if (at >= section_.size()) result_.cut = true;
-    if (at >= section_.size() || is_end_mark(at)) return;
-    result_.cut = true; // unless the record goes on behind the end, more bytes will not help, nor harm
+    // It may be the beginning of one; what is none stays none, however much more is read.
+    result_.cut = true;
+    if (at >= section_.size())
+        return;
     result_.broken = true;
-    notes_.add("byte {}: a parameter record expected, found none; the parameters behind it are lost",
-               offset_ + at);
+    notes_.add(
+        "byte {}: a parameter record expected, found none; the parameters behind it are lost",
+        offset_ + at);
 }
 
 successor record_walker::follow(const parameter_record& record) {
     const auto size = section_.size();
-    if (record.target > size || (record.makes_sense && record.end > size)) result_.cut = true;
-    if (record.target == 0) return {std::nullopt, size};
-    if (record.makes_sense && record.target == record.end) return {record.target, record.end};
+    if (record.target > size || (record.makes_sense && record.end > size))
+        result_.cut = true;
+    if (record.target == 0)
+        return {std::nullopt, record.makes_sense ? record.end : size};
+    if (record.makes_sense && record.target == record.end)
+        return {record.target, record.end};
 
     const auto place = offset_ + record.at;
     if (is_record(record.target)) {
         // A record may be followed by a gap, but not reach into the next one.
-        if (!record.makes_sense || record.target < record.end) sound_ = false;
+        if (!record.makes_sense || record.target < record.end)
+            sound_ = false;
         if (record.makes_sense && record.target < record.end) {
-            notes_.add("byte {}: record '{}' announces {} bytes more than there are to the next record",
-                       place, as_utf8(record.name), record.end - record.target);
+            notes_.add(
+                "byte {}: record '{}' announces {} bytes more than there are to the next record",
+                place, as_utf8(record.name), record.end - record.target);
         }
         return {record.target, record.target};
     }
     sound_ = false;
     if (record.makes_sense && is_record(record.end)) {
-        notes_.add("byte {}: record '{}' says that the next record begins at byte {}, but it begins at {}",
-                   place, as_utf8(record.name), offset_ + record.target, offset_ + record.end);
+        notes_.add(
+            "byte {}: record '{}' says that the next record begins at byte {}, but it begins at {}",
+            place, as_utf8(record.name), offset_ + record.target, offset_ + record.end);
         return {record.end, record.end};
     }
-    if (is_end_mark(record.target)) return {record.target, record.target};
+    if (is_end_mark(record.target))
+        return {record.target, record.target};
     result_.broken = true;
-    notes_.add("byte {}: record '{}' leads to byte {}, where no record begins; the parameters behind it are lost",
+    notes_.add("byte {}: record '{}' leads to byte {}, where no record begins; the parameters "
+               "behind it are lost",
                place, as_utf8(record.name), offset_ + record.target);
     return {std::nullopt, record.makes_sense ? std::min(record.target, record.end) : record.target};
 }
@@ -120,8 +136,9 @@ void record_walker::keep(const parameter_record& record, std::uint64_t limit) {
     if (record.id > 0) {
         keep_parameter(record, limit);
     } else if (record.id == 0 || record.id == -128) {
-        notes_.add("byte {}: record '{}' has the group id {}, which no group can have; it is left out",
-                   offset_ + record.at, as_utf8(record.name), int{record.id});
+        notes_.add(
+            "byte {}: record '{}' has the group id {}, which no group can have; it is left out",
+            offset_ + record.at, as_utf8(record.name), int{record.id});
     } else {
         result_.groups.push_back({offset_ + record.at, record.name,
                                   counted_text(section_, record.description, limit),
@@ -131,7 +148,8 @@ void record_walker::keep(const parameter_record& record, std::uint64_t limit) {
 
 void record_walker::keep_parameter(const parameter_record& record, std::uint64_t limit) {
     if (!record.makes_sense) {
-        notes_.add("byte {}: parameter '{}' has no type of -1, 1, 2 or 4 with up to 7 dimensions; it is left out",
+        notes_.add("byte {}: parameter '{}' has no type of -1, 1, 2 or 4 with up to 7 dimensions; "
+                   "it is left out",
                    offset_ + record.at, as_utf8(record.name));
         return;
     }
@@ -155,11 +173,12 @@ void record_walker::keep_parameter_elements(const parameter_record& record, std:
     const auto announced = record.description - record.data;
     const auto bytes = fit(item.dimensions, item.type, available);
     if (bytes != announced) {
-        notes_.add("byte {}: parameter '{}' announces {} bytes of values, {} are there; {}", item.data_offset,
-                   as_utf8(record.name), announced, available,
+        notes_.add("byte {}: parameter '{}' announces {} bytes of values, {} are there; {}",
+                   item.data_offset, as_utf8(record.name), announced, available,
                    bytes ? "the entries that are complete are kept" : "it is left out");
     }
-    if (!bytes) return;
+    if (!bytes)
+        return;
     item.data = *bytes == 0 ? std::span<const std::byte>{}
                             : section_.subspan(static_cast<std::size_t>(record.data), *bytes);
     result_.parameters.push_back(item);

@@ -36,12 +36,14 @@ inline constexpr std::size_t section_head_bytes = 4;
 
 /// Where a section lies in its file.
 struct section_place {
-    std::uint64_t offset = 0;     ///< first byte of the section
-    std::uint64_t data_start = 0; ///< first byte of the data section by the header; 0 when not known
+    std::uint64_t offset = 0; ///< first byte of the section
+    std::uint64_t data_start =
+        0; ///< first byte of the data section by the header; 0 when not known
 };
 
-/// Walks the records of `section`, which begins with its head. Follows the offsets of the records and never the block count,
-/// which is often wrong. Never fails: what cannot be understood is left out or ends the walk, and `notes` say so.
+/// Walks the records of `section`, which begins with its head. Follows the offsets of the records
+/// and never the block count, which is often wrong. Never fails: what cannot be understood is left
+/// out or ends the walk, and `notes` say so.
 [[nodiscard]] section_records walk_records(std::span<const std::byte> section, section_place place,
                                            number_format format, warnings& notes);
 

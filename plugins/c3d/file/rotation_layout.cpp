@@ -6,7 +6,8 @@ namespace c3d {
 
 namespace {
 
-/// ROTATION:DATA_START; some writers keep only its low byte, which then points before the end of the data.
+/// ROTATION:DATA_START; some writers keep only its low byte, which then points before the end of
+/// the data.
 std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, warnings& notes) {
     const auto data_end = frames.data_offset + frames.frames * frames.frame_bytes();
     const auto behind_data =
@@ -14,14 +15,17 @@ std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, 
     const auto block = file.parameters.count("ROTATION", "DATA_START").value_or(0);
     const bool has_data = frames.frame_bytes() != 0 && frames.frames != 0;
     const auto offset = block == 0 ? 0 : block_offset(file.origin, block);
-    if (offset >= (has_data ? data_end : file.parameters_end)) return offset;
-    notes.add("ROTATION:DATA_START is block {}, which is taken by other data; the rotations are read from byte {}",
+    if (offset >= (has_data ? data_end : file.parameters_end))
+        return offset;
+    notes.add("ROTATION:DATA_START is block {}, which is taken by other data; the rotations are "
+              "read from byte {}",
               block, behind_data);
     return behind_data;
 }
 
 std::uint64_t ratio_of(const c3d_file& file, double rate, double point_rate) {
-    if (const auto ratio = file.parameters.count("ROTATION", "RATIO"); ratio && *ratio > 0 && *ratio <= 65535) {
+    if (const auto ratio = file.parameters.count("ROTATION", "RATIO");
+        ratio && *ratio > 0 && *ratio <= 65535) {
         return *ratio;
     }
     if (rate > 0.0 && point_rate > 0.0 && rate / point_rate >= 0.5 && rate / point_rate < 65535.0) {
@@ -32,9 +36,11 @@ std::uint64_t ratio_of(const c3d_file& file, double rate, double point_rate) {
 
 } // namespace
 
-std::optional<rotation_layout> decide_rotations(const c3d_file& file, const frame_layout& frames, warnings& notes) {
+std::optional<rotation_layout> decide_rotations(const c3d_file& file, const frame_layout& frames,
+                                                warnings& notes) {
     const auto segments = file.parameters.count("ROTATION", "USED").value_or(0);
-    if (segments == 0) return std::nullopt;
+    if (segments == 0)
+        return std::nullopt;
     rotation_layout result;
     result.segments = segments;
     const auto stored_rate = file.parameters.number("ROTATION", "RATE").value_or(0.0);
@@ -48,8 +54,9 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
     const auto wanted = frames.frames != 0 ? frames.frames * result.ratio : most;
     result.rows = wanted;
     if (wanted > most) {
-        notes.add("byte {}: {} rotations of {} segments expected, the file holds {}; these are read", result.offset,
-                  wanted, segments, most);
+        notes.add(
+            "byte {}: {} rotations of {} segments expected, the file holds {}; these are read",
+            result.offset, wanted, segments, most);
         result.rows = most;
     }
     return result.rows == 0 ? std::nullopt : std::optional(result);

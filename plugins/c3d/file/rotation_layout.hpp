@@ -14,16 +14,18 @@ inline constexpr std::uint64_t rotation_components = 17;
 /// Where the rotation section of a file lies: rows of all segments' transforms.
 struct rotation_layout {
     std::uint64_t segments = 0;
-    std::uint64_t ratio = 1;   ///< rows in a frame
-    std::uint64_t rows = 0;    ///< that are in the file
-    std::uint64_t offset = 0;  ///< of the first row in the file
-    double rate = 0.0;         ///< rows in a second
+    std::uint64_t ratio = 1;  ///< rows in a frame
+    std::uint64_t rows = 0;   ///< that are in the file
+    std::uint64_t offset = 0; ///< of the first row in the file
+    double rate = 0.0;        ///< rows in a second
 
-    [[nodiscard]] std::uint64_t row_bytes() const noexcept { return segments * rotation_components * 4; }
+    [[nodiscard]] std::uint64_t row_bytes() const noexcept {
+        return segments * rotation_components * 4;
+    }
 };
 
 /// Nothing when the file has no rotations, or none of those that it announces.
-[[nodiscard]] std::optional<rotation_layout> decide_rotations(const c3d_file& file, const frame_layout& frames,
-                                                              warnings& notes);
+[[nodiscard]] std::optional<rotation_layout>
+decide_rotations(const c3d_file& file, const frame_layout& frames, warnings& notes);
 
 } // namespace c3d

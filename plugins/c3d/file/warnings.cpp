@@ -16,7 +16,8 @@ constexpr std::size_t most_texts = 40;
 } // namespace
 
 void warnings::keep(std::string text) {
-    if (std::find(texts_.begin(), texts_.end(), text) != texts_.end()) return;
+    if (std::find(texts_.begin(), texts_.end(), text) != texts_.end())
+        return;
     if (texts_.size() == most_texts) {
         ++left_out_;
         return;
@@ -25,16 +26,20 @@ void warnings::keep(std::string text) {
 }
 
 void warnings::add_all(const warnings& others) {
-    for (const auto& text : others.texts_) keep(text);
+    for (const auto& text : others.texts_)
+        keep(text);
     left_out_ += others.left_out_;
 }
 
 void warnings::log(const std::string& file_name) const {
-    if (texts_.empty()) return;
+    if (texts_.empty())
+        return;
     const auto logger = get_strata_logger();
-    if (!logger) return;
+    if (!logger)
+        return;
     for (const auto& text : texts_) {
-        anvil::log_line(*logger, anvil::log_level::warning, fmt::format("'{}': {}", file_name, text));
+        anvil::log_line(*logger, anvil::log_level::warning,
+                        fmt::format("'{}': {}", file_name, text));
     }
     if (left_out_ != 0) {
         anvil::log_line(*logger, anvil::log_level::warning,

@@ -8,10 +8,12 @@ namespace c3d {
 
 namespace {
 
-/// Offsets of amplifiers whose zero is off by a little; none of an unsigned converter is anywhere near.
+/// Offsets of amplifiers whose zero is off by a little; none of an unsigned converter is anywhere
+/// near.
 constexpr double least_small_offset = -4096.0;
 
-/// Around the middle of an unsigned 16-bit range, whose word reads −32,768; no signed converter has its zero at the end of its range.
+/// Around the middle of an unsigned 16-bit range, whose word reads −32,768; no signed converter has
+/// its zero at the end of its range.
 constexpr double most_middle_word = -28672.0;
 
 /// The mean of some samples all over the channel.
@@ -21,7 +23,8 @@ double level_of(std::span<const float> samples) {
     double sum = 0.0;
     double count = 0.0;
     for (std::size_t i = 0; i < samples.size(); i += step) {
-        if (!std::isfinite(samples[i])) continue;
+        if (!std::isfinite(samples[i]))
+            continue;
         sum += double{samples[i]};
         count += 1.0;
     }
@@ -37,15 +40,18 @@ bool clearly_nearer(double level, double candidate, double other) {
 
 std::optional<word_sign> declared_sign(const parameter_table& parameters) {
     const auto format = upper_case(parameters.text("ANALOG", "FORMAT"));
-    if (format.find("UNSIGNED") != std::string::npos) return word_sign::without;
-    if (format.find("SIGNED") != std::string::npos) return word_sign::with;
+    if (format.find("UNSIGNED") != std::string::npos)
+        return word_sign::without;
+    if (format.find("SIGNED") != std::string::npos)
+        return word_sign::with;
     return std::nullopt;
 }
 
 offset_reading read_offset(std::int16_t word, const analog_encoding& encoding,
                            std::span<const float> samples) {
     const double as_signed = word;
-    if (word >= 0) return {as_signed, false};
+    if (word >= 0)
+        return {as_signed, false};
     const double as_unsigned = as_signed + 65536.0;
 
     if (encoding.declared == word_sign::without) {
@@ -54,11 +60,13 @@ offset_reading read_offset(std::int16_t word, const analog_encoding& encoding,
         return {small ? as_signed : as_unsigned, false};
     }
     if (encoding.storage == sample_storage::integer) {
-        const bool middle = !encoding.declared && encoding.may_have_16_bits && as_signed <= most_middle_word;
+        const bool middle =
+            !encoding.declared && encoding.may_have_16_bits && as_signed <= most_middle_word;
         return {middle ? as_unsigned : as_signed, middle};
     }
     const bool middle = !encoding.declared && word == -32768;
-    if (middle || clearly_nearer(level_of(samples), as_unsigned, as_signed)) return {as_unsigned, false};
+    if (middle || clearly_nearer(level_of(samples), as_unsigned, as_signed))
+        return {as_unsigned, false};
     return {as_signed, false};
 }
 

@@ -25,8 +25,9 @@ struct offset_reading {
     bool unsigned_samples = false; ///< integer samples were decoded with a sign, but have none
 };
 
-/// Reads an offset word. The word alone cannot tell 32,768 from −32,768, and ANALOG:FORMAT is missing or wrong in many files,
-/// so the samples, as decoded, are looked at: an offset lies among them.
+/// Reads an offset word. The word alone cannot tell 32,768 from −32,768, and ANALOG:FORMAT is
+/// missing or wrong in many files, so the samples, as decoded, are looked at: an offset lies among
+/// them.
 [[nodiscard]] offset_reading read_offset(std::int16_t word, const analog_encoding& encoding,
                                          std::span<const float> samples);
 

@@ -26,7 +26,8 @@ std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
 }
 
 void remove_sign(std::span<float> samples) noexcept {
-    for (auto& sample : samples) sample = sample < 0.0F ? sample + 65536.0F : sample;
+    for (auto& sample : samples)
+        sample = sample < 0.0F ? sample + 65536.0F : sample;
 }
 
 struct channel_scaling {
@@ -41,7 +42,8 @@ channel_scaling apply_scaling(analog_samples& samples, const parameter_table& pa
     const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
     const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
     const auto bits = parameters.count("ANALOG", "BITS");
-    const analog_encoding encoding{storage, declared_sign(parameters), !bits || *bits == 0 || *bits >= 16};
+    const analog_encoding encoding{storage, declared_sign(parameters),
+                                   !bits || *bits == 0 || *bits >= 16};
     channel_scaling result;
     for (std::size_t i = 0; i < samples.channels.size(); ++i) {
         auto& buffer = samples.channels[i];
@@ -49,12 +51,15 @@ channel_scaling apply_scaling(analog_samples& samples, const parameter_table& pa
         offset_reading offset{offsets.number(i).value_or(0.0), false};
         if (const auto word = offsets.word(i)) {
             offset = read_offset(*word, encoding, floats_of(buffer));
-            if (offset.offset != static_cast<double>(*word) && encoding.declared != word_sign::without) {
-                notes.add("ANALOG:OFFSET of channel {} is {} without ANALOG:FORMAT being UNSIGNED; read as {}", i + 1,
-                          *word, offset.offset);
+            if (offset.offset != static_cast<double>(*word) &&
+                encoding.declared != word_sign::without) {
+                notes.add("ANALOG:OFFSET of channel {} is {} without ANALOG:FORMAT being UNSIGNED; "
+                          "read as {}",
+                          i + 1, *word, offset.offset);
             }
         }
-        if (offset.unsigned_samples) remove_sign(floats_of(buffer));
+        if (offset.unsigned_samples)
+            remove_sign(floats_of(buffer));
         if (scale == 0.0 || general == 0.0) {
             notes.add("the scale of an analog channel is 0; its values are 0");
         }
@@ -79,7 +84,8 @@ std::vector<std::string> texts_of(const parameter_table& parameters, std::string
                                   std::size_t channels, single_value single) {
     const channel_entries entries(parameters, "ANALOG", name, single);
     std::vector<std::string> texts(channels);
-    for (std::size_t i = 0; i < channels; ++i) texts[i] = entries.text(i).value_or("");
+    for (std::size_t i = 0; i < channels; ++i)
+        texts[i] = entries.text(i).value_or("");
     return texts;
 }
 
@@ -88,7 +94,8 @@ std::vector<std::string> texts_of(const parameter_table& parameters, std::string
 std::vector<float*> analog_samples::targets() const {
     std::vector<float*> result;
     result.reserve(channels.size());
-    for (const auto& channel : channels) result.push_back(floats_of(channel).data());
+    for (const auto& channel : channels)
+        result.push_back(floats_of(channel).data());
     return result;
 }
 
@@ -108,7 +115,8 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
     write_texts(set, "Labels", labels);
     write_texts(set, "SetNames", distinct_names(labels));
-    write_texts(set, "Units", texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
+    write_texts(set, "Units",
+                texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
     write_numbers(set, "Gain", gain_codes(parameters, channels));
     write_numbers(set, "Scales", scaling.scales);
     write_numbers(set, "Offsets", scaling.offsets);

@@ -10,7 +10,8 @@
 
 namespace c3d {
 
-/// The analog samples in memory: `float32` elements with the raw values of the file, a buffer for each channel.
+/// The analog samples in memory: `float32` elements with the raw values of the file, a buffer for
+/// each channel.
 struct analog_samples {
     std::vector<strata::channel_buffer> channels;
 
@@ -20,8 +21,9 @@ struct analog_samples {
 /// Buffers for all samples, not initialised.
 [[nodiscard]] analog_samples allocate_analogs(const frame_layout& layout);
 
-/// Creates the set `Analogs` of `data`: values in physical units, (raw − offset) × scale × general scale, and what describes them.
-/// The samples have been decoded with the sign that ANALOG:FORMAT declares, by default with one.
+/// Creates the set `Analogs` of `data`: values in physical units, (raw − offset) × scale × general
+/// scale, and what describes them. The samples have been decoded with the sign that ANALOG:FORMAT
+/// declares, by default with one.
 void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
                     analog_samples samples, warnings& notes);
 

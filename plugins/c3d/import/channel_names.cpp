@@ -22,7 +22,8 @@ class name_pool {
         auto& number = next_.try_emplace(base, first).first->second;
         while (true) {
             auto name = fmt::format("{}_{}", base, number++);
-            if (take(name)) return name;
+            if (take(name))
+                return name;
         }
     }
 
@@ -35,27 +36,30 @@ class name_pool {
 
 std::string path_component(std::string_view text) {
     std::string component(text);
-    std::replace_if(component.begin(), component.end(), [](char c) { return c == '/' || c == '\\'; }, '_');
+    std::replace_if(
+        component.begin(), component.end(), [](char c) { return c == '/' || c == '\\'; }, '_');
     return component;
 }
 
 std::vector<std::string> distinct_names(const std::vector<std::string>& labels) {
     std::vector<std::string> names(labels.size());
     name_pool pool(labels.size());
-    // First those that are what their label says, then those that only resemble it: "A_2" stays "A_2", though it comes behind
-    // two of "A".
+    // First those that are what their label says, then those that only resemble it: "A_2" stays
+    // "A_2", though it comes behind two of "A".
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (!labels[i].empty() && path_component(labels[i]) == labels[i] && pool.take(labels[i])) {
             names[i] = labels[i];
         }
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (!names[i].empty() || labels[i].empty()) continue;
+        if (!names[i].empty() || labels[i].empty())
+            continue;
         auto name = path_component(labels[i]);
         names[i] = pool.take(name) ? std::move(name) : pool.take_numbered(name, 2);
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (!names[i].empty()) continue;
+        if (!names[i].empty())
+            continue;
         auto name = fmt::format("unamed_{}", i);
         names[i] = pool.take(name) ? std::move(name) : pool.take_numbered("unamed", i);
     }

@@ -36,9 +36,11 @@ void create_events(strata::data_group& header, const std::vector<header_event>& 
 
 void create_blocks(strata::data_group& header, const c3d_file& file) {
     std::vector<std::int16_t> head;
-    for (auto byte : file.section_head) head.push_back(std::to_integer<std::int16_t>(byte));
+    for (auto byte : file.section_head)
+        head.push_back(std::to_integer<std::int16_t>(byte));
     write_numbers(header, "SectionHead", head);
-    if (!has_reserved_content(file.block)) return;
+    if (!has_reserved_content(file.block))
+        return;
     const strata::data_shape shape({static_cast<std::int64_t>(file.block.size())}, false);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(file.block.data());
     write_numbers(header, "Block", shape, std::span(bytes, file.block.size()));
@@ -46,13 +48,14 @@ void create_blocks(strata::data_group& header, const c3d_file& file) {
 
 } // namespace
 
-void create_header_group(strata::data_group& format, const c3d_file& file, const frame_layout& layout,
-                         const metadata_names& names) {
+void create_header_group(strata::data_group& format, const c3d_file& file,
+                         const frame_layout& layout, const metadata_names& names) {
     auto header = format.create_group("Header");
     const auto& head = file.head;
     write_number(header, "NumberAnalogSamplesPerPointSample", as_int32(layout.samples_per_frame));
     write_number(header, "PointMaximumInterpolationGap", std::int32_t{head.interpolation_gap});
-    write_number(header, "TotalAnalogSamplesPer3dSample", as_int32(layout.channels * layout.samples_per_frame));
+    write_number(header, "TotalAnalogSamplesPer3dSample",
+                 as_int32(layout.channels * layout.samples_per_frame));
     write_number(header, "FirstFrame", std::int32_t{head.first_frame});
     write_number(header, "LastFrame", std::int32_t{head.last_frame});
     write_number(header, "Processor", static_cast<std::int32_t>(file.format));

@@ -31,13 +31,16 @@ struct file_content {
     std::vector<strata::channel_buffer> segments;
 };
 
-/// Some writers give every sample a negative residual. Where none is valid though there are coordinates, the residuals are no
-/// residuals.
-void read_without_residuals(const file_reader& reader, const file_content& content, const kernel_set& kernels,
-                            std::span<const point_target> points, warnings& notes) {
-    if (points.empty() || content.layout.frames == 0) return;
+/// Some writers give every sample a negative residual. Where none is valid though there are
+/// coordinates, the residuals are no residuals.
+void read_without_residuals(const file_reader& reader, const file_content& content,
+                            const kernel_set& kernels, std::span<const point_target> points,
+                            warnings& notes) {
+    if (points.empty() || content.layout.frames == 0)
+        return;
     if (read_samples(reader, content.layout, kernels, residual_rule::ignored, {points, {}})) {
-        notes.add("every sample of every point is marked as invalid, though there are coordinates; all count as valid");
+        notes.add("every sample of every point is marked as invalid, though there are coordinates; "
+                  "all count as valid");
     } else {
         invalidate(content.points);
     }
@@ -55,7 +58,8 @@ file_content read_content(const file_reader& reader, warnings& notes) {
     const auto kernels = kernels_for(content.file.format, content.layout.storage, sign);
     const auto points = content.points.targets();
     const auto channels = content.analogs.targets();
-    if (!read_samples(reader, content.layout, kernels, residual_rule::decides, {points, channels})) {
+    if (!read_samples(reader, content.layout, kernels, residual_rule::decides,
+                      {points, channels})) {
         read_without_residuals(reader, content, kernels, points, notes);
     }
     if (content.rotations) {
@@ -104,7 +108,8 @@ anvil::status importer::read(anvil::io_device& device, strata::data_group target
         notes.log(name);
         return failure(fmt::format("byte {}: {}", error.offset(), error.what()));
     } catch (const std::bad_alloc&) {
-        return failure(fmt::format("not enough memory for the samples of a file of {} bytes", device.size()));
+        return failure(
+            fmt::format("not enough memory for the samples of a file of {} bytes", device.size()));
     } catch (const std::exception& error) {
         return failure(error.what());
     }

@@ -22,8 +22,10 @@ struct defined_group {
 };
 
 constexpr std::array<defined_group, 7> defined_groups = {{
-    {"POINT", " USED SCALE RATE DATA_START FRAMES LONG_FRAMES LABELS DESCRIPTIONS UNITS X_SCREEN Y_SCREEN TYPE_GROUPS "
-              "ANGLES FORCES MOMENTS POWERS SCALARS ANGLE_UNITS FORCE_UNITS MOMENT_UNITS POWER_UNITS SCALAR_UNITS "},
+    {"POINT", " USED SCALE RATE DATA_START FRAMES LONG_FRAMES LABELS DESCRIPTIONS UNITS X_SCREEN "
+              "Y_SCREEN TYPE_GROUPS "
+              "ANGLES FORCES MOMENTS POWERS SCALARS ANGLE_UNITS FORCE_UNITS MOMENT_UNITS "
+              "POWER_UNITS SCALAR_UNITS "},
     {"ANALOG", " USED LABELS DESCRIPTIONS GEN_SCALE SCALE OFFSET UNITS RATE FORMAT BITS GAIN "},
     {"FORCE_PLATFORM", " USED TYPE ZERO CORNERS ORIGIN CHANNEL CAL_MATRIX UNITS FPCOPPOLY "},
     {"EVENT", " USED CONTEXTS LABELS DESCRIPTIONS TIMES SUBJECTS ICON_IDS GENERIC_FLAGS "},
@@ -68,7 +70,8 @@ void name_parameters(const parameter_table& table, const std::vector<std::size_t
     taken_names taken;
     for (auto index : members) {
         const auto stored = without_padding(table.parameters()[index].name);
-        if (last_of_name[upper_case(stored)] != index) continue;
+        if (last_of_name[upper_case(stored)] != index)
+            continue;
         const bool is_defined = defined && defines(*defined, stored);
         const auto name = is_defined ? upper_case(stored) : path_component(as_utf8(stored));
         names.parameters[index] = taken.take(name.empty() ? "unamed" : name);

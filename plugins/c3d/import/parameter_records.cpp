@@ -13,11 +13,14 @@ namespace c3d {
 namespace {
 
 std::int16_t width_of(const parameter& item) {
-    if (item.type != element_type::character) return 0;
-    return item.dimensions.count() == 0 ? std::int16_t{-1} : static_cast<std::int16_t>(item.text_width());
+    if (item.type != element_type::character)
+        return 0;
+    return item.dimensions.count() == 0 ? std::int16_t{-1}
+                                        : static_cast<std::int16_t>(item.text_width());
 }
 
-void create_groups(strata::data_group& header, const parameter_table& table, const metadata_names& names) {
+void create_groups(strata::data_group& header, const parameter_table& table,
+                   const metadata_names& names) {
     std::vector<std::string> spelled;
     std::vector<std::string> descriptions;
     std::vector<std::int16_t> ids;
@@ -39,12 +42,14 @@ void create_groups(strata::data_group& header, const parameter_table& table, con
 std::vector<std::size_t> owners_of(const parameter_table& table) {
     std::vector<std::size_t> owners(table.parameters().size());
     for (std::size_t i = 0; i < table.groups().size(); ++i) {
-        for (auto index : table.groups()[i].parameters) owners[index] = i;
+        for (auto index : table.groups()[i].parameters)
+            owners[index] = i;
     }
     return owners;
 }
 
-void create_parameters(strata::data_group& header, const parameter_table& table, const metadata_names& names) {
+void create_parameters(strata::data_group& header, const parameter_table& table,
+                       const metadata_names& names) {
     std::vector<std::string> spelled;
     std::vector<std::string> stored;
     std::vector<std::string> descriptions;
@@ -54,7 +59,8 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
     std::vector<std::int16_t> locks;
     const auto owners = owners_of(table);
     for (std::size_t i = 0; i < owners.size(); ++i) {
-        if (names.parameters[i].empty()) continue;
+        if (names.parameters[i].empty())
+            continue;
         const auto& item = table.parameters()[i];
         spelled.push_back(as_utf8(without_padding(item.name)));
         stored.push_back(names.parameters[i]);

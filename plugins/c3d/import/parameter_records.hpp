@@ -7,26 +7,28 @@
 
 namespace c3d {
 
-/// Keeps what `Format/Metadata` does not say about groups and parameters, so that they can be written as they were. Two groups
-/// below `header` with array attributes, one element for each record, in file order:
+/// Keeps what `Format/Metadata` does not say about groups and parameters, so that they can be
+/// written as they were. Two groups below `header` with array attributes, one element for each
+/// record, in file order:
 ///
-/// | group        | attribute     | type   | element |
-/// |--------------|---------------|--------|---------|
-/// | `Groups`     | `Name`        | string | name as spelled in the file |
-/// |              | `Stored`      | string | name of the group below `Format/Metadata` |
-/// |              | `Id`          | int16  | 1 to 127 |
-/// |              | `Locked`      | int16  | 0 or 1 |
-/// |              | `Description` | string | |
-/// | `Parameters` | `Group`       | int16  | index of its group in the arrays of `Groups` |
-/// |              | `Name`        | string | name as spelled in the file |
-/// |              | `Stored`      | string | name of the attribute in that group |
-/// |              | `Type`        | int16  | −1 characters, 1 bytes, 2 integers, 4 reals |
-/// |              | `Width`       | int16  | characters of each text, −1 for a text without dimensions; 0 for numbers |
-/// |              | `Locked`      | int16  | 0 or 1 |
-/// |              | `Description` | string | |
+/// | group        | attribute     | type   | element                                        |
+/// |--------------|---------------|--------|------------------------------------------------|
+/// | `Groups`     | `Name`        | string | name as spelled in the file                    |
+/// |              | `Stored`      | string | name of the group below `Format/Metadata`      |
+/// |              | `Id`          | int16  | 1 to 127                                       |
+/// |              | `Locked`      | int16  | 0 or 1                                         |
+/// |              | `Description` | string |                                                |
+/// | `Parameters` | `Group`       | int16  | index of its group in the arrays of `Groups`   |
+/// |              | `Name`        | string | name as spelled in the file                    |
+/// |              | `Stored`      | string | name of the attribute in that group            |
+/// |              | `Type`        | int16  | −1 characters, 1 bytes, 2 integers, 4 reals    |
+/// |              | `Width`       | int16  | characters of a text; 0 for numbers, −1 for a  |
+/// |              |               |        | text without dimensions                        |
+/// |              | `Locked`      | int16  | 0 or 1                                         |
+/// |              | `Description` | string |                                                |
 ///
-/// A group without a record of its own has the name of its store group. Parameters that a later one of the same name replaced
-/// are left out.
+/// A group without a record of its own has the name of its store group. Parameters that a later one
+/// of the same name replaced are left out.
 void create_parameter_records(strata::data_group& header, const parameter_table& table,
                               const metadata_names& names);
 

@@ -13,8 +13,8 @@ namespace {
 
 struct kind {
     std::string_view type;
-    std::string_view labels;     ///< parameter of POINT that lists the labels; none: all other points
-    std::string_view unit;       ///< parameter of POINT with their unit
+    std::string_view labels; ///< parameter of POINT that lists the labels; none: all other points
+    std::string_view unit;   ///< parameter of POINT with their unit
     std::string_view usual_unit; ///< where that is missing
 };
 
@@ -28,12 +28,14 @@ constexpr std::array<kind, 5> kinds = {{
 constexpr std::size_t marker = 0;
 
 std::string first_or(const std::vector<std::string>& texts, std::string_view usual) {
-    const auto found = std::find_if(texts.begin(), texts.end(), [](const auto& text) { return !text.empty(); });
+    const auto found =
+        std::find_if(texts.begin(), texts.end(), [](const auto& text) { return !text.empty(); });
     return found == texts.end() ? std::string(usual) : *found;
 }
 
 bool all_equal(const std::vector<std::string>& texts) {
-    return std::all_of(texts.begin(), texts.end(), [&](const auto& text) { return text == texts.front(); });
+    return std::all_of(texts.begin(), texts.end(),
+                       [&](const auto& text) { return text == texts.front(); });
 }
 
 } // namespace
@@ -44,11 +46,13 @@ point_kinds::point_kinds(const parameter_table& parameters) {
         auto units = channel_entries(parameters, "POINT", unit).all_texts();
         unit_by_kind_.push_back(first_or(units, usual_unit));
         if (i == marker) {
-            if (units.size() > 1 && !all_equal(units)) unit_by_point_ = std::move(units);
+            if (units.size() > 1 && !all_equal(units))
+                unit_by_point_ = std::move(units);
             continue;
         }
         for (auto& label : channel_entries(parameters, "POINT", labels).all_texts()) {
-            if (!label.empty()) kind_by_label_.emplace(std::move(label), i);
+            if (!label.empty())
+                kind_by_label_.emplace(std::move(label), i);
         }
     }
 }
@@ -66,7 +70,8 @@ const std::string& point_kinds::unit_of(std::uint64_t point, const std::string& 
     const auto kind = kind_of(label);
     const auto index = static_cast<std::size_t>(point);
     // A unit for every point says more than one for its kind.
-    if (index < unit_by_point_.size() && !unit_by_point_[index].empty()) return unit_by_point_[index];
+    if (index < unit_by_point_.size() && !unit_by_point_[index].empty())
+        return unit_by_point_[index];
     return unit_by_kind_[kind];
 }
 

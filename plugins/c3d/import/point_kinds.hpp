@@ -18,7 +18,8 @@ class point_kinds {
     /// "angle", "force", "moment" or "power" for a label that the file lists as one, else "marker".
     [[nodiscard]] std::string_view type_of(const std::string& label) const;
 
-    /// The unit of a point: that of its kind, or that of the points where markers are concerned; without either the usual one.
+    /// The unit of a point: that of its kind, or that of the points where markers are concerned;
+    /// without either the usual one.
     [[nodiscard]] const std::string& unit_of(std::uint64_t point, const std::string& label) const;
 
   private:

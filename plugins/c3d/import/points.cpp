@@ -23,7 +23,8 @@ float* floats_of(const strata::channel_buffer& buffer) noexcept {
 }
 
 void fill(const std::vector<strata::channel_buffer>& buffers, float value) {
-    for (const auto& buffer : buffers) std::fill_n(floats_of(buffer), buffer.count(), value);
+    for (const auto& buffer : buffers)
+        std::fill_n(floats_of(buffer), buffer.count(), value);
 }
 
 void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::size_t points) {
@@ -62,9 +63,11 @@ point_samples allocate_points(const frame_layout& layout) {
     point_samples samples;
     samples.coordinates =
         strata::channel_buffer::allocate(strata::data_type::float32, 3 * layout.frames, points);
-    samples.residuals = strata::channel_buffer::allocate(strata::data_type::float32, layout.frames, points);
+    samples.residuals =
+        strata::channel_buffer::allocate(strata::data_type::float32, layout.frames, points);
     if (layout.storage == sample_storage::integer) {
-        for (auto& buffer : samples.coordinates) buffer.set_scaling(0.0, double{layout.scale});
+        for (auto& buffer : samples.coordinates)
+            buffer.set_scaling(0.0, double{layout.scale});
     }
     return samples;
 }
@@ -77,9 +80,11 @@ void invalidate(const point_samples& samples) {
 void create_points(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
                    point_samples samples) {
     const auto points = samples.coordinates.size();
-    auto set = strata::create_channel_set(data, "Points", 3, layout.frames, std::move(samples.coordinates));
+    auto set = strata::create_channel_set(data, "Points", 3, layout.frames,
+                                          std::move(samples.coordinates));
     write_descriptive_texts(set, file, points);
-    if (points != 0) strata::create_row_attribute(set, "Residuals", std::move(samples.residuals));
+    if (points != 0)
+        strata::create_row_attribute(set, "Residuals", std::move(samples.residuals));
     write_number(set, "NumSamples", static_cast<std::int64_t>(layout.frames));
     write_number(set, "SampleRate", layout.point_rate);
     write_number(set, "StartTime", layout.start_time_s());

@@ -13,7 +13,8 @@ namespace c3d {
 
 /// The points' samples in memory, a buffer for each point.
 struct point_samples {
-    /// `float32` elements, all x, all y, all z; for integer storage the integers of the file, scaled on reading.
+    /// `float32` elements, all x, all y, all z; for integer storage the integers of the file,
+    /// scaled on reading.
     std::vector<strata::channel_buffer> coordinates;
     /// `float32`: the fourth words as the file has them, −1 for invalid samples.
     std::vector<strata::channel_buffer> residuals;
@@ -27,7 +28,8 @@ struct point_samples {
 /// Makes every sample invalid.
 void invalidate(const point_samples& samples);
 
-/// Creates the set `Points` of `data`: values, labels, names, types, units, descriptions, residuals and the time base.
+/// Creates the set `Points` of `data`: values, labels, names, types, units, descriptions, residuals
+/// and the time base.
 void create_points(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
                    point_samples samples);
 

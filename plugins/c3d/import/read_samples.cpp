@@ -9,7 +9,7 @@ namespace c3d {
 namespace {
 
 /// Stays in the second-level cache while it is decoded, together with the lines that are written.
-constexpr std::uint64_t cached_bytes = 128 * 1024;
+constexpr std::uint64_t cached_bytes = 256 * 1024;
 
 /// Records of one size that lie one behind the other in the file, read a block at a time.
 class record_blocks {
@@ -18,7 +18,8 @@ class record_blocks {
                   std::uint64_t records)
         : reader_(reader), offset_(offset), record_bytes_(record_bytes), records_(records) {
         // Whole tiles in every block but the last, also of records larger than the cache.
-        const auto wanted = std::max<std::uint64_t>(cached_bytes / record_bytes / tile * tile, tile);
+        const auto wanted =
+            std::max<std::uint64_t>(cached_bytes / record_bytes / tile * tile, tile);
         block_records_ = std::min(wanted, records);
         bytes_ = std::make_unique_for_overwrite<std::byte[]>(
             static_cast<std::size_t>(block_records_ * record_bytes));
@@ -68,19 +69,23 @@ std::vector<const std::byte*> analog_rows(const frame_layout& layout, const reco
 
 bool read_samples(const file_reader& reader, const frame_layout& layout, const kernel_set& kernels,
                   residual_rule rule, const sample_targets& targets) {
-    if (layout.frames == 0 || layout.frame_bytes() == 0) return false;
+    if (layout.frames == 0 || layout.frame_bytes() == 0)
+        return false;
     record_blocks blocks(reader, layout.data_offset, layout.frame_bytes(), layout.frames);
     // Every block lies in the same memory, so its rows are the same, too.
     std::vector<const std::byte*> rows;
-    if (!targets.channels.empty()) rows = analog_rows(layout, blocks);
+    if (!targets.channels.empty())
+        rows = analog_rows(layout, blocks);
     const auto samples = static_cast<std::size_t>(layout.samples_per_frame);
     bool found = false;
     blocks.for_each([&](std::size_t first, std::size_t count) {
-        const point_block points{blocks.data(), static_cast<std::size_t>(layout.frame_bytes()), count, first,
-                                 static_cast<std::size_t>(layout.frames)};
-        if (!targets.points.empty() && kernels.points(points, targets.points, rule)) found = true;
+        const point_block points{blocks.data(), static_cast<std::size_t>(layout.frame_bytes()),
+                                 count, first, static_cast<std::size_t>(layout.frames)};
+        if (!targets.points.empty() && kernels.points(points, targets.points, rule))
+            found = true;
         if (!targets.channels.empty()) {
-            kernels.columns({std::span(rows).first(count * samples), first * samples}, targets.channels);
+            kernels.columns({std::span(rows).first(count * samples), first * samples},
+                            targets.channels);
         }
     });
     return found;
@@ -88,10 +93,12 @@ bool read_samples(const file_reader& reader, const frame_layout& layout, const k
 
 void read_rows(const file_reader& reader, const row_section& section, const kernel_set& kernels,
                std::span<float* const> columns) {
-    if (section.rows == 0 || columns.empty()) return;
+    if (section.rows == 0 || columns.empty())
+        return;
     record_blocks blocks(reader, section.offset, section.row_bytes, section.rows);
     std::vector<const std::byte*> rows(blocks.block_records());
-    for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = blocks.data() + i * section.row_bytes;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = blocks.data() + i * section.row_bytes;
     blocks.for_each([&](std::size_t first, std::size_t count) {
         kernels.columns({std::span(rows).first(count), first}, columns);
     });

@@ -16,14 +16,15 @@ struct sample_targets {
     std::span<float* const> channels; ///< the first sample of each analog channel
 };
 
-/// Reads all frames of `layout` and decodes them into the targets, block by block: the file is read once, and no more of it is in
-/// memory than fits a processor's cache. True when a point has a valid sample (see kernel_set::points).
+/// Reads all frames of `layout` and decodes them into the targets, block by block: the file is read
+/// once, and no more of it is in memory than fits a processor's cache. True when a point has a
+/// valid sample (see kernel_set::points).
 bool read_samples(const file_reader& reader, const frame_layout& layout, const kernel_set& kernels,
                   residual_rule rule, const sample_targets& targets);
 
 /// Rows of reals that lie one behind the other, a column for each target.
 struct row_section {
-    std::uint64_t offset = 0;    ///< of the first row in the file
+    std::uint64_t offset = 0; ///< of the first row in the file
     std::uint64_t row_bytes = 0;
     std::uint64_t rows = 0;
 };

@@ -23,7 +23,8 @@ std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, nu
     columns.reserve(segments.size() * rotation_components);
     for (const auto& segment : segments) {
         auto* elements = reinterpret_cast<float*>(segment.data());
-        for (std::uint64_t i = 0; i < rotation_components; ++i) columns.push_back(elements + i * layout.rows);
+        for (std::uint64_t i = 0; i < rotation_components; ++i)
+            columns.push_back(elements + i * layout.rows);
     }
     const auto kernels = kernels_for(format, sample_storage::real, word_sign::with);
     read_rows(reader, {layout.offset, layout.row_bytes(), layout.rows}, kernels, columns);
@@ -37,9 +38,11 @@ void create_rotations(strata::data_group& data, const c3d_file& file, const rota
                                           std::move(segments));
     for (const auto* name : {"Labels", "Descriptions"}) {
         const channel_entries entries(file.parameters, "ROTATION",
-                                      name == std::string_view("Labels") ? "LABELS" : "DESCRIPTIONS");
+                                      name == std::string_view("Labels") ? "LABELS"
+                                                                         : "DESCRIPTIONS");
         std::vector<std::string> texts(count);
-        for (std::size_t i = 0; i < count; ++i) texts[i] = entries.text(i).value_or("");
+        for (std::size_t i = 0; i < count; ++i)
+            texts[i] = entries.text(i).value_or("");
         write_texts(set, name, texts);
     }
     write_number(set, "Ratio", static_cast<std::int32_t>(layout.ratio));

@@ -31,7 +31,8 @@ constexpr std::size_t reliability = matrix_edge * matrix_edge;
 
 /// One segment, ready to be given to the store.
 struct segment {
-    std::vector<strata::channel_buffer> rows; ///< by matrix row: all samples of column 0, then of column 1 and so on
+    std::vector<strata::channel_buffer>
+        rows; ///< by matrix row: all samples of column 0, then of column 1 and so on
     strata::channel_buffer reliabilities;
 };
 
@@ -39,11 +40,13 @@ std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
     return {reinterpret_cast<float*>(buffer.data()), static_cast<std::size_t>(buffer.count())};
 }
 
-std::vector<float> components_of(const strata::data_set& rotations, std::uint64_t index, std::uint64_t samples) {
+std::vector<float> components_of(const strata::data_set& rotations, std::uint64_t index,
+                                 std::uint64_t samples) {
     std::vector<float> components(static_cast<std::size_t>(rotation_components * samples));
     const std::array<std::uint64_t, 6> box = {0, rotation_components, index, 1, 0, samples};
     auto selection = rotations.select(box.data(), box.size(), true);
-    if (samples != 0 && (!selection || !selection.read_value(components.data(), strata::data_type::float32))) {
+    if (samples != 0 &&
+        (!selection || !selection.read_value(components.data(), strata::data_type::float32))) {
         throw std::runtime_error(fmt::format("the rotations of segment {} cannot be read", index));
     }
     return components;
@@ -51,12 +54,14 @@ std::vector<float> components_of(const strata::data_set& rotations, std::uint64_
 
 segment make_segment(std::span<const float> components, std::size_t samples) {
     segment result;
-    result.rows =
-        strata::channel_buffer::allocate(strata::data_type::float32, matrix_edge * samples, matrix_edge);
-    result.reliabilities = strata::channel_buffer::allocate(strata::data_type::float32, samples, 1).front();
+    result.rows = strata::channel_buffer::allocate(strata::data_type::float32,
+                                                   matrix_edge * samples, matrix_edge);
+    result.reliabilities =
+        strata::channel_buffer::allocate(strata::data_type::float32, samples, 1).front();
     const auto trust = components.subspan(reliability * samples, samples);
     const auto kept = floats_of(result.reliabilities);
-    for (std::size_t i = 0; i < samples; ++i) kept[i] = trust[i];
+    for (std::size_t i = 0; i < samples; ++i)
+        kept[i] = trust[i];
     for (std::size_t component = 0; component < reliability; ++component) {
         const auto column = component / matrix_edge;
         const auto row = component % matrix_edge;
@@ -73,7 +78,8 @@ segment make_segment(std::span<const float> components, std::size_t samples) {
 strata::data_set find_rotations(strata::data_group& source) {
     for (const auto* folder : {"Data", "Format/Data"}) {
         const auto path = fmt::format("{}/{}", folder, rotation_set);
-        if (source.exists_set(path)) return source.retrieve_set(path);
+        if (source.exists_set(path))
+            return source.retrieve_set(path);
     }
     return {};
 }
@@ -81,17 +87,20 @@ strata::data_set find_rotations(strata::data_group& source) {
 void create_segment(strata::data_group& segments, const std::string& name, const std::string& label,
                     const strata::data_set& rotations, std::uint64_t samples, segment content) {
     auto group = segments.create_group(name);
-    auto set = strata::create_channel_set(group, "T_SCS", matrix_edge, samples, std::move(content.rows));
+    auto set =
+        strata::create_channel_set(group, "T_SCS", matrix_edge, samples, std::move(content.rows));
     write_text(set, "Label", label);
     for (const auto* attribute : {"SampleRate", "StartTime"}) {
-        write_number(set, attribute, read_number<double>(rotations.retrieve_attribute(attribute)).value_or(0.0));
+        write_number(set, attribute,
+                     read_number<double>(rotations.retrieve_attribute(attribute)).value_or(0.0));
     }
     strata::create_row_attribute(set, "Reliability", std::move(content.reliabilities));
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
     const auto source_path = text_parameter(parameters, detect_rotations::id, "SourceGroup");
-    const auto destination = text_parameter(parameters, detect_rotations::id, "DestinationGroup") + "/Segments";
+    const auto destination =
+        text_parameter(parameters, detect_rotations::id, "DestinationGroup") + "/Segments";
     strata::data_set rotations;
     if (target.exists_group(source_path)) {
         auto source = target.retrieve_group(source_path);
@@ -103,17 +112,20 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
     if (rotations) {
         const auto extents = rotations.shape(false).dimensions();
         if (extents.size() != 3 || extents[0] != static_cast<std::int64_t>(rotation_components)) {
-            throw std::runtime_error(fmt::format("the set '{}' has not the shape {{{}, segments, samples}}",
-                                                 rotation_set, rotation_components));
+            throw std::runtime_error(
+                fmt::format("the set '{}' has not the shape {{{}, segments, samples}}",
+                            rotation_set, rotation_components));
         }
         samples = static_cast<std::uint64_t>(extents[2]);
         labels = read_texts(rotations.retrieve_attribute("Labels"));
         labels.resize(static_cast<std::size_t>(extents[1]));
         for (std::size_t i = 0; i < labels.size(); ++i) {
-            content.push_back(make_segment(components_of(rotations, i, samples), static_cast<std::size_t>(samples)));
+            content.push_back(make_segment(components_of(rotations, i, samples),
+                                           static_cast<std::size_t>(samples)));
         }
     }
-    if (target.exists_group(destination)) target.delete_group(destination);
+    if (target.exists_group(destination))
+        target.delete_group(destination);
     auto segments = target.create_group(destination);
     const auto names = distinct_names(labels);
     for (std::size_t i = 0; i < labels.size(); ++i) {
@@ -123,7 +135,8 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
 
 } // namespace
 
-anvil::status detect_rotations::evaluate(strata::data_group& target, const anvil::json& parameters) const {
+anvil::status detect_rotations::evaluate(strata::data_group& target,
+                                         const anvil::json& parameters) const {
     try {
         detect(target, parameters);
         return {};

@@ -18,16 +18,18 @@ struct event_occurrence {
     int flags = 0;
 };
 
-/// The events of the parameter group EVENT (`event`, a group below `Metadata`), in file order: as many as EVENT:USED says and
-/// EVENT:TIMES holds. What the other lists do not hold is empty.
+/// The events of the parameter group EVENT (`event`, a group below `Metadata`), in file order: as
+/// many as EVENT:USED says and EVENT:TIMES holds. What the other lists do not hold is empty.
 [[nodiscard]] std::vector<event_occurrence> group_events(const strata::data_group& event);
 
 /// The events of the header block, kept in `header`.
 [[nodiscard]] std::vector<event_occurrence> header_events(const strata::data_group& header);
 
-/// EVENT:TIMES in seconds. `values` in the order of the file, `extents` as stored, slowest first. An event is a pair of minutes and
-/// seconds, or seconds alone; `used` tells the two apart where the extents do not.
+/// EVENT:TIMES in seconds. `values` in the order of the file, `extents` as stored, slowest first.
+/// An event is a pair of minutes and seconds, or seconds alone; `used` tells the two apart where
+/// the extents do not.
 [[nodiscard]] std::vector<float> event_seconds(const std::vector<float>& values,
-                                               const std::vector<std::int64_t>& extents, std::size_t used);
+                                               const std::vector<std::int64_t>& extents,
+                                               std::size_t used);
 
 } // namespace c3d

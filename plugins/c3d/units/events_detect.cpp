@@ -50,14 +50,17 @@ std::string type_of(const event_occurrence& event) {
     if (event.icon >= 0 && static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
         return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
     }
-    const auto found = std::find_if(type_by_label.begin(), type_by_label.end(),
-                                    [&](const auto& synonym) { return synonym.label == event.label; });
+    const auto found =
+        std::find_if(type_by_label.begin(), type_by_label.end(),
+                     [&](const auto& synonym) { return synonym.label == event.label; });
     return found == type_by_label.end() ? event.label : std::string(found->type);
 }
 
 std::string without(std::string text, std::string_view part) {
-    if (part.empty()) return text;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at)) text.erase(at, part.size());
+    if (part.empty())
+        return text;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at))
+        text.erase(at, part.size());
     return text;
 }
 
@@ -73,8 +76,8 @@ struct event_set {
     std::vector<event_occurrence> occurrences;
 };
 
-/// Gathers occurrences by name, in order of appearance. Contexts that differ are never mixed, even where context and label happen
-/// to read the same together: the later one's set gets a number.
+/// Gathers occurrences by name, in order of appearance. Contexts that differ are never mixed, even
+/// where context and label happen to read the same together: the later one's set gets a number.
 class event_sets {
   public:
     explicit event_sets(std::string separator) : separator_(std::move(separator)) {}
@@ -84,7 +87,8 @@ class event_sets {
         auto candidate = name;
         for (std::size_t number = 2;; ++number) {
             const auto [entry, is_new] = by_name_.try_emplace(candidate, sets_.size());
-            if (is_new) sets_.push_back({candidate, {}});
+            if (is_new)
+                sets_.push_back({candidate, {}});
             auto& occurrences = sets_[entry->second].occurrences;
             if (is_new || occurrences.front().context == event.context) {
                 occurrences.push_back(std::move(event));
@@ -102,29 +106,35 @@ class event_sets {
     std::unordered_map<std::string, std::size_t> by_name_;
 };
 
-/// True when the group has the header's event: its label alone, or with the context, at the same time.
-bool is_known(const event_occurrence& header_event, const std::vector<event_occurrence>& group_events) {
+/// True when the group has the header's event: its label alone, or with the context, at the same
+/// time.
+bool is_known(const event_occurrence& header_event,
+              const std::vector<event_occurrence>& group_events) {
     return std::any_of(group_events.begin(), group_events.end(), [&](const auto& event) {
         return std::abs(event.time_s - header_event.time_s) <= same_time_s &&
-               (event.label == header_event.label || event.context + event.label == header_event.label);
+               (event.label == header_event.label ||
+                event.context + event.label == header_event.label);
     });
 }
 
 template <typename Value, typename Member>
-std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
+std::vector<Value> column(const event_set& set, Member event_occurrence::*member) {
     std::vector<Value> values;
     values.reserve(set.occurrences.size());
-    for (const auto& event : set.occurrences) values.push_back(event.*member);
+    for (const auto& event : set.occurrences)
+        values.push_back(event.*member);
     return values;
 }
 
 void create_event_set(strata::data_group& events, const event_set& content) {
-    if (events.exists_set(content.name)) events.delete_set(content.name);
+    if (events.exists_set(content.name))
+        events.delete_set(content.name);
     const auto times = column<float>(content, &event_occurrence::time_s);
     const strata::data_shape shape({static_cast<std::int64_t>(times.size())}, false);
     auto set = events.create_set(content.name, shape, strata::data_type::float32);
     if (!set.select(shape, false).write_value(times.data(), strata::data_type::float32)) {
-        throw std::runtime_error(fmt::format("the times of the event '{}' were refused", content.name));
+        throw std::runtime_error(
+            fmt::format("the times of the event '{}' were refused", content.name));
     }
     auto icons = column<std::int32_t>(content, &event_occurrence::icon);
     std::replace(icons.begin(), icons.end(), -1, 0);
@@ -135,18 +145,21 @@ void create_event_set(strata::data_group& events, const event_set& content) {
     write_text(set, "Description", first.description);
     write_text(set, "Type", type_of(first));
     write_texts(set, "OccurrenceLabels", column<std::string>(content, &event_occurrence::label));
-    write_texts(set, "OccurrenceSubjects", column<std::string>(content, &event_occurrence::subject));
-    write_texts(set, "OccurrenceDescriptions", column<std::string>(content, &event_occurrence::description));
+    write_texts(set, "OccurrenceSubjects",
+                column<std::string>(content, &event_occurrence::subject));
+    write_texts(set, "OccurrenceDescriptions",
+                column<std::string>(content, &event_occurrence::description));
     write_numbers(set, "OccurrenceIcons", icons);
     write_numbers(set, "OccurrenceFlags", column<std::int32_t>(content, &event_occurrence::flags));
 }
 
 /// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.
-std::optional<strata::data_group> find_group(const strata::data_group& root, const std::string& source,
-                                             const char* path) {
+std::optional<strata::data_group> find_group(const strata::data_group& root,
+                                             const std::string& source, const char* path) {
     for (const auto* format : {"Format/", ""}) {
         const auto full_path = fmt::format("{}/{}{}", source, format, path);
-        if (root.exists_group(full_path)) return root.retrieve_group(full_path);
+        if (root.exists_group(full_path))
+            return root.retrieve_group(full_path);
     }
     return std::nullopt;
 }
@@ -156,22 +169,28 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
     const auto destination = text_parameter(parameters, events_detect::id, "DestinationGroup");
     const auto separator = text_parameter(parameters, events_detect::id, "PartSeparator");
     std::vector<event_occurrence> from_group;
-    if (const auto group = find_group(target, source, "Metadata/EVENT")) from_group = group_events(*group);
+    if (const auto group = find_group(target, source, "Metadata/EVENT"))
+        from_group = group_events(*group);
     std::vector<event_occurrence> from_header;
-    if (const auto group = find_group(target, source, "Header")) from_header = header_events(*group);
+    if (const auto group = find_group(target, source, "Header"))
+        from_header = header_events(*group);
 
     event_sets sets(separator);
-    for (const auto& event : from_group) sets.add(event);
+    for (const auto& event : from_group)
+        sets.add(event);
     for (const auto& event : from_header) {
-        if (!is_known(event, from_group)) sets.add(event);
+        if (!is_known(event, from_group))
+            sets.add(event);
     }
     auto events = reach_group(target, destination);
-    for (const auto& set : sets.all()) create_event_set(events, set);
+    for (const auto& set : sets.all())
+        create_event_set(events, set);
 }
 
 } // namespace
 
-anvil::status events_detect::evaluate(strata::data_group& target, const anvil::json& parameters) const {
+anvil::status events_detect::evaluate(strata::data_group& target,
+                                      const anvil::json& parameters) const {
     try {
         detect(target, parameters);
         return {};

@@ -9,7 +9,8 @@ namespace c3d {
 std::string text_parameter(const anvil::json& parameters, std::string_view unit, const char* name) {
     const auto found = parameters.is_object() ? parameters.find(name) : parameters.end();
     if (found == parameters.end() || !found->is_string()) {
-        throw std::invalid_argument(fmt::format("{}: a text \"{}\" is expected among the parameters", unit, name));
+        throw std::invalid_argument(
+            fmt::format("{}: a text \"{}\" is expected among the parameters", unit, name));
     }
     return found->get<std::string>();
 }

@@ -9,7 +9,8 @@
 
 namespace c3d {
 
-/// The text member `name` of a unit's parameters. Throws std::invalid_argument that names the unit and the member.
+/// The text member `name` of a unit's parameters. Throws std::invalid_argument that names the unit
+/// and the member.
 [[nodiscard]] std::string text_parameter(const anvil::json& parameters, std::string_view unit,
                                          const char* name);
 

@@ -15,8 +15,8 @@ class attribute_list;
 struct access;
 } // namespace detail
 
-/// A handle on a named, typed, shaped value of a group or a data set. Copies denote the same value; it stays readable through
-/// a handle after it was deleted from its owner.
+/// A handle on a named, typed, shaped value of a group or a data set. Copies denote the same value;
+/// it stays readable through a handle after it was deleted from its owner.
 class STRATA_EXPORT data_attribute {
   public:
     /// Denotes nothing.
@@ -34,14 +34,17 @@ class STRATA_EXPORT data_attribute {
     [[nodiscard]] data_shape shape() const;
     [[nodiscard]] data_type type() const noexcept;
 
-    /// Copies all elements into `buffer`, converted to `requested`, in row-major order of the shape.
-    /// Numbers convert as in C++, saturating where C++ leaves the result undefined (a NaN becomes 0); between text and numbers there is no
-    /// conversion. For `string`, `buffer` is an array of `const char*` whose texts are the caller's until it passes the buffer to
-    /// data_converter_string_clean_buffer. False when nothing could be read; `buffer` is then unchanged.
+    /// Copies all elements into `buffer`, converted to `requested`, in row-major order of the
+    /// shape. Numbers convert as in C++, saturating where C++ leaves the result undefined (a NaN
+    /// becomes 0); between text and numbers there is no conversion. For `string`, `buffer` is an
+    /// array of `const char*` whose texts are the caller's until it passes the buffer to
+    /// data_converter_string_clean_buffer. False when nothing could be read; `buffer` is then
+    /// unchanged.
     [[nodiscard]] bool read_value(void* buffer, data_type requested) const;
 
-    /// Replaces all elements by those of `buffer`, converted from `given` to the stored type; for `string` an array of
-    /// `const char*` (a null pointer counts as empty text). False when there is no conversion; nothing is changed then.
+    /// Replaces all elements by those of `buffer`, converted from `given` to the stored type; for
+    /// `string` an array of `const char*` (a null pointer counts as empty text). False when there
+    /// is no conversion; nothing is changed then.
     [[nodiscard]] bool write_value(const void* buffer, data_type given);
 
     /// Replaces the value of a scalar string attribute; any other attribute is left alone.

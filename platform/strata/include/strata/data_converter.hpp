@@ -5,8 +5,9 @@
 
 namespace strata {
 
-/// Frees the texts that a `read_value` of type `string` placed in `buffer`, one per element of `shape`.
-/// Called exactly once after every successful read of texts.
-STRATA_EXPORT void data_converter_string_clean_buffer(const data_shape& shape, void* buffer) noexcept;
+/// Frees the texts that a `read_value` of type `string` placed in `buffer`, one per element of
+/// `shape`. Called exactly once after every successful read of texts.
+STRATA_EXPORT void data_converter_string_clean_buffer(const data_shape& shape,
+                                                      void* buffer) noexcept;
 
 } // namespace strata

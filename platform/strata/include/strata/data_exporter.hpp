@@ -20,7 +20,8 @@ class STRATA_EXPORT data_exporter {
     data_exporter(anvil::io_device* device, const std::string& plugin_id);
     ~data_exporter();
 
-    /// Writes `source` to the device. Fails when there is no such exporter, when it fails or throws.
+    /// Writes `source` to the device. Fails when there is no such exporter, when it fails or
+    /// throws.
     [[nodiscard]] anvil::status write(data_group source);
 
   private:

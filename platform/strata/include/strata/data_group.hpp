@@ -18,11 +18,13 @@ class group_node;
 struct access;
 } // namespace detail
 
-/// A handle on a named node of the tree, which holds groups, data sets and attributes. Copies denote the same node.
+/// A handle on a named node of the tree, which holds groups, data sets and attributes. Copies
+/// denote the same node.
 ///
-/// Names given to members are paths relative to the group, components separated by "/" (one at either end is ignored);
-/// the empty path denotes the group itself where a group is asked for. Attributes: the components before the last name
-/// groups. A group and a set of one parent never share a name. All lists are in order of creation.
+/// Names given to members are paths relative to the group, components separated by "/" (one at
+/// either end is ignored); the empty path denotes the group itself where a group is asked for.
+/// Attributes: the components before the last name groups. A group and a set of one parent never
+/// share a name. All lists are in order of creation.
 class STRATA_EXPORT data_group {
   public:
     /// Denotes nothing; only assignment and destruction are allowed.
@@ -37,17 +39,20 @@ class STRATA_EXPORT data_group {
     [[nodiscard]] std::string name() const;
 
     [[nodiscard]] bool exists_group(std::string_view name) const noexcept;
-    /// Throws store_error when there is no such group, as do all members that retrieve or delete, except where noted.
+    /// Throws store_error when there is no such group, as do all members that retrieve or delete,
+    /// except where noted.
     [[nodiscard]] data_group retrieve_group(std::string_view name) const;
     /// Creates the group and those on the way to it. Throws store_error when it exists.
     data_group create_group(std::string_view name);
-    /// Removes the group and all below it. Handles into it stay usable but are no longer part of the tree.
+    /// Removes the group and all below it. Handles into it stay usable but are no longer part of
+    /// the tree.
     void delete_group(std::string_view name);
 
     [[nodiscard]] bool exists_set(std::string_view name) const noexcept;
     [[nodiscard]] data_set retrieve_set(std::string_view name) const;
-    /// Creates a set whose elements are zero (texts empty), in a group that exists. A three-dimensional set is held as one
-    /// buffer for each index of its middle dimension, the channels.
+    /// Creates a set whose elements are zero (texts empty), in a group that exists. A
+    /// three-dimensional set is held as one buffer for each index of its middle dimension, the
+    /// channels.
     data_set create_set(std::string_view name, const data_shape& shape, data_type type);
     void delete_set(std::string_view name);
 
@@ -63,8 +68,8 @@ class STRATA_EXPORT data_group {
     [[nodiscard]] std::vector<std::string> list_set_children_name() const;
     [[nodiscard]] std::vector<std::string> list_group_children_name() const;
 
-    /// Makes the set that `target` (a `const data_set*`) denotes also known as `name`: one set with two names.
-    /// False when the name is taken, `target` is null or denotes nothing.
+    /// Makes the set that `target` (a `const data_set*`) denotes also known as `name`: one set with
+    /// two names. False when the name is taken, `target` is null or denotes nothing.
     bool create_hard_link_internal(const std::string& name, const void* target);
 
   private:

@@ -16,13 +16,13 @@ class importer;
 /// Reads an open device through one importer plugin.
 class STRATA_EXPORT data_importer {
   public:
-    /// Binds `device`, which must outlive this object, to the importer `plugin_id`; when the id is empty, to the first
-    /// registered importer that accepts the device's content.
+    /// Binds `device`, which must outlive this object, to the importer `plugin_id`; when the id is
+    /// empty, to the first registered importer that accepts the device's content.
     data_importer(anvil::io_device* device, const std::string& plugin_id);
     ~data_importer();
 
-    /// Fills `target` from the device. Fails when no importer was found, when the importer fails or throws; what was
-    /// created in `target` until then stays.
+    /// Fills `target` from the device. Fails when no importer was found, when the importer fails or
+    /// throws; what was created in `target` until then stays.
     [[nodiscard]] anvil::status read(data_group target);
 
   private:

@@ -13,8 +13,8 @@ class set_content;
 struct access;
 } // namespace detail
 
-/// A view of all or part of a data set's elements. It keeps the elements alive, and follows writes and resizes of the set:
-/// once the set has become too small for it, it is invalid.
+/// A view of all or part of a data set's elements. It keeps the elements alive, and follows writes
+/// and resizes of the set: once the set has become too small for it, it is invalid.
 class STRATA_EXPORT data_selection {
   public:
     /// Denotes nothing.
@@ -34,7 +34,8 @@ class STRATA_EXPORT data_selection {
     /// As data_attribute::read_value, in row-major order of the selection's shape.
     [[nodiscard]] bool read_value(void* buffer, data_type requested) const;
 
-    /// As data_attribute::write_value. Other sets that share the elements' storage keep their values.
+    /// As data_attribute::write_value. Other sets that share the elements' storage keep their
+    /// values.
     [[nodiscard]] bool write_value(const void* buffer, data_type given);
 
   private:

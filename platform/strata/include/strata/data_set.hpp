@@ -19,7 +19,8 @@ class set_entry;
 struct access;
 } // namespace detail
 
-/// A handle on a named, typed, shaped array of elements with attributes of its own. Copies denote the same set.
+/// A handle on a named, typed, shaped array of elements with attributes of its own. Copies denote
+/// the same set.
 class STRATA_EXPORT data_set {
   public:
     /// Denotes nothing.
@@ -42,13 +43,16 @@ class STRATA_EXPORT data_set {
     /// The whole set when `shape` is the set's own shape; otherwise an invalid selection.
     [[nodiscard]] data_selection select(const data_shape& shape, bool flag) const;
 
-    /// A box of the set: an (offset, extent) pair for each dimension, slowest first, so `count` is twice the number of
-    /// dimensions. For a channel set: components, channels, samples. Invalid when it leaves the set.
-    [[nodiscard]] data_selection select(const std::uint64_t* coordinates, std::uint64_t count, bool flag) const;
+    /// A box of the set: an (offset, extent) pair for each dimension, slowest first, so `count` is
+    /// twice the number of dimensions. For a channel set: components, channels, samples. Invalid
+    /// when it leaves the set.
+    [[nodiscard]] data_selection select(const std::uint64_t* coordinates, std::uint64_t count,
+                                        bool flag) const;
 
-    /// Changes the extent, keeping the element type and every element whose coordinates lie in both extents; new elements
-    /// are zero (empty texts). `count` may differ from the number of dimensions held: elements are then kept in order.
-    /// Throws store_error for an extent that cannot be, std::bad_alloc when memory is short; nothing has changed then.
+    /// Changes the extent, keeping the element type and every element whose coordinates lie in both
+    /// extents; new elements are zero (empty texts). `count` may differ from the number of
+    /// dimensions held: elements are then kept in order. Throws store_error for an extent that
+    /// cannot be, std::bad_alloc when memory is short; nothing has changed then.
     void resize(const std::uint64_t* dimensions, std::uint64_t count);
 
     [[nodiscard]] bool exists_attribute(std::string_view name) const noexcept;

@@ -5,7 +5,8 @@
 
 namespace strata {
 
-/// Element type of an attribute or a data set. Values 101 to 112 denote the same kinds as 1 to 12; 200, like 0, has none.
+/// Element type of an attribute or a data set. Values 101 to 112 denote the same kinds as 1 to 12;
+/// 200, like 0, has none.
 enum class data_type : std::int32_t {
     invalid = 0,
     boolean = 1, ///< one byte, zero is false
@@ -22,10 +23,12 @@ enum class data_type : std::int32_t {
     string = 12,  ///< one UTF-8 text per element
 };
 
-/// `type` with values 101 to 112 taken to 1 to 12; every value without an element kind becomes `invalid`.
+/// `type` with values 101 to 112 taken to 1 to 12; every value without an element kind becomes
+/// `invalid`.
 [[nodiscard]] constexpr data_type element_kind(data_type type) noexcept {
     auto value = static_cast<std::int32_t>(type);
-    if (value > 100) value -= 100;
+    if (value > 100)
+        value -= 100;
     return value >= 1 && value <= 12 ? static_cast<data_type>(value) : data_type::invalid;
 }
 
@@ -34,16 +37,21 @@ enum class data_type : std::int32_t {
     switch (element_kind(type)) {
     case data_type::boolean:
     case data_type::int8:
-    case data_type::uint8: return 1;
+    case data_type::uint8:
+        return 1;
     case data_type::int16:
-    case data_type::uint16: return 2;
+    case data_type::uint16:
+        return 2;
     case data_type::int32:
     case data_type::uint32:
-    case data_type::float32: return 4;
+    case data_type::float32:
+        return 4;
     case data_type::int64:
     case data_type::uint64:
-    case data_type::float64: return 8;
-    default: return 0;
+    case data_type::float64:
+        return 8;
+    default:
+        return 0;
     }
 }
 

@@ -28,8 +28,8 @@ class STRATA_EXPORT plugin_handle {
     std::string path_;
 };
 
-/// Owns the loaded plugins and what they registered. The importers, exporters and callable units of every manager
-/// alive serve the whole process, in order of registration.
+/// Owns the loaded plugins and what they registered. The importers, exporters and callable units of
+/// every manager alive serve the whole process, in order of registration.
 class STRATA_EXPORT plugin_manager {
   public:
     plugin_manager();
@@ -38,12 +38,15 @@ class STRATA_EXPORT plugin_manager {
     /// As clear().
     ~plugin_manager();
 
-    /// Loads the plugin file `path` (UTF-8) and registers what it offers. A file that is loaded already is not loaded again and
-    /// counts as success. False, with a line in the log that names the file and the reason, for a file that cannot be read, is
-    /// no plugin, speaks another interface version, registers an id that is taken, or fails to register. `handle` may be null.
+    /// Loads the plugin file `path` (UTF-8) and registers what it offers. A file that is loaded
+    /// already is not loaded again and counts as success. False, with a line in the log that names
+    /// the file and the reason, for a file that cannot be read, is no plugin, speaks another
+    /// interface version, registers an id that is taken, or fails to register. `handle` may be
+    /// null.
     bool load(plugin_handle* handle, const std::string& path);
 
-    /// Drops every registration of this manager and unloads its files, each once nothing of it is in use.
+    /// Drops every registration of this manager and unloads its files, each once nothing of it is
+    /// in use.
     void clear();
 
   private:

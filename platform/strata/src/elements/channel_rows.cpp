@@ -8,14 +8,17 @@ namespace strata::detail {
 
 /// Fills in what channel_buffer keeps to itself.
 struct buffer_access {
-    static channel_buffer make(std::shared_ptr<std::byte> elements, data_type stored, std::uint64_t count) noexcept {
+    static channel_buffer make(std::shared_ptr<std::byte> elements, data_type stored,
+                               std::uint64_t count) noexcept {
         channel_buffer row;
         row.elements_ = std::move(elements);
         row.stored_ = stored;
         row.count_ = count;
         return row;
     }
-    static bool owned_alone(const channel_buffer& row) noexcept { return row.elements_.use_count() == 1; }
+    static bool owned_alone(const channel_buffer& row) noexcept {
+        return row.elements_.use_count() == 1;
+    }
 };
 
 namespace {
@@ -24,7 +27,8 @@ namespace {
 constexpr std::uint64_t row_alignment = 64;
 
 std::uint64_t checked_product(std::uint64_t left, std::uint64_t right) {
-    if (right != 0 && left > std::numeric_limits<std::uint64_t>::max() / 2 / right) throw std::bad_alloc{};
+    if (right != 0 && left > std::numeric_limits<std::uint64_t>::max() / 2 / right)
+        throw std::bad_alloc{};
     return left * right;
 }
 
@@ -33,7 +37,8 @@ std::uint64_t checked_product(std::uint64_t left, std::uint64_t right) {
 std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements, std::uint64_t rows,
                                       initial_content content) {
     std::vector<channel_buffer> made;
-    if (rows == 0) return made;
+    if (rows == 0)
+        return made;
     require_memory(rows, sizeof(channel_buffer));
     made.reserve(rows);
 
@@ -47,15 +52,14 @@ std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements, 
     const auto step = (row_bytes + row_alignment - 1) / row_alignment * row_alignment;
     const auto block = std::make_shared<memory_block>(checked_product(step, rows), content);
     for (std::uint64_t i = 0; i < rows; ++i) {
-        // Each row counts its own users, so that sharing one does not look like sharing all; each keeps the block.
+        // Each row counts its own users, so that sharing one does not look like sharing all; each
+        // keeps the block.
         std::shared_ptr<std::byte> data{block->data() + i * step, [block](std::byte*) noexcept {}};
         made.push_back(buffer_access::make(std::move(data), stored, elements));
     }
     return made;
 }
 
-bool owned_alone(const channel_buffer& row) noexcept {
-    return buffer_access::owned_alone(row);
-}
+bool owned_alone(const channel_buffer& row) noexcept { return buffer_access::owned_alone(row); }
 
 } // namespace strata::detail

@@ -11,10 +11,10 @@
 
 namespace strata::detail {
 
-/// `rows` buffers of `elements` elements in one block of memory, which is freed with the last of them.
-/// Throws std::bad_alloc.
-[[nodiscard]] std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements, std::uint64_t rows,
-                                                    initial_content content);
+/// `rows` buffers of `elements` elements in one block of memory, which is freed with the last of
+/// them. Throws std::bad_alloc.
+[[nodiscard]] std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements,
+                                                    std::uint64_t rows, initial_content content);
 
 /// Whether nobody else holds the elements.
 [[nodiscard]] bool owned_alone(const channel_buffer& row) noexcept;

@@ -8,9 +8,11 @@
 namespace strata::detail {
 
 /// Element `index` of `elements`, which need not be aligned for it.
-template <typename Number> [[nodiscard]] Number load(const std::byte* elements, std::size_t index) noexcept {
+template <typename Number>
+[[nodiscard]] Number load(const std::byte* elements, std::size_t index) noexcept {
     if constexpr (std::is_same_v<Number, bool>) {
-        return elements[index] != std::byte{0}; // any other bit pattern is true, and no valid bool object
+        return elements[index] !=
+               std::byte{0}; // any other bit pattern is true, and no valid bool object
     } else {
         Number value;
         std::memcpy(&value, elements + index * sizeof(Number), sizeof(Number));
@@ -18,19 +20,25 @@ template <typename Number> [[nodiscard]] Number load(const std::byte* elements, 
     }
 }
 
-template <typename Number> void save(std::byte* elements, std::size_t index, Number value) noexcept {
+template <typename Number>
+void save(std::byte* elements, std::size_t index, Number value) noexcept {
     std::memcpy(elements + index * sizeof(Number), &value, sizeof(Number));
 }
 
-/// Conversion of a real number to an integer type that cuts off the fraction, gives the nearest limit to numbers beyond
-/// the type's range, and 0 to NaN.
+/// Conversion of a real number to an integer type that cuts off the fraction, gives the nearest
+/// limit to numbers beyond the type's range, and 0 to NaN.
 template <typename Integer, typename Real> [[nodiscard]] Integer saturate(Real value) noexcept {
     using limits = std::numeric_limits<Integer>;
-    // The power of two above the largest integer, which a real type represents exactly where it may not represent the integer.
-    constexpr auto beyond = static_cast<Real>(limits::max() / 2 + 1) * Real{2};
-    if (value != value) return Integer{0};
-    if (value >= beyond) return limits::max();
-    if (value <= static_cast<Real>(limits::min())) return limits::min();
+    // The power of two above the largest integer, which a real type represents exactly where it may
+    // not represent the integer.
+    constexpr auto half = static_cast<Integer>(limits::max() / 2 + 1);
+    constexpr auto beyond = static_cast<Real>(half) * Real{2};
+    if (value != value)
+        return Integer{0};
+    if (value >= beyond)
+        return limits::max();
+    if (value <= static_cast<Real>(limits::min()))
+        return limits::min();
     return static_cast<Integer>(value);
 }
 

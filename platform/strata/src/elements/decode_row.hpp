@@ -8,8 +8,8 @@
 
 namespace strata::detail {
 
-/// Writes the values of `count` elements of `row`, from element `first` on, as numbers of the numeric kind `requested`.
-/// Requires that the row has these elements.
+/// Writes the values of `count` elements of `row`, from element `first` on, as numbers of the
+/// numeric kind `requested`. Requires that the row has these elements.
 void decode_row(const channel_buffer& row, std::uint64_t first, std::uint64_t count, std::byte* to,
                 data_type requested) noexcept;
 

@@ -12,7 +12,8 @@
 
 namespace strata::detail {
 
-element_array::element_array(data_type type, const element_layout& layout) : type_(element_kind(type)), layout_(layout) {
+element_array::element_array(data_type type, const element_layout& layout)
+    : type_(element_kind(type)), layout_(layout) {
     if (is_number(type_)) {
         rows_ = make_rows(type_, layout_.row_elements(), layout_.rows(), initial_content::zero);
     } else if (type_ == data_type::string) {
@@ -20,7 +21,8 @@ element_array::element_array(data_type type, const element_layout& layout) : typ
     }
 }
 
-element_array::element_array(data_type type, const element_layout& layout, std::vector<channel_buffer> rows) noexcept
+element_array::element_array(data_type type, const element_layout& layout,
+                             std::vector<channel_buffer> rows) noexcept
     : type_(element_kind(type)), layout_(layout), rows_(std::move(rows)) {}
 
 bool element_array::read(const element_box& box, void* buffer, data_type requested) const {
@@ -28,7 +30,8 @@ bool element_array::read(const element_box& box, void* buffer, data_type request
         read_texts(box, buffer);
         return true;
     }
-    if (!find_converter(type_, requested)) return false;
+    if (!find_converter(type_, requested))
+        return false;
     auto* to = static_cast<std::byte*>(buffer);
     const auto size = element_size(requested);
     run_walk walk{layout_, box};
@@ -44,8 +47,10 @@ bool element_array::write(const element_box& box, const void* buffer, data_type 
         return true;
     }
     const auto convert = find_converter(given, type_);
-    if (!convert) return false;
-    if (box.count() == 0) return true;
+    if (!convert)
+        return false;
+    if (box.count() == 0)
+        return true;
     make_writable(box);
     const auto* from = static_cast<const std::byte*>(buffer);
     const auto size = element_size(type_);
@@ -63,15 +68,18 @@ void element_array::make_writable(const element_box& box) {
     std::vector<std::uint64_t> shared;
     for (auto i = first; i < first + count; ++i) {
         const auto& row = rows_[i];
-        if (row.stored() != type_ || is_scaled(row) || !owned_alone(row)) shared.push_back(i);
+        if (row.stored() != type_ || is_scaled(row) || !owned_alone(row))
+            shared.push_back(i);
     }
-    if (shared.empty()) return;
+    if (shared.empty())
+        return;
 
     auto own = make_rows(type_, layout_.row_elements(), shared.size(), initial_content::whatever);
     const bool overwritten = box.count() == count * layout_.row_elements();
     for (std::size_t i = 0; i < shared.size(); ++i) {
         auto& row = rows_[shared[i]];
-        if (!overwritten) decode_row(row, 0, row.count(), own[i].data(), type_);
+        if (!overwritten)
+            decode_row(row, 0, row.count(), own[i].data(), type_);
         row = std::move(own[i]);
     }
 }
@@ -90,16 +98,20 @@ void element_array::read_texts(const element_box& box, void* buffer) const {
 void element_array::write_texts(const element_box& box, const void* buffer) {
     std::vector<std::string> given;
     given.reserve(box.count());
-    for (std::size_t i = 0; i < box.count(); ++i) given.emplace_back(text_at(buffer, i));
+    for (std::size_t i = 0; i < box.count(); ++i)
+        given.emplace_back(text_at(buffer, i));
 
     std::uint64_t end = 0;
     element_run run;
-    for (run_walk walk{layout_, box}; walk.next(run);) end = std::max(end, run.first + run.count);
-    if (end > texts_.size()) texts_.resize(end);
+    for (run_walk walk{layout_, box}; walk.next(run);)
+        end = std::max(end, run.first + run.count);
+    if (end > texts_.size())
+        texts_.resize(end);
 
     auto next = given.begin();
     for (run_walk walk{layout_, box}; walk.next(run);) {
-        for (auto i = run.first; i < run.first + run.count; ++i) texts_[i] = std::move(*next++);
+        for (auto i = run.first; i < run.first + run.count; ++i)
+            texts_[i] = std::move(*next++);
     }
 }
 

@@ -12,15 +12,18 @@
 
 namespace strata::detail {
 
-/// The elements of a data set or of an attribute with dimensions. Copies share rows of numbers until one of them is
-/// written to. A type without an element kind has extents but nothing to read or write.
+/// The elements of a data set or of an attribute with dimensions. Copies share rows of numbers
+/// until one of them is written to. A type without an element kind has extents but nothing to read
+/// or write.
 class element_array {
   public:
     /// Zeros or empty texts. Throws std::bad_alloc.
     element_array(data_type type, const element_layout& layout);
 
-    /// Numbers of the kind `type` that `rows` hold, be it more compactly. Requires that the rows are those of the layout.
-    element_array(data_type type, const element_layout& layout, std::vector<channel_buffer> rows) noexcept;
+    /// Numbers of the kind `type` that `rows` hold, be it more compactly. Requires that the rows
+    /// are those of the layout.
+    element_array(data_type type, const element_layout& layout,
+                  std::vector<channel_buffer> rows) noexcept;
 
     [[nodiscard]] data_type type() const noexcept { return type_; }
     [[nodiscard]] const element_layout& layout() const noexcept { return layout_; }
@@ -28,15 +31,17 @@ class element_array {
     /// One for each row of the layout; none unless the elements are numbers.
     [[nodiscard]] const std::vector<channel_buffer>& rows() const noexcept { return rows_; }
 
-    /// Copies the elements of `box`, which lies within the extents, to `buffer`. False when there is no conversion.
-    /// Throws std::bad_alloc, for texts only.
+    /// Copies the elements of `box`, which lies within the extents, to `buffer`. False when there
+    /// is no conversion. Throws std::bad_alloc, for texts only.
     [[nodiscard]] bool read(const element_box& box, void* buffer, data_type requested) const;
 
-    /// Replaces the elements of `box`. False when there is no conversion. Throws std::bad_alloc; nothing has changed then.
+    /// Replaces the elements of `box`. False when there is no conversion. Throws std::bad_alloc;
+    /// nothing has changed then.
     [[nodiscard]] bool write(const element_box& box, const void* buffer, data_type given);
 
-    /// These elements in another layout of the same type: elements keep their coordinates, or their order when the number of
-    /// dimensions differs; what there was none for is zero or empty. Throws std::bad_alloc.
+    /// These elements in another layout of the same type: elements keep their coordinates, or their
+    /// order when the number of dimensions differs; what there was none for is zero or empty.
+    /// Throws std::bad_alloc.
     [[nodiscard]] element_array resized(const element_layout& layout) const;
 
   private:

@@ -10,20 +10,23 @@
 
 namespace strata::detail {
 
-/// Where the elements of an array lie: in one row, or in a row for each index along one dimension, the axis.
-/// Within a row, elements lie in row-major order of the other dimensions.
+/// Where the elements of an array lie: in one row, or in a row for each index along one dimension,
+/// the axis. Within a row, elements lie in row-major order of the other dimensions.
 class element_layout {
   public:
     /// One row.
-    explicit element_layout(const dimensions& extents) noexcept : element_layout(extents, no_axis) {}
+    explicit element_layout(const dimensions& extents) noexcept
+        : element_layout(extents, no_axis) {}
 
     /// A row for each index of the dimension `axis`, which is not the last one.
-    [[nodiscard]] static element_layout along(const dimensions& extents, std::size_t axis) noexcept {
+    [[nodiscard]] static element_layout along(const dimensions& extents,
+                                              std::size_t axis) noexcept {
         return {extents, axis};
     }
 
-    /// The layout of a set of numbers: three dimensions are components, channels and samples, and have a row for each channel.
-    /// One row for absurdly many channels, where keeping books on each would take more memory than the elements.
+    /// The layout of a set of numbers: three dimensions are components, channels and samples, and
+    /// have a row for each channel. One row for absurdly many channels, where keeping books on each
+    /// would take more memory than the elements.
     [[nodiscard]] static element_layout of_set(const dimensions& extents) noexcept;
 
     [[nodiscard]] const dimensions& extents() const noexcept { return extents_; }
@@ -33,7 +36,9 @@ class element_layout {
     [[nodiscard]] std::uint64_t row_elements() const noexcept { return row_elements_; }
 
     /// Elements from one index to the next along a dimension, within a row; 0 for the axis.
-    [[nodiscard]] std::uint64_t stride(std::size_t dimension) const noexcept { return strides_[dimension]; }
+    [[nodiscard]] std::uint64_t stride(std::size_t dimension) const noexcept {
+        return strides_[dimension];
+    }
 
   private:
     element_layout(const dimensions& extents, std::size_t axis) noexcept;

@@ -21,7 +21,8 @@ std::uint64_t memory_limit() noexcept {
 }
 
 void account(std::size_t bytes) {
-    if (bytes > memory_limit()) throw std::bad_alloc{};
+    if (bytes > memory_limit())
+        throw std::bad_alloc{};
     if (bytes_held.fetch_add(bytes, std::memory_order_relaxed) > memory_limit() - bytes) {
         bytes_held.fetch_sub(bytes, std::memory_order_relaxed);
         throw std::bad_alloc{};
@@ -29,7 +30,8 @@ void account(std::size_t bytes) {
 }
 
 std::byte* take(std::size_t bytes, initial_content content) noexcept {
-    if (bytes >= smallest_mapped_block) return map_pages(bytes);
+    if (bytes >= smallest_mapped_block)
+        return map_pages(bytes);
     // One byte at least: an empty block has an address too.
     const auto size = bytes == 0 ? 1 : bytes;
     void* memory = content == initial_content::zero ? std::calloc(size, 1) : std::malloc(size);
@@ -38,16 +40,19 @@ std::byte* take(std::size_t bytes, initial_content content) noexcept {
 
 } // namespace
 
-memory_block::memory_block(std::size_t bytes, initial_content content) : data_(nullptr), bytes_(bytes) {
+memory_block::memory_block(std::size_t bytes, initial_content content)
+    : data_(nullptr), bytes_(bytes) {
     account(bytes);
     data_ = take(bytes, content);
-    if (data_) return;
+    if (data_)
+        return;
     bytes_held.fetch_sub(bytes, std::memory_order_relaxed);
     throw std::bad_alloc{};
 }
 
 memory_block::~memory_block() {
-    if (!data_) return;
+    if (!data_)
+        return;
     if (bytes_ >= smallest_mapped_block) {
         unmap_pages(data_, bytes_);
     } else {
@@ -57,7 +62,8 @@ memory_block::~memory_block() {
 }
 
 void require_memory(std::uint64_t count, std::size_t size) {
-    if (size != 0 && count > memory_limit() / size) throw std::bad_alloc{};
+    if (size != 0 && count > memory_limit() / size)
+        throw std::bad_alloc{};
 }
 
 } // namespace strata::detail

@@ -8,17 +8,19 @@ namespace strata::detail {
 
 /// What a new block holds.
 enum class initial_content {
-    zero,    ///< zero bytes; a large block takes no memory of the machine for them until it is touched
+    zero, ///< zero bytes; a large block takes no memory of the machine for them until it is touched
     whatever ///< anything
 };
 
 /// Memory for elements, aligned for every element type.
 class memory_block {
   public:
-    /// Throws std::bad_alloc when the system has no memory, or when all blocks together would outgrow the machine's memory:
-    /// systems promise more than they have and end the process that comes for it.
+    /// Throws std::bad_alloc when the system has no memory, or when all blocks together would
+    /// outgrow the machine's memory: systems promise more than they have and end the process that
+    /// comes for it.
     memory_block(std::size_t bytes, initial_content content);
-    memory_block(memory_block&& other) noexcept : data_(std::exchange(other.data_, nullptr)), bytes_(other.bytes_) {}
+    memory_block(memory_block&& other) noexcept
+        : data_(std::exchange(other.data_, nullptr)), bytes_(other.bytes_) {}
     memory_block& operator=(memory_block&&) = delete;
     ~memory_block();
 

@@ -9,8 +9,9 @@
 namespace strata::detail {
 
 /// C++ types of the numeric element kinds, in the order of their values from `boolean` on.
-using number_types = std::tuple<bool, std::int8_t, std::uint8_t, std::int16_t, std::uint16_t, std::int32_t, std::uint32_t,
-                                std::int64_t, std::uint64_t, float, double>;
+using number_types =
+    std::tuple<bool, std::int8_t, std::uint8_t, std::int16_t, std::uint16_t, std::int32_t,
+               std::uint32_t, std::int64_t, std::uint64_t, float, double>;
 
 inline constexpr std::size_t number_kinds = std::tuple_size_v<number_types>;
 

@@ -12,11 +12,12 @@ namespace strata::detail {
 namespace {
 
 template <typename Stored>
-void spread_elements(const channel_buffer& row, std::uint64_t first, std::uint64_t count, double* to,
-                     std::ptrdiff_t stride) noexcept {
+void spread_elements(const channel_buffer& row, std::uint64_t first, std::uint64_t count,
+                     double* to, std::ptrdiff_t stride) noexcept {
     const auto* from = row.data() + first * element_size(row.stored());
     if (!is_scaled(row)) {
-        for (std::size_t i = 0; i < count; ++i, to += stride) *to = static_cast<double>(load<Stored>(from, i));
+        for (std::size_t i = 0; i < count; ++i, to += stride)
+            *to = static_cast<double>(load<Stored>(from, i));
         return;
     }
     const auto offset = row.offset();

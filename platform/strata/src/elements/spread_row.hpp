@@ -7,8 +7,8 @@
 
 namespace strata::detail {
 
-/// Writes the values of `count` elements of `row`, from element `first` on, to doubles that lie `stride` apart.
-/// Requires that the row has these elements.
+/// Writes the values of `count` elements of `row`, from element `first` on, to doubles that lie
+/// `stride` apart. Requires that the row has these elements.
 void spread_row(const channel_buffer& row, std::uint64_t first, std::uint64_t count, double* to,
                 std::ptrdiff_t stride) noexcept;
 

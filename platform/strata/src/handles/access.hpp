@@ -31,15 +31,19 @@ struct access {
         attribute.node_ = std::move(node);
         return attribute;
     }
-    /// The box, which is nothing yet, is for the caller to fill in place: copying it costs as much as a small read.
-    static element_box& box_of_new(data_selection& selection, counted_ptr<set_content> content) noexcept {
+    /// The box, which is nothing yet, is for the caller to fill in place: copying it costs as much
+    /// as a small read.
+    static element_box& box_of_new(data_selection& selection,
+                                   counted_ptr<set_content> content) noexcept {
         selection.content_ = std::move(content);
         return selection.box_;
     }
 
     static group_node* node(const data_group& group) noexcept { return group.node_.get(); }
     static set_entry* entry(const data_set& set) noexcept { return set.entry_.get(); }
-    static attribute_node* node(const data_attribute& attribute) noexcept { return attribute.node_.get(); }
+    static attribute_node* node(const data_attribute& attribute) noexcept {
+        return attribute.node_.get();
+    }
 };
 
 } // namespace strata::detail

@@ -16,9 +16,7 @@ data_selection::operator bool() const noexcept {
     return content_ && content_->elements().extents().contain(box_);
 }
 
-data_shape data_selection::shape() const {
-    return detail::shape_of(box_.extent, box_.rank);
-}
+data_shape data_selection::shape() const { return detail::shape_of(box_.extent, box_.rank); }
 
 data_type data_selection::type() const noexcept {
     return content_ ? content_->type() : data_type::invalid;

@@ -14,9 +14,12 @@ data_exporter::data_exporter(anvil::io_device* device, const std::string& plugin
 data_exporter::~data_exporter() = default;
 
 anvil::status data_exporter::write(data_group source) {
-    if (!device_) return anvil::status::failure("There is no device to write to");
-    if (!exporter_) return anvil::status::failure("The exporter '" + plugin_id_ + "' is not loaded");
-    return detail::guarded_call("The exporter '" + plugin_id_ + "'", [&] { return exporter_->write(*device_, source); });
+    if (!device_)
+        return anvil::status::failure("There is no device to write to");
+    if (!exporter_)
+        return anvil::status::failure("The exporter '" + plugin_id_ + "' is not loaded");
+    return detail::guarded_call("The exporter '" + plugin_id_ + "'",
+                                [&] { return exporter_->write(*device_, source); });
 }
 
 } // namespace strata

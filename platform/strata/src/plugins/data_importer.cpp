@@ -21,16 +21,19 @@ bool accepts(const importer& offer, const std::string& id, anvil::io_device& dev
     try {
         return offer.accepts(device);
     } catch (const std::exception& failure) {
-        const auto text = "The importer '" + id + "' failed to judge '" + device.name() + "' : " + failure.what();
+        const auto text =
+            "The importer '" + id + "' failed to judge '" + device.name() + "' : " + failure.what();
         anvil::log_line(*get_strata_logger(), anvil::log_level::error, text);
         return false;
     }
 }
 
 anvil::status no_importer(const std::string& id, const anvil::io_device& device) {
-    if (!id.empty()) return anvil::status::failure("The importer '" + id + "' is not loaded");
+    if (!id.empty())
+        return anvil::status::failure("The importer '" + id + "' is not loaded");
     auto text = "No importer accepts the file '" + device.name() + "'";
-    if (plugin_catalog::instance().all_offers<importer>().empty()) text += ": no importer plugin is loaded";
+    if (plugin_catalog::instance().all_offers<importer>().empty())
+        text += ": no importer plugin is loaded";
     return anvil::status::failure(std::move(text));
 }
 
@@ -38,13 +41,15 @@ anvil::status no_importer(const std::string& id, const anvil::io_device& device)
 
 data_importer::data_importer(anvil::io_device* device, const std::string& plugin_id)
     : device_(device), plugin_id_(plugin_id) {
-    if (!device_) return;
+    if (!device_)
+        return;
     if (!plugin_id_.empty()) {
         importer_ = plugin_catalog::instance().find_offer<importer>(plugin_id_);
         return;
     }
     for (auto& [id, offer] : plugin_catalog::instance().all_offers<importer>()) {
-        if (!accepts(*offer, id, *device_)) continue;
+        if (!accepts(*offer, id, *device_))
+            continue;
         importer_ = std::move(offer);
         plugin_id_ = std::move(id);
         return;
@@ -54,9 +59,12 @@ data_importer::data_importer(anvil::io_device* device, const std::string& plugin
 data_importer::~data_importer() = default;
 
 anvil::status data_importer::read(data_group target) {
-    if (!device_) return anvil::status::failure("There is no device to read from");
-    if (!importer_) return no_importer(plugin_id_, *device_);
-    return detail::guarded_call("The importer '" + plugin_id_ + "'", [&] { return importer_->read(*device_, target); });
+    if (!device_)
+        return anvil::status::failure("There is no device to read from");
+    if (!importer_)
+        return no_importer(plugin_id_, *device_);
+    return detail::guarded_call("The importer '" + plugin_id_ + "'",
+                                [&] { return importer_->read(*device_, target); });
 }
 
 } // namespace strata

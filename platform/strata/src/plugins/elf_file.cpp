@@ -13,21 +13,23 @@ namespace strata::detail {
 
 namespace {
 
-template <typename Record> bool read_record(std::ifstream& file, std::uint64_t offset, Record& record) {
+template <typename Record>
+bool read_record(std::ifstream& file, std::uint64_t offset, Record& record) {
     file.seekg(static_cast<std::streamoff>(offset));
     return static_cast<bool>(file.read(reinterpret_cast<char*>(&record), sizeof record));
 }
 
 [[noreturn]] void throw_cut_short(std::uint64_t size) {
-    throw load_failure{"it is cut short: its headers speak of more than the " + std::to_string(size) +
-                       " bytes that are there"};
+    throw load_failure{"it is cut short: its headers speak of more than the " +
+                       std::to_string(size) + " bytes that are there"};
 }
 
 } // namespace
 
 void require_complete_elf_file(const std::filesystem::path& path) {
     std::ifstream file{path, std::ios::binary | std::ios::ate};
-    if (!file) throw load_failure{"it cannot be read"};
+    if (!file)
+        throw load_failure{"it cannot be read"};
     const auto size = static_cast<std::uint64_t>(file.tellg());
 
     ElfW(Ehdr) header{};
@@ -35,13 +37,16 @@ void require_complete_elf_file(const std::filesystem::path& path) {
         throw load_failure{"it is no shared library"};
     }
     // The loader itself refuses libraries for other machines.
-    if (header.e_phentsize != sizeof(ElfW(Phdr))) return;
+    if (header.e_phentsize != sizeof(ElfW(Phdr)))
+        return;
 
     for (std::uint64_t i = 0; i < header.e_phnum; ++i) {
         ElfW(Phdr) segment{};
         const auto place = header.e_phoff + i * sizeof segment;
-        if (place > size || !read_record(file, place, segment)) throw_cut_short(size);
-        if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset) throw_cut_short(size);
+        if (place > size || !read_record(file, place, segment))
+            throw_cut_short(size);
+        if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset)
+            throw_cut_short(size);
     }
 }
 

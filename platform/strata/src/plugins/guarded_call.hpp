@@ -8,8 +8,10 @@
 
 namespace strata::detail {
 
-/// What `call` returns, or a failure with the text of what it threw. `subject` names what is called.
-template <typename Call> [[nodiscard]] anvil::status guarded_call(const std::string& subject, Call call) {
+/// What `call` returns, or a failure with the text of what it threw. `subject` names what is
+/// called.
+template <typename Call>
+[[nodiscard]] anvil::status guarded_call(const std::string& subject, Call call) {
     try {
         return call();
     } catch (const std::bad_alloc&) {
@@ -17,7 +19,8 @@ template <typename Call> [[nodiscard]] anvil::status guarded_call(const std::str
     } catch (const std::exception& failure) {
         return anvil::status::failure(subject + " failed : " + failure.what());
     } catch (...) {
-        return anvil::status::failure(subject + " failed : it threw something that is no exception");
+        return anvil::status::failure(subject +
+                                      " failed : it threw something that is no exception");
     }
 }
 

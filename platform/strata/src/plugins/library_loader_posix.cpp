@@ -10,13 +10,15 @@ namespace strata::detail {
 loaded_library::loaded_library(const std::filesystem::path& file) : handle_(nullptr) {
     require_complete_elf_file(file);
     handle_ = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (handle_) return;
+    if (handle_)
+        return;
     const auto* reason = ::dlerror();
     throw load_failure{reason ? reason : "the loader refuses it"};
 }
 
 loaded_library::~loaded_library() {
-    if (handle_) ::dlclose(handle_);
+    if (handle_)
+        ::dlclose(handle_);
 }
 
 void* loaded_library::find_symbol(const char* name) const noexcept {

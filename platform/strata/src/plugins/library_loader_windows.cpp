@@ -3,7 +3,6 @@
 #include <system_error>
 
 #define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 
 #include "platform/strata/src/plugins/load_failure.hpp"
@@ -15,7 +14,9 @@ namespace {
 /// Keeps the system from asking the user about a file that it cannot load.
 class without_error_boxes {
   public:
-    without_error_boxes() { ::SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &former_); }
+    without_error_boxes() {
+        ::SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &former_);
+    }
     without_error_boxes(const without_error_boxes&) = delete;
     without_error_boxes& operator=(const without_error_boxes&) = delete;
     ~without_error_boxes() { ::SetThreadErrorMode(former_, nullptr); }
@@ -30,12 +31,14 @@ loaded_library::loaded_library(const std::filesystem::path& file) : handle_(null
     const without_error_boxes quiet;
     // The altered search finds libraries that lie beside the plugin.
     handle_ = ::LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-    if (handle_) return;
+    if (handle_)
+        return;
     throw load_failure{std::system_category().message(static_cast<int>(::GetLastError()))};
 }
 
 loaded_library::~loaded_library() {
-    if (handle_) ::FreeLibrary(static_cast<HMODULE>(handle_));
+    if (handle_)
+        ::FreeLibrary(static_cast<HMODULE>(handle_));
 }
 
 void* loaded_library::find_symbol(const char* name) const noexcept {

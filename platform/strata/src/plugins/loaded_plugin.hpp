@@ -8,7 +8,8 @@
 
 namespace strata::detail {
 
-/// A plugin's file and what it registered. Whoever uses an offer shares the ownership of this object.
+/// A plugin's file and what it registered. Whoever uses an offer shares the ownership of this
+/// object.
 class loaded_plugin {
   public:
     loaded_plugin(std::filesystem::path file, loaded_library library, offers registered) noexcept

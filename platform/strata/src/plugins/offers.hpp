@@ -22,7 +22,9 @@ template <typename Offer> class offer_list {
         const auto found = std::ranges::find(rows_, id, &row::id);
         return found == rows_.end() ? nullptr : found->offer.get();
     }
-    void add(std::string id, std::unique_ptr<Offer> offer) { rows_.push_back({std::move(id), std::move(offer)}); }
+    void add(std::string id, std::unique_ptr<Offer> offer) {
+        rows_.push_back({std::move(id), std::move(offer)});
+    }
     [[nodiscard]] const std::vector<row>& rows() const noexcept { return rows_; }
 
   private:
@@ -37,7 +39,9 @@ struct offers {
 
     /// The list for one kind of offer.
     template <typename Offer> [[nodiscard]] auto& of() noexcept { return list_of<Offer>(*this); }
-    template <typename Offer> [[nodiscard]] const auto& of() const noexcept { return list_of<Offer>(*this); }
+    template <typename Offer> [[nodiscard]] const auto& of() const noexcept {
+        return list_of<Offer>(*this);
+    }
 
   private:
     template <typename Offer, typename Self> static auto& list_of(Self& self) noexcept {

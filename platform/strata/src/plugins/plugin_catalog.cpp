@@ -7,16 +7,19 @@ plugin_catalog& plugin_catalog::instance() {
     return catalog;
 }
 
-std::shared_ptr<loaded_plugin> plugin_catalog::find(const std::filesystem::path& file) const noexcept {
+std::shared_ptr<loaded_plugin>
+plugin_catalog::find(const std::filesystem::path& file) const noexcept {
     for (const auto& entry : entries_) {
-        if (entry.plugin->file() == file) return entry.plugin;
+        if (entry.plugin->file() == file)
+            return entry.plugin;
     }
     return nullptr;
 }
 
 std::shared_ptr<loaded_plugin> plugin_catalog::find(const loaded_library& library) const noexcept {
     for (const auto& entry : entries_) {
-        if (entry.plugin->library().is_same(library)) return entry.plugin;
+        if (entry.plugin->library().is_same(library))
+            return entry.plugin;
     }
     return nullptr;
 }
@@ -32,7 +35,8 @@ void plugin_catalog::hold(const std::shared_ptr<loaded_plugin>& plugin) {
 
 void plugin_catalog::drop(const std::shared_ptr<loaded_plugin>& plugin) noexcept {
     const auto found = std::ranges::find(entries_, plugin, &held_plugin::plugin);
-    if (found != entries_.end() && --found->holders == 0) entries_.erase(found);
+    if (found != entries_.end() && --found->holders == 0)
+        entries_.erase(found);
 }
 
 } // namespace strata::detail

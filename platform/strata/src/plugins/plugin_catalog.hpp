@@ -12,14 +12,16 @@
 
 namespace strata::detail {
 
-/// The plugins that the process's managers hold, in order of loading. Used by one thread at a time, as stores are.
+/// The plugins that the process's managers hold, in order of loading. Used by one thread at a time,
+/// as stores are.
 class plugin_catalog {
   public:
     /// The process's catalog. It is never destroyed, so that managers may be destroyed at any time.
     [[nodiscard]] static plugin_catalog& instance();
 
     /// The plugin loaded from a file, or that is this library; null when there is none.
-    [[nodiscard]] std::shared_ptr<loaded_plugin> find(const std::filesystem::path& file) const noexcept;
+    [[nodiscard]] std::shared_ptr<loaded_plugin>
+    find(const std::filesystem::path& file) const noexcept;
     [[nodiscard]] std::shared_ptr<loaded_plugin> find(const loaded_library& library) const noexcept;
 
     /// A manager holds `plugin` from now on.
@@ -28,9 +30,11 @@ class plugin_catalog {
     void drop(const std::shared_ptr<loaded_plugin>& plugin) noexcept;
 
     /// An offer under its id. It keeps its plugin loaded; null when there is none.
-    template <typename Offer> [[nodiscard]] std::shared_ptr<Offer> find_offer(std::string_view id) const noexcept {
+    template <typename Offer>
+    [[nodiscard]] std::shared_ptr<Offer> find_offer(std::string_view id) const noexcept {
         for (const auto& entry : entries_) {
-            if (auto* offer = entry.plugin->offered().template of<Offer>().find(id)) return {entry.plugin, offer};
+            if (auto* offer = entry.plugin->offered().template of<Offer>().find(id))
+                return {entry.plugin, offer};
         }
         return nullptr;
     }

@@ -20,15 +20,20 @@ std::filesystem::path find_file(const std::string& path) {
     const std::filesystem::path given{std::u8string{path.begin(), path.end()}};
     std::error_code error;
     const auto state = std::filesystem::status(given, error);
-    if (state.type() == std::filesystem::file_type::not_found) throw load_failure{"there is no such file"};
-    if (state.type() == std::filesystem::file_type::directory) throw load_failure{"it is a directory"};
-    if (state.type() != std::filesystem::file_type::regular) throw load_failure{"it is no regular file"};
+    if (state.type() == std::filesystem::file_type::not_found)
+        throw load_failure{"there is no such file"};
+    if (state.type() == std::filesystem::file_type::directory)
+        throw load_failure{"it is a directory"};
+    if (state.type() != std::filesystem::file_type::regular)
+        throw load_failure{"it is no regular file"};
     auto canonical = std::filesystem::canonical(given, error);
-    if (error) throw load_failure{error.message()};
+    if (error)
+        throw load_failure{error.message()};
     return canonical;
 }
 
-/// A plugin that lets an exception out of its entry point is not asked what the exception is once it is unloaded.
+/// A plugin that lets an exception out of its entry point is not asked what the exception is once
+/// it is unloaded.
 std::uint32_t call_entry_point(entry_point* entry, registration& registry) {
     try {
         return entry(&registry, plugin_interface_version);
@@ -42,16 +47,20 @@ std::uint32_t call_entry_point(entry_point* entry, registration& registry) {
 
 offers register_offers(const loaded_library& library) {
     auto* entry = reinterpret_cast<entry_point*>(library.find_symbol("strata_plugin_entry"));
-    if (!entry) throw load_failure{"it is no plugin: it has no entry point"};
+    if (!entry)
+        throw load_failure{"it is no plugin: it has no entry point"};
 
     registration registry;
     const auto answer = call_entry_point(entry, registry);
     if (answer != 0 && answer != plugin_interface_version) {
-        throw load_failure{"it speaks version " + std::to_string(answer) + " of the plugin interface, not version " +
+        throw load_failure{"it speaks version " + std::to_string(answer) +
+                           " of the plugin interface, not version " +
                            std::to_string(plugin_interface_version)};
     }
-    if (!registry.failure().empty()) throw load_failure{registry.failure()};
-    if (answer == 0) throw load_failure{"it failed to register"};
+    if (!registry.failure().empty())
+        throw load_failure{registry.failure()};
+    if (answer == 0)
+        throw load_failure{"it failed to register"};
     return registry.take();
 }
 
@@ -60,9 +69,11 @@ offers register_offers(const loaded_library& library) {
 std::shared_ptr<loaded_plugin> load_plugin_file(const std::string& path) {
     const auto& catalog = plugin_catalog::instance();
     auto file = find_file(path);
-    if (auto plugin = catalog.find(file)) return plugin;
+    if (auto plugin = catalog.find(file))
+        return plugin;
     loaded_library library{file};
-    if (auto plugin = catalog.find(library)) return plugin;
+    if (auto plugin = catalog.find(library))
+        return plugin;
     auto offered = register_offers(library);
     return std::make_shared<loaded_plugin>(std::move(file), std::move(library), std::move(offered));
 }

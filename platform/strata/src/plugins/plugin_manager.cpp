@@ -23,11 +23,13 @@ class registrations {
     registrations& operator=(const registrations&) = delete;
     ~registrations() {
         // Last loaded, first dropped.
-        for (; !held_.empty(); held_.pop_back()) plugin_catalog::instance().drop(held_.back());
+        for (; !held_.empty(); held_.pop_back())
+            plugin_catalog::instance().drop(held_.back());
     }
 
     void hold(const std::shared_ptr<loaded_plugin>& plugin) {
-        if (std::ranges::find(held_, plugin) != held_.end()) return;
+        if (std::ranges::find(held_, plugin) != held_.end())
+            return;
         held_.reserve(held_.size() + 1);
         plugin_catalog::instance().hold(plugin);
         held_.push_back(plugin);
@@ -50,7 +52,8 @@ plugin_manager::~plugin_manager() = default;
 bool plugin_manager::load(plugin_handle* handle, const std::string& path) {
     try {
         registrations_->hold(detail::load_plugin_file(path));
-        if (handle) handle->path_ = path;
+        if (handle)
+            handle->path_ = path;
         return true;
     } catch (const std::exception& failure) {
         const auto text = "The plugin '" + path + "' was not loaded: " + failure.what();
@@ -59,8 +62,6 @@ bool plugin_manager::load(plugin_handle* handle, const std::string& path) {
     }
 }
 
-void plugin_manager::clear() {
-    registrations_ = std::make_unique<detail::registrations>();
-}
+void plugin_manager::clear() { registrations_ = std::make_unique<detail::registrations>(); }
 
 } // namespace strata

@@ -6,7 +6,8 @@
 
 namespace strata::detail {
 
-/// Takes a plugin's offers while it registers. They take effect only when registering succeeded as a whole.
+/// Takes a plugin's offers while it registers. They take effect only when registering succeeded as
+/// a whole.
 class registration final : public plugin_registry {
   public:
     // Each throws store_error for an id that is taken or empty and for an offer that is null.
@@ -22,8 +23,9 @@ class registration final : public plugin_registry {
     [[nodiscard]] offers take() noexcept { return std::move(offers_); }
 
   private:
-    template <typename Offer> void add(const char* kind, std::string id, std::unique_ptr<Offer> offer);
-    [[noreturn]] void refuse(std::string reason);
+    template <typename Offer>
+    void add(const char* kind, std::string id, std::unique_ptr<Offer> offer);
+    [[noreturn]] void refuse(const std::string& reason);
 
     offers offers_;
     std::string failure_;

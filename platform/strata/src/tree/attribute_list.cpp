@@ -8,8 +8,10 @@
 namespace strata::detail {
 
 void attribute_list::require_free(std::string_view name) const {
-    if (!is_component(name)) throw_bad_path(name);
-    if (nodes_.find(name)) throw_attribute_exists(name);
+    if (!is_component(name))
+        throw_bad_path(name);
+    if (nodes_.find(name))
+        throw_attribute_exists(name);
 }
 
 counted_ptr<attribute_node> attribute_list::add(counted_ptr<attribute_node> node) {
@@ -17,7 +19,8 @@ counted_ptr<attribute_node> attribute_list::add(counted_ptr<attribute_node> node
     return node;
 }
 
-counted_ptr<attribute_node> attribute_list::create(std::string_view name, const data_shape& shape, data_type type) {
+counted_ptr<attribute_node> attribute_list::create(std::string_view name, const data_shape& shape,
+                                                   data_type type) {
     require_free(name);
     return add(counted_ptr{new attribute_node{name, shape, type}});
 }
@@ -37,7 +40,8 @@ void attribute_list::copy(const attribute_node& attribute) {
 }
 
 void attribute_list::remove(std::string_view name) {
-    if (!nodes_.remove(name)) throw_no_such_attribute(name);
+    if (!nodes_.remove(name))
+        throw_no_such_attribute(name);
 }
 
 } // namespace strata::detail

@@ -12,10 +12,13 @@ namespace strata::detail {
 /// The attributes of a group or of a set. Names are taken as they are, not as paths.
 class attribute_list {
   public:
-    [[nodiscard]] attribute_node* find(std::string_view name) const noexcept { return nodes_.find(name); }
+    [[nodiscard]] attribute_node* find(std::string_view name) const noexcept {
+        return nodes_.find(name);
+    }
 
     /// Throws store_error when the name is taken, empty or contains a separator.
-    counted_ptr<attribute_node> create(std::string_view name, const data_shape& shape, data_type type);
+    counted_ptr<attribute_node> create(std::string_view name, const data_shape& shape,
+                                       data_type type);
     counted_ptr<attribute_node> create(std::string_view name, element_array elements);
 
     /// Adds a copy, in the place of an attribute of that name if there is one.

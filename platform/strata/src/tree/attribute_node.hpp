@@ -14,7 +14,8 @@
 
 namespace strata::detail {
 
-/// An attribute. A single value lies in the node itself, so that reading one follows no further pointer.
+/// An attribute. A single value lies in the node itself, so that reading one follows no further
+/// pointer.
 class attribute_node final : public counted {
   public:
     /// Zeros or empty texts. Throws store_error for an impossible shape, std::bad_alloc.
@@ -37,10 +38,10 @@ class attribute_node final : public counted {
 
   private:
     std::string name_;
-    data_type type_;                                // as given at creation, be it above 100
+    data_type type_;                                 // as given at creation, be it above 100
     std::array<std::byte, sizeof(double)> number_{}; // of a single number
-    std::string text_;                              // of a single text
-    std::unique_ptr<element_array> elements_;       // of everything else
+    std::string text_;                               // of a single text
+    std::unique_ptr<element_array> elements_;        // of everything else
 };
 
 } // namespace strata::detail

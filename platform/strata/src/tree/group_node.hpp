@@ -12,7 +12,8 @@
 
 namespace strata::detail {
 
-/// Levels of groups below a root. Trees are destroyed by recursion, which must not exhaust the stack.
+/// Levels of groups below a root. Trees are destroyed by recursion, which must not exhaust the
+/// stack.
 inline constexpr std::size_t maximum_depth = 100;
 
 /// A group. A child group and a data set never share a name.
@@ -34,11 +35,14 @@ class group_node final : public counted {
     attribute_list attributes_;
 };
 
-/// Creates the group at `path` and those on the way. Throws store_error when it exists or cannot be; nothing has changed then.
+/// Creates the group at `path` and those on the way. Throws store_error when it exists or cannot
+/// be; nothing has changed then.
 counted_ptr<group_node> create_group_at(group_node& from, std::string_view path);
 
-/// Adds a data set of this content at `path`. Throws store_error when its group is missing or the name is taken.
-counted_ptr<set_entry> add_set_at(group_node& from, std::string_view path, counted_ptr<set_content> content);
+/// Adds a data set of this content at `path`. Throws store_error when its group is missing or the
+/// name is taken.
+counted_ptr<set_entry> add_set_at(group_node& from, std::string_view path,
+                                  counted_ptr<set_content> content);
 
 /// Throws what add_set_at would, before anything is made for it.
 void require_free_set_path(group_node& from, std::string_view path);

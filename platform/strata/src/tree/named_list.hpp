@@ -14,8 +14,9 @@
 
 namespace strata::detail {
 
-/// Nodes with different names in the order in which they were added. Finding, adding and removing one takes constant time
-/// however many there are, and finding one takes no memory. `Node` has a member `name()` that never changes.
+/// Nodes with different names in the order in which they were added. Finding, adding and removing
+/// one takes constant time however many there are, and finding one takes no memory. `Node` has a
+/// member `name()` that never changes.
 template <typename Node> class named_list {
   public:
     /// The node of that name, or null.
@@ -24,7 +25,8 @@ template <typename Node> class named_list {
         return slot == no_slot ? nullptr : nodes_[slot].get();
     }
 
-    /// Adds a node, last. Requires that there is none of its name. Throws std::bad_alloc; nothing has changed then.
+    /// Adds a node, last. Requires that there is none of its name. Throws std::bad_alloc; nothing
+    /// has changed then.
     void add(counted_ptr<Node> node) {
         make_room();
         const auto hash = name_hash(node->name());
@@ -42,7 +44,8 @@ template <typename Node> class named_list {
     /// False when there is no node of that name.
     bool remove(std::string_view name) noexcept {
         const auto slot = find_slot(name);
-        if (slot == no_slot) return false;
+        if (slot == no_slot)
+            return false;
         nodes_[slot] = {}; // the place is left empty until the next making of room
         --count_;
         return true;
@@ -52,7 +55,8 @@ template <typename Node> class named_list {
         std::vector<std::string> list;
         list.reserve(count_);
         for (const auto& node : nodes_) {
-            if (node) list.emplace_back(node->name());
+            if (node)
+                list.emplace_back(node->name());
         }
         return list;
     }
@@ -65,13 +69,16 @@ template <typename Node> class named_list {
     static constexpr std::size_t no_slot = static_cast<std::size_t>(-1);
 
     [[nodiscard]] std::size_t find_slot(std::string_view name) const noexcept {
-        if (count_ == 0) return no_slot;
+        if (count_ == 0)
+            return no_slot;
         const auto hash = name_hash(name);
         const auto mask = table_.size() - 1;
         for (std::size_t i = hash & mask; table_[i].place != 0; i = (i + 1) & mask) {
-            if (table_[i].hash != hash) continue;
+            if (table_[i].hash != hash)
+                continue;
             const auto slot = static_cast<std::size_t>(table_[i].place - 1);
-            if (nodes_[slot] && same_name(nodes_[slot]->name(), name)) return slot;
+            if (nodes_[slot] && same_name(nodes_[slot]->name(), name))
+                return slot;
         }
         return no_slot;
     }
@@ -79,19 +86,23 @@ template <typename Node> class named_list {
     void enter(std::uint32_t hash, std::size_t slot) noexcept {
         const auto mask = table_.size() - 1;
         auto i = hash & mask;
-        while (table_[i].place != 0) i = (i + 1) & mask;
+        while (table_[i].place != 0)
+            i = (i + 1) & mask;
         table_[i] = {hash, static_cast<std::uint32_t>(slot + 1)};
     }
 
-    /// Makes room for one more node. Half of the table's entries at least stay free, so that searches end soon; removed
-    /// nodes' entries are dropped with the first growth, which they bring nearer like nodes that stayed.
+    /// Makes room for one more node. Half of the table's entries at least stay free, so that
+    /// searches end soon; removed nodes' entries are dropped with the first growth, which they
+    /// bring nearer like nodes that stayed.
     void make_room() {
-        if (2 * (nodes_.size() + 1) <= table_.size()) return;
+        if (2 * (nodes_.size() + 1) <= table_.size())
+            return;
         std::vector<entry> table(std::bit_ceil(3 * (count_ + 1) + 5));
         nodes_.reserve(table.size() / 2);
         std::erase_if(nodes_, [](const auto& node) { return !node; });
         table_ = std::move(table);
-        for (std::size_t slot = 0; slot < nodes_.size(); ++slot) enter(name_hash(nodes_[slot]->name()), slot);
+        for (std::size_t slot = 0; slot < nodes_.size(); ++slot)
+            enter(name_hash(nodes_[slot]->name()), slot);
     }
 
     std::vector<counted_ptr<Node>> nodes_; // in order of addition; null where a node was removed

@@ -16,7 +16,8 @@ set_content::set_content(const data_shape& shape, data_type type)
     : type_(type), elements_(type, layout_of(type, dimensions{shape})) {}
 
 void set_content::resize(const dimensions& extents) {
-    if (extents == elements_.extents()) return;
+    if (extents == elements_.extents())
+        return;
     elements_ = elements_.resized(layout_of(type_, extents));
 }
 

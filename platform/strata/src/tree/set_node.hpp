@@ -18,7 +18,8 @@ class set_content final : public counted {
   public:
     /// Zeros or empty texts. Throws store_error for an impossible shape, std::bad_alloc.
     set_content(const data_shape& shape, data_type type);
-    explicit set_content(element_array elements) noexcept : type_(elements.type()), elements_(std::move(elements)) {}
+    explicit set_content(element_array elements) noexcept
+        : type_(elements.type()), elements_(std::move(elements)) {}
 
     [[nodiscard]] data_type type() const noexcept { return type_; }
     [[nodiscard]] const element_array& elements() const noexcept { return elements_; }
@@ -38,7 +39,8 @@ class set_content final : public counted {
 /// A name that a group knows a data set by. A hard link is a second entry with the same content.
 class set_entry final : public counted {
   public:
-    set_entry(std::string_view name, counted_ptr<set_content> content) : name_(name), content_(std::move(content)) {}
+    set_entry(std::string_view name, counted_ptr<set_content> content)
+        : name_(name), content_(std::move(content)) {}
 
     [[nodiscard]] std::string_view name() const noexcept { return name_; }
     [[nodiscard]] const counted_ptr<set_content>& content() const noexcept { return content_; }

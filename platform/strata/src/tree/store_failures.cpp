@@ -10,7 +10,8 @@ namespace strata::detail {
 
 namespace {
 
-[[noreturn]] void throw_about(std::string_view before, std::string_view path, std::string_view after) {
+[[noreturn]] void throw_about(std::string_view before, std::string_view path,
+                              std::string_view after) {
     std::string text{before};
     text += '\'';
     text += path;
@@ -21,13 +22,13 @@ namespace {
 
 } // namespace
 
-void throw_no_such_group(std::string_view path) {
-    throw_about("There is no group ", path, "");
+void throw_no_such_group(std::string_view path) { throw_about("There is no group ", path, ""); }
+
+void throw_no_group_for(std::string_view path) {
+    throw_about("The group of ", path, " does not exist");
 }
 
-void throw_no_such_set(std::string_view path) {
-    throw_about("There is no data set ", path, "");
-}
+void throw_no_such_set(std::string_view path) { throw_about("There is no data set ", path, ""); }
 
 void throw_no_such_attribute(std::string_view path) {
     throw_about("There is no attribute ", path, "");
@@ -50,12 +51,11 @@ void throw_bad_path(std::string_view path) {
 }
 
 void throw_too_deep(std::string_view path) {
-    throw_about("The group ", path, " would lie more than " + std::to_string(maximum_depth) + " levels deep");
+    throw_about("The group ", path,
+                " would lie more than " + std::to_string(maximum_depth) + " levels deep");
 }
 
-void throw_deletes_itself() {
-    throw store_error{"A group cannot delete itself"};
-}
+void throw_deletes_itself() { throw store_error{"A group cannot delete itself"}; }
 
 void throw_denotes_nothing(std::string_view kind) {
     throw store_error{"This handle denotes no " + std::string{kind}};

@@ -7,6 +7,7 @@ namespace strata::detail {
 // What the tree refuses, each text once. All throw store_error.
 
 [[noreturn]] void throw_no_such_group(std::string_view path);
+[[noreturn]] void throw_no_group_for(std::string_view path);
 [[noreturn]] void throw_no_such_set(std::string_view path);
 [[noreturn]] void throw_no_such_attribute(std::string_view path);
 [[noreturn]] void throw_group_exists(std::string_view path);

@@ -12,7 +12,8 @@ group_node* descend(group_node& from, std::string_view path) noexcept {
     for (;;) {
         const auto end = path.find(path_separator);
         node = node->groups().find(path.substr(0, end));
-        if (!node || end == std::string_view::npos) return node;
+        if (!node || end == std::string_view::npos)
+            return node;
         path.remove_prefix(end + 1);
     }
 }
@@ -20,8 +21,10 @@ group_node* descend(group_node& from, std::string_view path) noexcept {
 } // namespace
 
 std::string_view trim_path(std::string_view path) noexcept {
-    if (path.starts_with(path_separator)) path.remove_prefix(1);
-    if (path.ends_with(path_separator)) path.remove_suffix(1);
+    if (path.starts_with(path_separator))
+        path.remove_prefix(1);
+    if (path.ends_with(path_separator))
+        path.remove_suffix(1);
     return path;
 }
 
@@ -43,7 +46,8 @@ group_node* find_group(group_node& from, std::string_view path) noexcept {
 owner_and_name find_owner(group_node& from, std::string_view path) noexcept {
     path = trim_path(path);
     const auto last = path.rfind(path_separator);
-    if (last == std::string_view::npos) return {&from, path};
+    if (last == std::string_view::npos)
+        return {&from, path};
     return {descend(from, path.substr(0, last)), path.substr(last + 1)};
 }
 

@@ -18,13 +18,15 @@ inline constexpr char path_separator = '/';
 /// Takes the first component, which may be empty, off a trimmed path.
 [[nodiscard]] std::string_view take_component(std::string_view& path) noexcept;
 
-/// The group at `path` relative to `from`; null when there is none. The empty path is `from` itself.
+/// The group at `path` relative to `from`; null when there is none. The empty path is `from`
+/// itself.
 [[nodiscard]] group_node* find_group(group_node& from, std::string_view path) noexcept;
 
 /// Where a path's last component is looked up.
 struct owner_and_name {
-    group_node* owner = nullptr; ///< the group that the components before the last denote; null when there is none
-    std::string_view name;       ///< the last component; may be empty
+    group_node* owner =
+        nullptr; ///< the group that the components before the last denote; null when there is none
+    std::string_view name; ///< the last component; may be empty
 };
 
 /// Splits `path`, relative to `from`.

@@ -16,11 +16,12 @@ struct matrix_columns {
 };
 
 /// Fills a matrix of `samples` rows and `width` columns, doubles in row-major order, with the first
-/// samples of channels. Columns that no channel gives are NaN; of several that give the same column,
-/// the last one counts.
+/// samples of channels. Columns that no channel gives are NaN; of several that give the same
+/// column, the last one counts.
 ///
-/// False, and nothing written, when one of `columns` is no channel of a set that read_strided takes, has
-/// fewer samples, or leaves the matrix. Throws std::bad_alloc; nothing is written then either.
+/// False, and nothing written, when one of `columns` is no channel of a set that read_strided
+/// takes, has fewer samples, or leaves the matrix. Throws std::bad_alloc; nothing is written then
+/// either.
 [[nodiscard]] STRATA_EXPORT bool fill_matrix(std::span<const matrix_columns> columns,
                                              std::uint64_t samples, std::uint64_t width,
                                              double* matrix);

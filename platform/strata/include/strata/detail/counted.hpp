@@ -8,7 +8,8 @@
 namespace strata::detail {
 
 /// Base of the store's nodes, which live as long as a handle or a parent refers to them.
-/// The count is not atomic: one thread at a time may use a store, which the interpreter lock guarantees to the module.
+/// The count is not atomic: one thread at a time may use a store, which the interpreter lock
+/// guarantees to the module.
 class STRATA_EXPORT counted {
   public:
     counted() noexcept = default;
@@ -18,7 +19,8 @@ class STRATA_EXPORT counted {
 
     void retain() noexcept { ++references_; }
     void release() noexcept {
-        if (--references_ == 0) delete this;
+        if (--references_ == 0)
+            delete this;
     }
     [[nodiscard]] std::uint32_t references() const noexcept { return references_; }
 
@@ -26,12 +28,14 @@ class STRATA_EXPORT counted {
     std::uint32_t references_ = 0;
 };
 
+// NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete): the analyzer does not follow the count
 /// Shared ownership of a node. Members that touch the node need its complete type.
 template <typename Node> class counted_ptr {
   public:
     counted_ptr() noexcept = default;
     explicit counted_ptr(Node* node) noexcept : node_(node) {
-        if (node_) node_->retain();
+        if (node_)
+            node_->retain();
     }
     counted_ptr(const counted_ptr& other) noexcept : counted_ptr(other.node_) {}
     counted_ptr(counted_ptr&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
@@ -40,7 +44,8 @@ template <typename Node> class counted_ptr {
         return *this;
     }
     ~counted_ptr() {
-        if (node_) node_->release();
+        if (node_)
+            node_->release();
     }
 
     [[nodiscard]] Node* get() const noexcept { return node_; }
@@ -51,5 +56,6 @@ template <typename Node> class counted_ptr {
   private:
     Node* node_ = nullptr;
 };
+// NOLINTEND(clang-analyzer-cplusplus.NewDelete)
 
 } // namespace strata::detail

@@ -1,6 +1,7 @@
 #pragma once
 
-// What a plugin offers, and how it says so. A plugin is a shared library that contains STRATA_PLUGIN once:
+// What a plugin offers, and how it says so. A plugin is a shared library that contains
+// STRATA_PLUGIN once:
 //
 //     STRATA_PLUGIN(registry) {
 //         registry.add_importer("org.example.csv", std::make_unique<csv_importer>());
@@ -20,7 +21,8 @@
 
 namespace strata {
 
-/// Version of everything in the public headers that a plugin is compiled against. A plugin of another version is refused.
+/// Version of everything in the public headers that a plugin is compiled against. A plugin of
+/// another version is refused.
 inline constexpr std::uint32_t plugin_interface_version = 1;
 
 /// Reads one file format.
@@ -31,7 +33,8 @@ class STRATA_EXPORT importer {
     /// True when the device's content looks like this format. Judges by content only.
     [[nodiscard]] virtual bool accepts(anvil::io_device& device) const = 0;
 
-    /// Fills `target`. A failure names the place (byte offset, group, parameter), what was expected and what was found.
+    /// Fills `target`. A failure names the place (byte offset, group, parameter), what was expected
+    /// and what was found.
     [[nodiscard]] virtual anvil::status read(anvil::io_device& device, data_group target) const = 0;
 };
 
@@ -40,7 +43,8 @@ class STRATA_EXPORT exporter {
   public:
     virtual ~exporter();
 
-    [[nodiscard]] virtual anvil::status write(anvil::io_device& device, data_group source) const = 0;
+    [[nodiscard]] virtual anvil::status write(anvil::io_device& device,
+                                              data_group source) const = 0;
 };
 
 /// A computation on a tree, described by a JSON object.
@@ -48,7 +52,8 @@ class STRATA_EXPORT callable_unit {
   public:
     virtual ~callable_unit();
 
-    [[nodiscard]] virtual anvil::status evaluate(data_group& target, const anvil::json& parameters) const = 0;
+    [[nodiscard]] virtual anvil::status evaluate(data_group& target,
+                                                 const anvil::json& parameters) const = 0;
 };
 
 /// Takes a plugin's offers while it is loaded. An id that is taken makes the whole load fail.
@@ -60,7 +65,8 @@ class STRATA_EXPORT plugin_registry {
     virtual void add_exporter(std::string id, std::unique_ptr<exporter> offer) = 0;
     virtual void add_unit(std::string id, std::unique_ptr<callable_unit> offer) = 0;
 
-    /// Says why registering failed, for the log. Called by STRATA_PLUGIN with what the plugin threw.
+    /// Says why registering failed, for the log. Called by STRATA_PLUGIN with what the plugin
+    /// threw.
     virtual void report_failure(const char* reason) noexcept = 0;
 };
 
@@ -72,8 +78,10 @@ class STRATA_EXPORT plugin_registry {
 #define STRATA_PLUGIN_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// Defines the plugin's entry point. It answers with the version that the plugin was compiled against; the body runs, and
-/// registers, only when that is the host's. Answers 0 when registering failed: nothing of the plugin is kept then.
+/// Defines the plugin's entry point. It answers with the version that the plugin was compiled
+/// against; the body runs, and registers, only when that is the host's. Answers 0 when registering
+/// failed: nothing of the plugin is kept then.
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes no parentheses
 #define STRATA_PLUGIN(registry)                                                                    \
     static void strata_plugin_register(strata::plugin_registry& registry);                         \
     extern "C" STRATA_PLUGIN_EXPORT std::uint32_t strata_plugin_entry(                             \
@@ -91,3 +99,4 @@ class STRATA_EXPORT plugin_registry {
         return 0;                                                                                  \
     }                                                                                              \
     static void strata_plugin_register(strata::plugin_registry& registry)
+// NOLINTEND(bugprone-macro-parentheses)

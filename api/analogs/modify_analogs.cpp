@@ -1,0 +1,106 @@
+#include "store/python.hpp"
+
+#include "api/analogs/modify_analogs.hpp"
+
+#include "acquisition/channels.hpp"
+#include "acquisition/layout.hpp"
+#include "acquisition/sampling.hpp"
+#include "api/analogs/read_analogs.hpp"
+#include "api/channels/channel_lookup.hpp"
+#include "api/channels/channel_numbering.hpp"
+#include "api/channels/matrix_check.hpp"
+#include "api/channels/write_channels.hpp"
+#include "store/path_helpers.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::analogs {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+constexpr std::uint64_t components = 1;
+
+/// Rate of a channel that is added: the point rate in single precision, times the ratio.
+double rate_of_new_channel(const strata::data_store& acquisition) {
+    return static_cast<double>(static_cast<float>(sampling::point_frequency(acquisition)) *
+                               static_cast<float>(sampling::analog_samples_per_frame(acquisition)));
+}
+
+strata::data_set add_channel(const strata::data_group& group, const std::string& label, std::int32_t index,
+                             const std::string& description, double rate) {
+    auto set = create_analog_channel(group, label, index, description);
+    write_or_create(set, attribute::sample_rate, rate);
+    return set;
+}
+
+void set_channel_values(const strata::data_group& group, const strata::data_set& set, const py_ref& array) {
+    write_channels_in_order({set}, checked_matrix(array, samples_of(group), 1, components), components);
+}
+
+} // namespace
+
+outputs<2> append(strata::data_store acquisition, const std::string& label, PyObject* matrix) {
+    return append_described(acquisition, label, matrix, {});
+}
+
+outputs<2> append_described(strata::data_store acquisition, const std::string& label, PyObject* matrix,
+                            const std::string& description) {
+    const auto array = as_array(matrix);
+    const auto group = analog_group(acquisition);
+    const auto values = checked_matrix(array, samples_of(group), 1, components);
+    const auto rate = rate_of_new_channel(acquisition);
+    const auto set = add_channel(group, label, channel_count({group}), description, rate);
+    write_channels_in_order({set}, values, components);
+    return all(acquisition);
+}
+
+outputs<2> remove_by_index(strata::data_store acquisition, int index) {
+    const auto group = analog_group(acquisition);
+    remove_channel(group, channel_by_index(group, index), {group});
+    return all(acquisition);
+}
+
+outputs<2> remove_by_label(strata::data_store acquisition, const std::string& label) {
+    const auto group = analog_group(acquisition);
+    remove_channel(group, channel_by_label(group, label), {group});
+    return all(acquisition);
+}
+
+void clear(strata::data_store acquisition) {
+    delete_sets(analog_group(acquisition));
+}
+
+void set_number(strata::data_store acquisition, int wanted) {
+    const auto group = analog_group(acquisition);
+    const auto count = channel_count({group});
+    if (count > wanted) {
+        shrink_channels({group}, count, wanted);
+        return;
+    }
+    require_memory_for_channels(static_cast<double>(wanted) - count, static_cast<double>(samples_of(group)));
+    const auto rate = rate_of_new_channel(acquisition);
+    for (auto index = count; index < wanted; ++index)
+        add_channel(group, unused_channel_name(group, index), index, {}, rate);
+}
+
+void set_all_values(strata::data_store acquisition, PyObject* matrix) {
+    const auto array = as_array(matrix);
+    const auto group = analog_group(acquisition);
+    const auto sets = in_index_order(sets_of(group));
+    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components), components);
+}
+
+void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix) {
+    const auto array = as_array(matrix);
+    const auto group = analog_group(acquisition);
+    set_channel_values(group, channel_by_index(group, index), array);
+}
+
+void set_values_by_label(strata::data_store acquisition, std::string& label, PyObject* matrix) {
+    const auto array = as_array(matrix);
+    const auto group = analog_group(acquisition);
+    set_channel_values(group, channel_by_label(group, label), array);
+}
+
+} // namespace mox::analogs

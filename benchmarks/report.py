@@ -1,0 +1,97 @@
+"""Figures and tables of a benchmark run."""
+
+from __future__ import annotations
+
+import platform
+import re
+from importlib.metadata import PackageNotFoundError, version
+from pathlib import Path
+from statistics import median
+from typing import Any
+
+import numpy as np
+
+PLAIN = "plain C++"
+MEGABYTE = 1e6
+
+
+def machine() -> dict[str, Any]:
+    """What the figures were measured on."""
+    found = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text())
+    packages = {}
+    for package in ("ezc3d", "c3d"):
+        try:
+            packages[package] = version(package)
+        except PackageNotFoundError:
+            packages[package] = "not installed as a package"
+    return {
+        "processor": found[1] if found else platform.processor(),
+        "python": platform.python_version(),
+        "numpy": np.__version__,
+        **packages,
+    }
+
+
+def summary(
+    extents: dict[str, int], file_bytes: int, answers: dict[str, list[dict[str, Any]]], cold: int
+) -> dict[str, Any]:
+    """Medians, ratios and memory of one file; `cold` first times of each process do not count."""
+    rows, samples = extents["frames"], extents["frames"] * extents["ratio"]
+    final_bytes = 8 * (rows * extents["points"] * 3 + samples * extents["channels"])
+    seconds = {
+        reader: [median(answer["seconds"][cold:]) for answer in given]
+        for reader, given in answers.items()
+    }
+    return {
+        "extents": extents,
+        "file_bytes": file_bytes,
+        "final_bytes": final_bytes,
+        "readers": {
+            reader: {
+                "seconds": seconds[reader],
+                "median_seconds": median(seconds[reader]),
+                "ratio_to_plain": ratio(seconds[reader], seconds[PLAIN]),
+                "ratio_to_moxpy": ratio(seconds[reader], seconds["moxPY"]),
+                "peak_read_bytes": median(answer["peak_read"] for answer in given),
+                "peak_bytes": median(answer["peak"] for answer in given),
+            }
+            for reader, given in answers.items()
+        },
+    }
+
+
+def ratio(seconds: list[float], others: list[float]) -> float:
+    """Median of the ratios of the rounds in which both took part."""
+    return median(time / other for time, other in zip(seconds, others, strict=False))
+
+
+def table(kind: str, result: dict[str, Any]) -> list[str]:
+    extents = result["extents"]
+    final = result["final_bytes"]
+    lines = [
+        f"{kind}: {extents['points']} points × {extents['frames']:,} frames, "
+        f"{extents['channels']} analog channels × {extents['ratio']}; "
+        f"file {megabytes(result['file_bytes'])} MB, both matrices {megabytes(final)} MB",
+        f"  {'':9}  {'time, ms':>27}  {'times the one of':>17}"
+        f"  {'peak memory, MB (× matrices)':>31}",
+        f"  {'':9}  {'median':>9}{'fastest':>9}{'slowest':>9}  {'plain C++':>9}{'moxPY':>8}"
+        f"  {'after reading':>15} {'with matrices':>15}",
+    ]
+    for reader, figures in result["readers"].items():
+        seconds = figures["seconds"]
+        times = [f"{1000 * time:9.2f}" for time in (median(seconds), min(seconds), max(seconds))]
+        lines.append(
+            f"  {reader:9}  {''.join(times)}"
+            f"  {figures['ratio_to_plain']:9.2f}{figures['ratio_to_moxpy']:8.2f}"
+            f"  {memory(figures['peak_read_bytes'], final):>15}"
+            f" {memory(figures['peak_bytes'], final):>15}"
+        )
+    return lines
+
+
+def megabytes(count: float) -> str:
+    return f"{count / MEGABYTE:.1f}"
+
+
+def memory(count: float, final: float) -> str:
+    return f"{count / MEGABYTE:.1f} ({count / final:.2f})"

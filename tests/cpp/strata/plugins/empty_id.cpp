@@ -1,0 +1,3 @@
+#include "tests/cpp/strata/plugins/broken_unit.hpp"
+
+STRATA_PLUGIN(registry) { registry.add_unit("", std::make_unique<broken_unit>()); }

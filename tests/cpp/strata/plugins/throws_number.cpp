@@ -1,0 +1,6 @@
+#include "tests/cpp/strata/plugins/broken_unit.hpp"
+
+STRATA_PLUGIN(registry) {
+    registry.add_unit("test.half", std::make_unique<broken_unit>());
+    throw 5;
+}

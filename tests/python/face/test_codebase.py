@@ -1,0 +1,98 @@
+"""Function table, stub file and Python face name the same functions; versions agree."""
+
+from __future__ import annotations
+
+import ast
+import inspect
+import re
+import tomllib
+from pathlib import Path
+from typing import Any
+
+import _moxPY
+import moxPY
+import pytest
+
+REPOSITORY = Path(__file__).resolve().parents[3]
+
+# For shadow classes and for other extension modules, not for people.
+PLUMBING = {
+    "SWIG_PyInstanceMethod_New",
+    "anvil_to_json",
+    "data_store_swiginit",
+    "data_store_swigregister",
+    "delete_data_store",
+    "from_anvil_json",
+    "metadata_from_data_set",
+    "new_data_store",
+    "throw_type_error",
+}
+
+
+def table() -> list[str]:
+    return [name for name in dir(_moxPY) if not name.startswith("__")]
+
+
+def stub() -> dict[str, ast.FunctionDef]:
+    module = ast.parse((REPOSITORY / "module" / "_moxPY.pyi").read_text("utf-8"))
+    return {node.name: node for node in module.body if isinstance(node, ast.FunctionDef)}
+
+
+def face() -> dict[str, Any]:
+    return {name: getattr(moxPY, name) for name in moxPY.__all__ if name != "data_store"}
+
+
+faces = pytest.mark.parametrize("name", sorted(face()))
+
+
+def test_the_stub_names_every_function_of_the_table():
+    assert sorted(stub()) == sorted(table())
+
+
+def test_the_face_names_every_function_of_the_table():
+    assert sorted(face()) == sorted(set(table()) - PLUMBING)
+
+
+def test_no_name_is_offered_twice():
+    assert len(moxPY.__all__) == len(set(moxPY.__all__))
+
+
+def test_a_star_import_gives_all_functions():
+    names: dict[str, Any] = {}
+    exec("from moxPY import *", names)
+    assert set(moxPY.__all__) <= set(names)
+
+
+@faces
+def test_face_and_stub_have_the_same_parameters(name: str):
+    arguments = stub()[name].args
+    in_stub = [argument.arg for argument in [*arguments.posonlyargs, *arguments.args]]
+    parameters = inspect.signature(face()[name]).parameters
+    optional = [
+        parameter
+        for parameter in parameters.values()
+        if parameter.default is not inspect.Parameter.empty
+    ]
+    assert list(parameters) == in_stub
+    assert len(optional) == len(arguments.defaults)
+
+
+@faces
+def test_parameters_and_results_have_types(name: str):
+    signature = inspect.signature(face()[name])
+    types = [parameter.annotation for parameter in signature.parameters.values()]
+    assert inspect.Signature.empty not in [*types, signature.return_annotation]
+
+
+def test_types_are_marked_as_published():
+    assert (Path(moxPY.__file__).parent / "py.typed").is_file()
+
+
+def test_versions_are_equal():
+    with (REPOSITORY / "pyproject.toml").open("rb") as file:
+        version = tomllib.load(file)["project"]["version"]
+    newest = re.search(r"^## (\S+)", (REPOSITORY / "CHANGELOG.md").read_text("utf-8"), re.MULTILINE)
+    assert newest
+    assert newest[1] == version
+    assert _moxPY.moxGetVersion() == version
+    assert moxPY.__version__ == version

@@ -1,0 +1,68 @@
+"""Docstrings: complete, and true as far as their examples go."""
+
+from __future__ import annotations
+
+import doctest
+import importlib
+import inspect
+import pkgutil
+import re
+from collections.abc import Iterator
+from pathlib import Path
+from typing import Any
+
+import moxPY
+import pytest
+
+TRIAL = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
+MODULES = [
+    importlib.import_module(f"moxPY.{module.name}")
+    for module in pkgutil.iter_modules(moxPY.__path__)
+    if module.name != "__main__"  # runs the command line
+]
+FUNCTIONS = [name for name in moxPY.__all__ if name != "data_store"]
+
+
+def examples() -> Iterator[Any]:
+    finder = doctest.DocTestFinder(exclude_empty=True)
+    for module in MODULES:
+        for found in finder.find(module):
+            if found.examples:
+                yield pytest.param(found, id=found.name)
+
+
+def sections_of(name: str) -> list[str]:
+    documentation = inspect.getdoc(getattr(moxPY, name)) or ""
+    return re.findall(r"^(\w+)\n-+$", documentation, re.MULTILINE)
+
+
+@pytest.mark.parametrize("example", list(examples()))
+def test_examples_are_true(example: doctest.DocTest, capsys: pytest.CaptureFixture[str]):
+    example.globs |= vars(moxPY) | {"path": str(TRIAL)}
+    with moxPY.moxReadAcquisition(str(TRIAL)) as trial:
+        example.globs["trial"] = trial
+        with capsys.disabled():
+            report: list[str] = []
+            results = doctest.DocTestRunner().run(example, out=report.append)
+    assert results.failed == 0, "".join(report)
+
+
+@pytest.mark.parametrize("name", FUNCTIONS)
+def test_functions_have_examples(name: str):
+    assert sections_of(name)[-1] == "Examples"
+
+
+@pytest.mark.parametrize("name", FUNCTIONS)
+def test_parameters_and_results_are_documented(name: str):
+    signature = inspect.signature(getattr(moxPY, name))
+    sections = sections_of(name)
+    assert ("Parameters" in sections) == bool(signature.parameters)
+    assert ("Returns" in sections) == (signature.return_annotation not in {"None", "NoReturn"})
+
+
+@pytest.mark.parametrize("name", FUNCTIONS)
+def test_every_parameter_is_described(name: str):
+    function = getattr(moxPY, name)
+    described = re.findall(r"^(\w+) : ", inspect.getdoc(function) or "", re.MULTILINE)
+    parameters = list(inspect.signature(function).parameters)
+    assert described[: len(parameters)] == parameters

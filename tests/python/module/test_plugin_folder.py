@@ -1,0 +1,217 @@
+"""What lies in the plugins folder when the module is imported, and what the log says about it."""
+
+from __future__ import annotations
+
+import shutil
+from pathlib import Path
+
+import pytest
+from support.c3d_bytes import c3d_bytes
+from support.package_copy import PackageCopy
+
+READ = """
+import sys, _moxPY
+try:
+    _moxPY.moxReadAcquisition(sys.argv[1])
+    print("read")
+except RuntimeError as error:
+    print(error)
+"""
+
+NOTED = "[info] [strata] The noting plugin registers"
+
+
+def refusal(path: Path, reason: str) -> str:
+    return f"[error] [strata] The plugin '{path}' was not loaded: {reason}"
+
+
+@pytest.fixture
+def trial(tmp_path: Path) -> Path:
+    path = tmp_path / "trial.c3d"
+    path.write_bytes(c3d_bytes({"LASI": [[1, 2, 3], [4, 5, 6]]}))
+    return path
+
+
+def test_an_import_with_no_plugins_logs_two_lines(package: PackageCopy):
+    assert package.output_of("import _moxPY") == ""
+    assert package.log() == package.start_lines
+
+
+def test_reading_without_plugins_says_that_there_are_none(package: PackageCopy, trial: Path):
+    assert package.output_of(READ, trial) == (
+        f"No importer accepts the file '{trial}': no importer plugin is loaded\n"
+    )
+
+
+def test_a_missing_plugins_folder_is_logged(package: PackageCopy, trial: Path):
+    package.plugins.rmdir()
+    assert "no importer plugin is loaded" in package.output_of(READ, trial)
+    assert package.log() == [
+        *package.start_lines,
+        "[error] [tidepool] The path set to discover and load plugins is not valid. "
+        f"Path : {package.plugins}",
+    ]
+
+
+def test_a_file_in_place_of_the_plugins_folder_is_logged(package: PackageCopy):
+    package.plugins.rmdir()
+    package.plugins.write_text("")
+    package.output_of("import _moxPY")
+    assert package.log() == [
+        *package.start_lines,
+        "[error] [tidepool] The path set to discover and load plugins is not valid. "
+        f"Path : {package.plugins}",
+    ]
+
+
+def test_a_text_file_is_no_plugin(package: PackageCopy):
+    path = package.plugins / "readme.so"
+    path.write_text("plugins belong here\n")
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, refusal(path, "it is no shared library")]
+
+
+def test_a_folder_is_offered_like_a_file(package: PackageCopy):
+    path = package.plugins / "older"
+    path.mkdir()
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, refusal(path, "it is a directory")]
+
+
+def test_plugins_in_folders_below_are_not_loaded(package: PackageCopy):
+    path = package.plugins / "older"
+    path.mkdir()
+    shutil.move(package.add_test_plugin("noting"), path)
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, refusal(path, "it is a directory")]
+
+
+def test_a_plugin_that_is_cut_short_is_refused(package: PackageCopy):
+    path = package.add_test_plugin("noting")
+    path.write_bytes(path.read_bytes()[:2000])
+    package.output_of("import _moxPY")
+    assert package.log() == [
+        *package.start_lines,
+        refusal(
+            path,
+            "it is cut short: its headers speak of more than the 2000 bytes that are there",
+        ),
+    ]
+
+
+def test_a_library_that_is_no_plugin_is_refused(package: PackageCopy):
+    (library,) = package.module_folder.glob("*strata_core*")
+    path = Path(shutil.copy(library, package.plugins))
+    package.output_of("import _moxPY")
+    (line,) = [line for line in package.log() if str(path) in line]
+    assert line == refusal(path, "it is no plugin: it has no entry point")
+
+
+def test_a_plugin_of_another_interface_version_is_refused(package: PackageCopy):
+    path = package.add_test_plugin("other_version")
+    package.output_of("import _moxPY")
+    assert package.log() == [
+        *package.start_lines,
+        refusal(path, "it speaks version 2 of the plugin interface, not version 1"),
+    ]
+
+
+def test_a_plugin_whose_id_is_taken_is_refused(package: PackageCopy):
+    path = package.add_test_plugin("noting")
+    shutil.copy(path, package.plugins / f"second_{path.name}")
+    package.output_of("import _moxPY")
+    taken = [line for line in package.log() if "was not loaded" in line]
+    assert len(taken) == 1
+    assert "test.probe" in taken[0]
+
+
+def test_bad_plugins_do_not_keep_good_ones_out(package: PackageCopy, trial: Path):
+    package.add_own_plugins()
+    package.add_test_plugin("other_version")
+    (package.plugins / "folder").mkdir()
+    (package.plugins / "empty.so").touch()
+    assert package.output_of(READ, trial) == "read\n"
+
+
+def test_a_failed_import_of_a_file_gives_every_problem_a_line(package: PackageCopy, tmp_path: Path):
+    package.add_test_plugin("noting")
+    path = tmp_path / "bad.probe"
+    path.write_text("PROBE\nno frames\nno points\n")
+    assert package.output_of(READ, path) == "no frames\n\t - no points\n"
+
+
+def test_a_file_that_no_importer_wants_is_named(package: PackageCopy, tmp_path: Path):
+    package.add_test_plugin("noting")
+    path = tmp_path / "foreign.c3d"
+    path.write_bytes(b"\x02P but nothing else")
+    assert package.output_of(READ, path) == f"No importer accepts the file '{path}'\n"
+
+
+def test_plugins_are_unloaded_and_found_again(package: PackageCopy, trial: Path):
+    package.add_own_plugins()
+    code = f"""{READ}
+_moxPY.unload()
+try:
+    _moxPY.moxReadAcquisition(sys.argv[1])
+except RuntimeError as error:
+    print(error)
+_moxPY.reload()
+handle = _moxPY.moxReadAcquisition(sys.argv[1])
+print(_moxPY.moxGetPointNumber(handle))
+"""
+    assert package.output_of(code, trial) == (
+        f"read\nNo importer accepts the file '{trial}': no importer plugin is loaded\n1.0\n"
+    )
+
+
+def test_an_acquisition_outlives_the_plugin_that_read_it(package: PackageCopy, trial: Path):
+    package.add_own_plugins()
+    code = """
+import sys, _moxPY
+handle = _moxPY.moxReadAcquisition(sys.argv[1])
+_moxPY.unload()
+print(_moxPY.moxGetMarkersValues(handle).tolist())
+"""
+    assert package.output_of(code, trial) == "[[1.0, 2.0, 3.0], [4.0, 5.0, 6.0]]\n"
+
+
+def test_unload_returns_nothing_and_logs_a_line(package: PackageCopy):
+    package.output_of("import _moxPY; assert _moxPY.unload() is None")
+    assert package.log() == [*package.start_lines, "[info] [tidepool] Plugins unloaded."]
+
+
+def test_reload_returns_nothing_and_logs_two_lines(package: PackageCopy):
+    package.add_test_plugin("noting")
+    package.output_of("import _moxPY; assert _moxPY.reload() is None")
+    assert package.log() == [
+        *package.start_lines,
+        NOTED,
+        "[info] [tidepool] Plugins unloaded.",
+        NOTED,
+        "[info] [tidepool] Plugins reloaded.",
+    ]
+
+
+def test_reload_finds_a_plugin_that_was_added(package: PackageCopy):
+    code = """
+import shutil, sys, _moxPY
+shutil.copy(sys.argv[1], sys.argv[2])
+_moxPY.reload()
+"""
+    added = package.add_test_plugin("noting").rename(package.folder / "added.so")
+    package.output_of(code, added, package.plugins)
+    assert package.log().count(NOTED) == 1
+
+
+def test_reload_logs_a_folder_that_went_missing(package: PackageCopy):
+    package.output_of(
+        "import sys, pathlib, _moxPY; pathlib.Path(sys.argv[1]).rmdir(); _moxPY.reload()",
+        package.plugins,
+    )
+    assert package.log() == [
+        *package.start_lines,
+        "[info] [tidepool] Plugins unloaded.",
+        "[error] [tidepool] The path set to discover and load plugins is not valid. "
+        f"Path : {package.plugins}",
+        "[info] [tidepool] Plugins reloaded.",
+    ]

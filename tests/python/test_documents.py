@@ -1,0 +1,74 @@
+"""What the documents show is what happens."""
+
+from __future__ import annotations
+
+import contextlib
+import doctest
+import io
+import re
+from pathlib import Path
+
+import moxPY
+import pytest
+
+REPOSITORY = Path(__file__).resolve().parents[2]
+
+
+def text_of(document: str) -> str:
+    return (REPOSITORY / document).read_text("utf-8")
+
+
+def blocks(document: str, language: str) -> list[str]:
+    """The fenced blocks of a document that are marked with a language."""
+    return re.findall(rf"^```{language}\n(.*?)^```", text_of(document), re.DOTALL | re.MULTILINE)
+
+
+def documented_bytes(document: str) -> dict[int, bytes]:
+    """Bytes by offset, from the indented lines that begin with an offset of four digits."""
+    lines = re.findall(r"^    ([0-9A-F]{4})  ((?:[0-9A-F]{2} ?)+)", text_of(document), re.MULTILINE)
+    return {int(offset, 16): bytes.fromhex(digits) for offset, digits in lines}
+
+
+def test_the_first_script_prints_what_the_readme_says(monkeypatch: pytest.MonkeyPatch):
+    monkeypatch.chdir(REPOSITORY)
+    script, printed = blocks("README.md", "python")[0], blocks("README.md", "text")[0]
+    with contextlib.redirect_stdout(io.StringIO()) as output:
+        exec(script, {})
+    assert output.getvalue() == printed
+
+
+def test_the_examples_about_reading_are_true(monkeypatch: pytest.MonkeyPatch):
+    monkeypatch.chdir(REPOSITORY)
+    examples = doctest.DocTestParser().get_doctest(
+        "\n".join(blocks("docs/reading.md", "pycon")), {}, "docs/reading.md", None, 0
+    )
+    report: list[str] = []
+    results = doctest.DocTestRunner().run(examples, out=report.append)
+    assert results.attempted > 20
+    assert results.failed == 0, "".join(report)
+
+
+def test_the_worked_example_of_the_format_is_a_file(tmp_path: Path):
+    content = bytearray(3 * 512)
+    for offset, part in documented_bytes("docs/c3d.md").items():
+        assert not any(content[offset : offset + len(part)])
+        content[offset : offset + len(part)] = part
+    file = tmp_path / "worked.c3d"
+    file.write_bytes(content)
+    trial = moxPY.moxReadAcquisition(str(file))
+    values, info = moxPY.moxGetPoint(trial, "LASI")
+    assert values[0].tolist() == pytest.approx([123.4, -5.0, 900.0])
+    assert values[1].tolist() == pytest.approx([float("nan")] * 3, nan_ok=True)
+    assert (info["units"], info["frequency"]) == ("mm", 100.0)
+    values, info = moxPY.moxGetAnalog(trial, "Fz1")
+    assert values.tolist() == [45.0, 50.0, -1.0, 0.0]
+    assert (info["units"], info["frequency"]) == ("N", 200.0)
+
+
+@pytest.mark.parametrize(
+    "document", ["README.md", "CONTRIBUTING.md", *sorted(Path(REPOSITORY).glob("docs/*.md"))]
+)
+def test_links_lead_to_files(document: str | Path):
+    folder = (REPOSITORY / document).parent
+    links = re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", text_of(str(document)))
+    assert [link for link in links if not (folder / link).exists()] == []

@@ -1,0 +1,119 @@
+"""The folders depend on each other in one direction; the first lines of every file prove it."""
+
+from __future__ import annotations
+
+import re
+from pathlib import Path
+
+import pytest
+
+REPOSITORY = Path(__file__).resolve().parents[2]
+
+# What the files of a folder may include besides the folder itself.
+PLATFORM = {"anvil", "strata"}
+ALLOWED = {
+    "platform/anvil": {"anvil"},
+    "platform/strata": PLATFORM,
+    "plugins/c3d": PLATFORM,
+    "plugins/classical_mechanics": PLATFORM,
+    "plugins/data_modifier": PLATFORM,
+    "examples/plugin": PLATFORM,
+    "store": PLATFORM,
+    "acquisition": PLATFORM | {"store"},
+    "api": PLATFORM | {"store", "acquisition"},
+    "module": PLATFORM | {"store", "acquisition", "api"},
+}
+# First components of include paths that lead into this project.
+OWN = PLATFORM | {"platform", "plugins", "examples", "store", "acquisition", "api", "module"}
+OWN |= {"tests", "benchmarks"}
+
+SOURCES = [path for folder in ALLOWED for path in sorted((REPOSITORY / folder).rglob("*.[ch]pp"))]
+
+
+def name_of(path: Path) -> str:
+    return path.relative_to(REPOSITORY).as_posix()
+
+
+def includes_of(path: Path, marks: str = '"<') -> list[str]:
+    """What a file includes, in quotes or in angle brackets."""
+    pattern = rf'^\s*#\s*include\s*[{marks}]([^">]+)[">]'
+    return re.findall(pattern, path.read_text("utf-8"), re.MULTILINE)
+
+
+def folder_of(path: Path) -> str:
+    return next(folder for folder in ALLOWED if name_of(path).startswith(f"{folder}/"))
+
+
+def is_allowed(include: str, folder: str) -> bool:
+    component = include.partition("/")[0]
+    is_own = component in OWN
+    return not is_own or component in ALLOWED[folder] or include.startswith(f"{folder}/")
+
+
+def test_every_folder_with_sources_has_its_place():
+    parts = {path.relative_to(REPOSITORY).parts[0] for path in REPOSITORY.glob("[a-z]*/**/*.cpp")}
+    known = {folder.partition("/")[0] for folder in ALLOWED}
+    assert parts - {"benchmarks", "build", "dist", "tests"} == known
+
+
+def test_includes_never_point_backwards():
+    backwards = [
+        (name_of(path), include)
+        for path in SOURCES
+        for include in includes_of(path)
+        if not is_allowed(include, folder_of(path))
+    ]
+    assert backwards == []
+
+
+def test_includes_in_quotes_are_paths_from_the_root():
+    others = [
+        (name_of(path), include)
+        for path in SOURCES
+        for include in includes_of(path, marks='"')
+        if not (REPOSITORY / include).is_file()
+    ]
+    assert others == []
+
+
+def test_python_and_numpy_enter_through_one_header():
+    entrances = {
+        name_of(path)
+        for path in SOURCES
+        for include in includes_of(path)
+        if re.match(r"Python\.h|numpy/", include)
+    }
+    assert entrances == {"store/python.hpp"}
+
+
+def test_the_python_header_comes_first():
+    later = [name_of(path) for path in SOURCES if "store/python.hpp" in includes_of(path)[1:]]
+    assert later == []
+
+
+def test_sources_include_their_own_header():
+    without = [
+        name_of(path)
+        for path in SOURCES
+        if path.suffix == ".cpp"
+        and path.with_suffix(".hpp").exists()
+        and name_of(path.with_suffix(".hpp")) not in includes_of(path)
+    ]
+    assert without == []
+
+
+@pytest.mark.parametrize(
+    ("folder", "include"),
+    [
+        ("platform/anvil", "strata/data_set.hpp"),
+        ("platform/strata", "store/typed_access.hpp"),
+        ("plugins/c3d", "store/typed_access.hpp"),
+        ("plugins/c3d", "plugins/data_modifier/split_set.hpp"),
+        ("plugins/c3d", "platform/strata/src/tree/tree_path.hpp"),
+        ("store", "acquisition/layout.hpp"),
+        ("acquisition", "api/channels/channel_lookup.hpp"),
+        ("api", "module/call_frame.hpp"),
+    ],
+)
+def test_includes_that_point_backwards_are_noticed(folder: str, include: str):
+    assert not is_allowed(include, folder)
