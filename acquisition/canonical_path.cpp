@@ -20,7 +20,8 @@ std::string utf8_from_path(const std::filesystem::path& path) {
 }
 
 bool starts_with_drive(std::string_view path) {
-    return path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) != 0 && path[1] == ':';
+    return path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) != 0 &&
+           path[1] == ':';
 }
 
 } // namespace
@@ -32,14 +33,16 @@ std::filesystem::path canonical_path(const std::string& name) {
         throw_runtime_error(fmt::format("The filename '{}' does not exist", name));
     const auto canonical = std::filesystem::canonical(path, failure);
     if (failure)
-        throw_runtime_error(fmt::format("Error when retrieving the canonical path for the filename '{}'", name));
+        throw_runtime_error(
+            fmt::format("Error when retrieving the canonical path for the filename '{}'", name));
     return path_from_utf8(without_long_path_prefix(utf8_from_path(canonical)));
 }
 
 std::string without_long_path_prefix(std::string_view path) {
     constexpr std::string_view prefix = R"(\\?\)";
     constexpr std::string_view network = R"(\\?\UNC\)";
-    if (path.starts_with(network)) return R"(\\)" + std::string(path.substr(network.size()));
+    if (path.starts_with(network))
+        return R"(\\)" + std::string(path.substr(network.size()));
     if (path.starts_with(prefix) && starts_with_drive(path.substr(prefix.size())))
         return std::string(path.substr(prefix.size()));
     return std::string(path);

@@ -35,7 +35,10 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 }
 
 std::uint64_t components_of(const strata::data_group& group) {
-    return read<std::string>(group.retrieve_attribute(attribute::device_type)) == layout::device::mocap ? 3 : 1;
+    return read<std::string>(group.retrieve_attribute(attribute::device_type)) ==
+                   layout::device::mocap
+               ? 3
+               : 1;
 }
 
 std::uint64_t samples_of(const strata::data_group& group) {
@@ -44,24 +47,25 @@ std::uint64_t samples_of(const strata::data_group& group) {
 
 std::vector<strata::data_group> point_groups(const strata::data_group& root) {
     std::vector<strata::data_group> groups;
-    for (const auto& type : point_types) groups.push_back(retrieve_group(root, type.path));
+    for (const auto& type : point_types)
+        groups.push_back(retrieve_group(root, type.path));
     return groups;
 }
 
 void throw_channel_exists(const std::string& name) {
-    throw_runtime_error(fmt::format(
-        "You are trying to add a channel that already exists : '{}' already exists at given location", name));
+    throw_runtime_error(fmt::format("You are trying to add a channel that already exists : '{}' "
+                                    "already exists at given location",
+                                    name));
 }
 
-std::string unnamed_channel(std::int32_t index) {
-    return fmt::format("unamed_{}", index);
-}
+std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}", index); }
 
-strata::data_set create_channel(strata::data_group group, const std::string& given_label, std::int32_t index,
-                                const std::string& description) {
+strata::data_set create_channel(strata::data_group group, const std::string& given_label,
+                                std::int32_t index, const std::string& description) {
     const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
     const auto name = set_name_of(label);
-    if (group.exists_set(name) || group.exists_group(name)) throw_channel_exists(label);
+    if (group.exists_set(name) || group.exists_group(name))
+        throw_channel_exists(label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
                                     static_cast<std::int64_t>(samples_of(group))},
                                    false);
@@ -70,19 +74,22 @@ strata::data_set create_channel(strata::data_group group, const std::string& giv
     write_or_create(set, attribute::relative_set_index, index);
     create_text(set, attribute::label, label);
     create_text(set, attribute::unit, "Unknown");
-    write_or_create(set, attribute::sample_rate, read<double>(group.retrieve_attribute(attribute::sample_rate)));
-    write_or_create(set, attribute::start_time, read<double>(group.retrieve_attribute(attribute::start_time)));
+    write_or_create(set, attribute::sample_rate,
+                    read<double>(group.retrieve_attribute(attribute::sample_rate)));
+    write_or_create(set, attribute::start_time,
+                    read<double>(group.retrieve_attribute(attribute::start_time)));
     return set;
 }
 
-strata::data_set create_marker(strata::data_group group, const std::string& label, std::int32_t index) {
+strata::data_set create_marker(strata::data_group group, const std::string& label,
+                               std::int32_t index) {
     auto set = create_channel(std::move(group), label, index, {});
     create_text(set, attribute::metric_type, "marker");
     return set;
 }
 
-strata::data_set create_analog_channel(strata::data_group group, const std::string& label, std::int32_t index,
-                                       const std::string& description) {
+strata::data_set create_analog_channel(strata::data_group group, const std::string& label,
+                                       std::int32_t index, const std::string& description) {
     auto set = create_channel(std::move(group), label, index, description);
     write_or_create(set, attribute::gain, std::int32_t{0});
     write_or_create(set, attribute::offset, 0.0F);
@@ -92,7 +99,8 @@ strata::data_set create_analog_channel(strata::data_group group, const std::stri
 }
 
 void add_analog_channels(strata::data_group group, std::int32_t first, std::int32_t last) {
-    for (auto index = first; index < last; ++index) create_analog_channel(group, unnamed_channel(index), index, {});
+    for (auto index = first; index < last; ++index)
+        create_analog_channel(group, unnamed_channel(index), index, {});
 }
 
 } // namespace mox

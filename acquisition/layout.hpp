@@ -12,9 +12,10 @@ inline constexpr char metadata[] = "Format/Metadata";
 inline constexpr char metadata_point[] = "Format/Metadata/POINT";
 inline constexpr char metadata_analog[] = "Format/Metadata/ANALOG";
 
-inline constexpr char points[] = "Format/Data/Points";          ///< raw set of a file's points
-inline constexpr char analogs[] = "Format/Data/Analogs";        ///< raw set of a file's analog channels
-inline constexpr char analogs_export[] = "Format/Data/AnalogsExport"; ///< device group of the analog channels
+inline constexpr char points[] = "Format/Data/Points";   ///< raw set of a file's points
+inline constexpr char analogs[] = "Format/Data/Analogs"; ///< raw set of a file's analog channels
+inline constexpr char analogs_export[] =
+    "Format/Data/AnalogsExport"; ///< device group of the analog channels
 inline constexpr char markers[] = "Format/Data/Markers";
 inline constexpr char angles[] = "Format/Data/Angles";
 inline constexpr char skeleton[] = "Format/Data/Skeleton";
@@ -32,9 +33,9 @@ inline constexpr char metadata[] = "Metadata"; ///< below `format`
 /// Attributes of groups, sets and the header.
 namespace attribute {
 inline constexpr char device_type[] = "DeviceType";
-inline constexpr char num_samples[] = "NumSamples";   ///< int64
-inline constexpr char sample_rate[] = "SampleRate";   ///< float64, Hz
-inline constexpr char start_time[] = "StartTime";     ///< float64, seconds
+inline constexpr char num_samples[] = "NumSamples";              ///< int64
+inline constexpr char sample_rate[] = "SampleRate";              ///< float64, Hz
+inline constexpr char start_time[] = "StartTime";                ///< float64, seconds
 inline constexpr char relative_set_index[] = "RelativeSetIndex"; ///< int32
 inline constexpr char description[] = "Description";
 inline constexpr char label[] = "Label";
@@ -44,14 +45,15 @@ inline constexpr char metric_type[] = "MetricType";
 inline constexpr char gain[] = "Gain";     ///< int32, a code
 inline constexpr char offset[] = "Offset"; ///< float32
 inline constexpr char scale[] = "Scale";   ///< float32
-inline constexpr char residuals[] = "Residuals"; ///< float32 a sample: the fourth word of the file's point records
+inline constexpr char residuals[] =
+    "Residuals"; ///< float32 a sample: the fourth word of the file's point records
 inline constexpr char labels[] = "Labels";
 inline constexpr char types[] = "Types";
-inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample";  ///< int32
-inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";              ///< int32
-inline constexpr char analog_values_per_frame[] = "TotalAnalogSamplesPer3dSample";       ///< int32
-inline constexpr char bits[] = "BITS";     ///< analog resolution
-inline constexpr char rate[] = "RATE";     ///< Hz, in the POINT and ANALOG parameter groups
+inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32
+inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";             ///< int32
+inline constexpr char analog_values_per_frame[] = "TotalAnalogSamplesPer3dSample";      ///< int32
+inline constexpr char bits[] = "BITS"; ///< analog resolution
+inline constexpr char rate[] = "RATE"; ///< Hz, in the POINT and ANALOG parameter groups
 inline constexpr char descriptions[] = "DESCRIPTIONS";
 } // namespace attribute
 
@@ -64,6 +66,7 @@ inline constexpr char event_to_export[] = "EventToExport";
 inline constexpr char metadata[] = "Metadata";
 } // namespace device
 
-inline constexpr int default_analog_resolution = 12; // bits, where a file or a new acquisition says nothing else
+inline constexpr int default_analog_resolution =
+    12; // bits, where a file or a new acquisition says nothing else
 
 } // namespace mox::layout

@@ -20,7 +20,9 @@ namespace mox::lifecycle {
 namespace {
 
 void require_count(std::string_view what, int count) {
-    if (count < 0) throw_runtime_error(fmt::format("The number of {} cannot be negative, current is : {}", what, count));
+    if (count < 0)
+        throw_runtime_error(
+            fmt::format("The number of {} cannot be negative, current is : {}", what, count));
 }
 
 } // namespace
@@ -32,7 +34,8 @@ strata::data_store empty_acquisition() {
     auto data = root.create_group(layout::data);
     auto metadata = root.create_group(layout::metadata);
     auto analog_parameters = root.create_group(layout::metadata_analog);
-    write_or_create(analog_parameters, layout::attribute::bits, std::int32_t{layout::default_analog_resolution});
+    write_or_create(analog_parameters, layout::attribute::bits,
+                    std::int32_t{layout::default_analog_resolution});
     auto header = root.create_group(layout::header);
     write_or_create(header, layout::attribute::analog_samples_per_frame, std::int32_t{0});
     write_or_create(header, layout::attribute::interpolation_gap, std::int32_t{0});
@@ -58,21 +61,19 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
     auto acquisition = empty_acquisition();
     auto root = acquisition.root();
     std::vector<group_extent> extents;
-    for (const auto& type : point_types) extents.push_back({retrieve_group(root, type.path), wide(frames)});
+    for (const auto& type : point_types)
+        extents.push_back({retrieve_group(root, type.path), wide(frames)});
     resize_device_groups(extents);
     sampling::set_analog_samples_per_frame(acquisition, ratio);
     auto markers = retrieve_group(root, layout::markers);
-    for (std::int32_t index = 0; index < points; ++index) create_marker(markers, unnamed_channel(index), index);
+    for (std::int32_t index = 0; index < points; ++index)
+        create_marker(markers, unnamed_channel(index), index);
     add_analog_channels(retrieve_group(root, layout::analogs_export), 0, analogs);
     return acquisition;
 }
 
-strata::data_store new_acquisition() {
-    return new_acquisition(0, 0, 0, 1);
-}
-strata::data_store new_acquisition(int points) {
-    return new_acquisition(points, 0, 0, 1);
-}
+strata::data_store new_acquisition() { return new_acquisition(0, 0, 0, 1); }
+strata::data_store new_acquisition(int points) { return new_acquisition(points, 0, 0, 1); }
 strata::data_store new_acquisition(int points, int frames) {
     return new_acquisition(points, frames, 0, 1);
 }

@@ -9,15 +9,17 @@ namespace mox::lifecycle {
 /// An acquisition with the whole layout and no data.
 [[nodiscard]] strata::data_store empty_acquisition();
 
-/// A new acquisition of `points` markers with `frames` frames and `analogs` analog channels with `ratio` samples per frame, all zero.
-/// RuntimeError for a negative count or a ratio below 1, std::bad_alloc when memory is short.
+/// A new acquisition of `points` markers with `frames` frames and `analogs` analog channels with
+/// `ratio` samples per frame, all zero. RuntimeError for a negative count or a ratio below 1,
+/// std::bad_alloc when memory is short.
 [[nodiscard]] strata::data_store new_acquisition();
 [[nodiscard]] strata::data_store new_acquisition(int points);
 [[nodiscard]] strata::data_store new_acquisition(int points, int frames);
 [[nodiscard]] strata::data_store new_acquisition(int points, int frames, int analogs);
 [[nodiscard]] strata::data_store new_acquisition(int points, int frames, int analogs, int ratio);
 
-/// Closing and deleting check the handle and leave the acquisition as it is: it lives until its last handle goes.
+/// Closing and deleting check the handle and leave the acquisition as it is: it lives until its
+/// last handle goes.
 void close_acquisition(strata::data_store acquisition);
 void delete_acquisition(strata::data_store acquisition);
 

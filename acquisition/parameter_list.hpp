@@ -9,10 +9,11 @@
 
 namespace mox {
 
-/// The texts of a parameter of the group at `group_path`, with those of its numbered continuations (a file holds 255 texts a parameter:
-/// `LABELS`, then `LABELS2`, `LABELS3` …). Nothing when the group or the parameter is missing.
-[[nodiscard]] std::optional<std::vector<std::string>> read_parameter_list(const strata::data_group& root,
-                                                                          std::string_view group_path,
-                                                                          const std::string& parameter);
+/// The texts of a parameter of the group at `group_path`, with those of its numbered continuations
+/// (a file holds 255 texts a parameter: `LABELS`, then `LABELS2`, `LABELS3` …). Nothing when the
+/// group or the parameter is missing.
+[[nodiscard]] std::optional<std::vector<std::string>>
+read_parameter_list(const strata::data_group& root, std::string_view group_path,
+                    const std::string& parameter);
 
 } // namespace mox

@@ -10,7 +10,8 @@ namespace mox {
 
 const point_type& point_type_of_word(std::string_view word) {
     const auto found = std::ranges::find(point_types, word, &point_type::word);
-    if (found == point_types.end()) throw_runtime_error(fmt::format("Unsupported point type : \"{}\"", word));
+    if (found == point_types.end())
+        throw_runtime_error(fmt::format("Unsupported point type : \"{}\"", word));
     return *found;
 }
 

@@ -32,36 +32,45 @@ std::vector<std::string> labels_of_type(const strata::data_set& points, std::str
     const auto types = read_vector<std::string>(points.retrieve_attribute(attribute::types));
     std::vector<std::string> chosen;
     for (std::size_t i = 0; i < labels.size() && i < types.size(); ++i) {
-        if (types[i] == type) chosen.push_back(labels[i]);
+        if (types[i] == type)
+            chosen.push_back(labels[i]);
     }
     return chosen;
 }
 
 /// Writes the file's description of each point, by the point's column; empty beyond the list.
 void describe_points(const strata::data_group& root, const strata::data_group& group) {
-    const auto descriptions = read_parameter_list(root, layout::metadata_point, attribute::descriptions);
-    if (!descriptions) return;
+    const auto descriptions =
+        read_parameter_list(root, layout::metadata_point, attribute::descriptions);
+    if (!descriptions)
+        return;
     for (const auto& set : sets_of(group)) {
-        if (!set.exists_attribute(attribute::relative_set_index)) continue;
-        const auto index =
-            static_cast<std::size_t>(read<std::uint64_t>(set.retrieve_attribute(attribute::relative_set_index)));
+        if (!set.exists_attribute(attribute::relative_set_index))
+            continue;
+        const auto index = static_cast<std::size_t>(
+            read<std::uint64_t>(set.retrieve_attribute(attribute::relative_set_index)));
         write_or_create(set, attribute::description,
                         index < descriptions->size() ? (*descriptions)[index] : std::string());
     }
 }
 
-void create_point_group_without_channels(strata::data_group root, const point_type& type, const strata::data_set& points) {
+void create_point_group_without_channels(strata::data_group root, const point_type& type,
+                                         const strata::data_set& points) {
     auto group = retrieve_or_create_group(root, type.path);
-    for (const char* name : {attribute::start_time, attribute::num_samples, attribute::sample_rate}) {
-        if (points.exists_attribute(name)) group.copy_attribute(points.retrieve_attribute(name));
+    for (const char* name :
+         {attribute::start_time, attribute::num_samples, attribute::sample_rate}) {
+        if (points.exists_attribute(name))
+            group.copy_attribute(points.retrieve_attribute(name));
     }
     write_or_create(group, attribute::device_type, std::string(layout::device::mocap));
 }
 
-void split_points_of_type(strata::data_group root, const point_type& type, const strata::data_set& points) {
+void split_points_of_type(strata::data_group root, const point_type& type,
+                          const strata::data_set& points) {
     const auto labels = labels_of_type(points, type.word);
     if (!labels.empty()) {
-        // The split's own failure is not ours to report: a type without group reads as one without points.
+        // The split's own failure is not ours to report: a type without group reads as one without
+        // points.
         (void)evaluate(root, {{"callable_unit", split_unit},
                               {"SourceSet", layout::points},
                               {"LabelsFilter", labels},
@@ -82,9 +91,12 @@ void split_points_of_type(strata::data_group root, const point_type& type, const
 }
 
 void split_points(const strata::data_group& root) {
-    const auto points = root.exists_set(layout::points) ? root.retrieve_set(layout::points) : strata::data_set();
-    if (!points) throw_runtime_error(fmt::format("The importer gave no set '{}'", layout::points));
-    for (const auto& type : point_types) split_points_of_type(root, type, points);
+    const auto points =
+        root.exists_set(layout::points) ? root.retrieve_set(layout::points) : strata::data_set();
+    if (!points)
+        throw_runtime_error(fmt::format("The importer gave no set '{}'", layout::points));
+    for (const auto& type : point_types)
+        split_points_of_type(root, type, points);
 }
 
 void split_analogs(const strata::data_group& root) {
@@ -109,7 +121,8 @@ void detect_rotations(const strata::data_group& root) {
     const auto status = evaluate(root, {{"callable_unit", "org.c3d.detect-rotations"},
                                         {"SourceGroup", layout::format},
                                         {"DestinationGroup", layout::skeleton}});
-    if (!status) throw_runtime_error("An error has occured while trying to process rotation data.");
+    if (!status)
+        throw_runtime_error("An error has occured while trying to process rotation data.");
 }
 
 void detect_events(const strata::data_group& root) {

@@ -4,8 +4,9 @@
 
 namespace mox {
 
-/// Turns what an importer left below `root` into the layout of an acquisition: points and analog channels of their own, rotations, events.
-/// RuntimeError when the rotations cannot be processed; the other steps leave out what they cannot do.
+/// Turns what an importer left below `root` into the layout of an acquisition: points and analog
+/// channels of their own, rotations, events. RuntimeError when the rotations cannot be processed;
+/// the other steps leave out what they cannot do.
 void shape_imported_layout(strata::data_group root);
 
 } // namespace mox

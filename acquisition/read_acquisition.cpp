@@ -21,22 +21,26 @@ constexpr char message_separator[] = "\n\t - ";
 
 std::string path_text(PyObject* path) {
     if (!PyUnicode_Check(path)) {
-        throw swig_error(error_code::type, "Invalid call! The given path is not a str, maybe try to explicitly "
-                                           "convert your object to one.");
+        throw swig_error(error_code::type,
+                         "Invalid call! The given path is not a str, maybe try to explicitly "
+                         "convert your object to one.");
     }
     const auto bytes = py_ref::checked(PyUnicode_EncodeFSDefault(path));
-    return {PyBytes_AS_STRING(bytes.get()), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
+    return {PyBytes_AS_STRING(bytes.get()),
+            static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
 }
 
 strata::data_store read_acquisition(PyObject* path) {
     const auto name = path_text(path);
     anvil::io_file file;
     file.open(canonical_path(name), anvil::io_read);
-    if (!file.is_open()) throw_runtime_error(fmt::format("Impossible to open in read mode the file '{}'", name));
+    if (!file.is_open())
+        throw_runtime_error(fmt::format("Impossible to open in read mode the file '{}'", name));
 
     strata::data_store acquisition;
     const auto status = strata::data_importer(&file, "").read(acquisition.root());
-    if (!status) throw_runtime_error(status.message(message_separator));
+    if (!status)
+        throw_runtime_error(status.message(message_separator));
     file.close();
     shape_imported_layout(acquisition.root());
     return acquisition;

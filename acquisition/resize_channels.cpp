@@ -18,20 +18,22 @@ namespace attribute = layout::attribute;
 
 namespace {
 
-void fill_from(const strata::data_set& set, std::uint64_t components, std::uint64_t first, std::uint64_t samples,
-               double value) {
+void fill_from(const strata::data_set& set, std::uint64_t components, std::uint64_t first,
+               std::uint64_t samples, double value) {
     const std::array<std::uint64_t, 6> box{0, components, 0, 1, first, samples - first};
-    write_vector(set.select(box.data(), box.size(), true), std::vector<double>(components * (samples - first), value));
+    write_vector(set.select(box.data(), box.size(), true),
+                 std::vector<double>(components * (samples - first), value));
 }
 
 void resize_residuals(strata::data_set set, std::uint64_t samples) {
-    if (!set.exists_attribute(attribute::residuals)) return;
+    if (!set.exists_attribute(attribute::residuals))
+        return;
     auto residuals = read_vector<float>(set.retrieve_attribute(attribute::residuals));
     residuals.resize(samples, -1.0F);
     set.delete_attribute(attribute::residuals);
-    auto created = set.create_attribute(attribute::residuals,
-                                        strata::data_shape({static_cast<std::int64_t>(samples)}, false),
-                                        strata::data_type::float32);
+    auto created = set.create_attribute(
+        attribute::residuals, strata::data_shape({static_cast<std::int64_t>(samples)}, false),
+        strata::data_type::float32);
     write_vector(created, residuals);
 }
 
@@ -52,17 +54,20 @@ void resize_device_group(strata::data_group group, std::uint64_t samples) {
 
 void require_memory(double elements) {
     constexpr double most = 1e17; // beyond it no machine could address them
-    if (!(elements < most)) throw std::bad_alloc();
+    if (!(elements < most))
+        throw std::bad_alloc();
     const auto count = static_cast<std::int64_t>(elements);
     // The store takes memory without touching it, so asking costs nothing.
     strata::data_store scratch;
-    scratch.root().create_set("elements", strata::data_shape({count}, false), strata::data_type::float64);
+    scratch.root().create_set("elements", strata::data_shape({count}, false),
+                              strata::data_type::float64);
 }
 
 void require_memory(const std::vector<group_extent>& extents) {
     double growth = 0.0;
     for (const auto& [group, samples] : extents) {
-        if (samples <= samples_of(group)) continue;
+        if (samples <= samples_of(group))
+            continue;
         const auto channels = group.list_set_children_name().size() * components_of(group);
         growth += static_cast<double>(channels) * static_cast<double>(samples);
     }
@@ -71,7 +76,8 @@ void require_memory(const std::vector<group_extent>& extents) {
 
 void resize_device_groups(const std::vector<group_extent>& extents) {
     require_memory(extents);
-    for (const auto& [group, samples] : extents) resize_device_group(group, samples);
+    for (const auto& [group, samples] : extents)
+        resize_device_group(group, samples);
 }
 
 } // namespace mox

@@ -10,16 +10,19 @@ namespace attribute = layout::attribute;
 
 namespace {
 
-double of_group(const strata::data_store& acquisition, const char* path, const char* attribute_name) {
+double of_group(const strata::data_store& acquisition, const char* path,
+                const char* attribute_name) {
     const auto group = retrieve_group(acquisition.root(), path);
     return read<double>(group.retrieve_attribute(attribute_name));
 }
 
-/// An attribute of the raw set at `set_path`, which only a file's acquisition has, else of the device group at `group_path`.
-double raw_or_group(const strata::data_store& acquisition, const char* set_path, const char* group_path,
-                    const char* attribute_name) {
+/// An attribute of the raw set at `set_path`, which only a file's acquisition has, else of the
+/// device group at `group_path`.
+double raw_or_group(const strata::data_store& acquisition, const char* set_path,
+                    const char* group_path, const char* attribute_name) {
     const auto root = acquisition.root();
-    if (root.exists_set(set_path)) return read<double>(root.retrieve_set(set_path).retrieve_attribute(attribute_name));
+    if (root.exists_set(set_path))
+        return read<double>(root.retrieve_set(set_path).retrieve_attribute(attribute_name));
     return of_group(acquisition, group_path, attribute_name);
 }
 
@@ -38,7 +41,8 @@ double point_frame_number(strata::data_store acquisition) {
 }
 
 double analog_frequency(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::analogs, layout::analogs_export, attribute::sample_rate);
+    return raw_or_group(acquisition, layout::analogs, layout::analogs_export,
+                        attribute::sample_rate);
 }
 
 double analog_frame_number(strata::data_store acquisition) {
@@ -51,7 +55,8 @@ double analog_samples_per_frame(strata::data_store acquisition) {
 
 double analog_resolution(strata::data_store acquisition) {
     const auto group = retrieve_group(acquisition.root(), layout::metadata_analog);
-    return read<double>(group.retrieve_attribute(attribute::bits), layout::default_analog_resolution);
+    return read<double>(group.retrieve_attribute(attribute::bits),
+                        layout::default_analog_resolution);
 }
 
 double interpolation_gap(strata::data_store acquisition) {

@@ -1,7 +1,8 @@
 #pragma once
 
-// The time base of an acquisition: rates, frame counts, first frame, analog sampling. Counts are numbers like all others here. An attribute
-// that is missing counts as 0; a missing group is a RuntimeError that names its path.
+// The time base of an acquisition: rates, frame counts, first frame, analog sampling. Counts are
+// numbers like all others here. An attribute that is missing counts as 0; a missing group is a
+// RuntimeError that names its path.
 
 #include <strata/data_store.hpp>
 
@@ -28,7 +29,8 @@ namespace mox::sampling {
 /// Longest gap, in frames, that was interpolated when the points were made.
 [[nodiscard]] double interpolation_gap(strata::data_store acquisition);
 
-/// rate × start time of the markers, in single precision: 0 for an acquisition that starts with its first frame.
+/// rate × start time of the markers, in single precision: 0 for an acquisition that starts with its
+/// first frame.
 [[nodiscard]] double first_frame(strata::data_store acquisition);
 
 /// first_frame + number of frames − 1.

@@ -22,27 +22,33 @@ namespace {
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
     write_or_create(group, name, value);
-    for (const auto& set : sets_of(group)) write_or_create(set, name, value);
+    for (const auto& set : sets_of(group))
+        write_or_create(set, name, value);
 }
 
 /// Writes an attribute of a raw set, where the acquisition has that set.
 template <typename Native>
-void write_to_raw_set(const strata::data_group& root, const char* path, const char* name, Native value) {
-    if (root.exists_set(path)) write_or_create(root.retrieve_set(path), name, value);
+void write_to_raw_set(const strata::data_group& root, const char* path, const char* name,
+                      Native value) {
+    if (root.exists_set(path))
+        write_or_create(root.retrieve_set(path), name, value);
 }
 
 /// Writes a rate into a parameter group of the file, where it has that group and parameter.
 void write_to_parameter(const strata::data_group& root, const char* path, double rate) {
-    if (!root.exists_group(path)) return;
+    if (!root.exists_group(path))
+        return;
     auto parameter = root.retrieve_group(path).retrieve_attribute(attribute::rate);
-    if (parameter) write(parameter, rate);
+    if (parameter)
+        write(parameter, rate);
 }
 
 /// Frame count of the raw points at a new rate; RuntimeError when no count can hold it.
 std::int64_t rescaled_count(double rate, double former_rate, double count) {
     const double rescaled = rate / former_rate * count;
     constexpr double most = 9007199254740992.0; // 2^53: counts up to here are exact
-    if (!(rescaled < most)) throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
+    if (!(rescaled < most))
+        throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
     return static_cast<std::int64_t>(rescaled);
 }
 
@@ -50,27 +56,32 @@ std::int64_t rescaled_count(double rate, double former_rate, double count) {
 std::int64_t analog_sample_count(double frames, int ratio) {
     constexpr double most = 9223372036854775808.0; // 2^63
     if (!(frames * ratio < most))
-        throw_runtime_error(fmt::format("The number of analog samples per 3D frame is too high, current is : {}", ratio));
+        throw_runtime_error(fmt::format(
+            "The number of analog samples per 3D frame is too high, current is : {}", ratio));
     return static_cast<std::int64_t>(frames * ratio);
 }
 
 void require_no_channels(const strata::data_group& analogs) {
     if (!analogs.list_set_children_name().empty()) {
-        throw_runtime_error("Impossible to modify of the number of analog samples per 3D frames when the acquisition "
+        throw_runtime_error("Impossible to modify of the number of analog samples per 3D frames "
+                            "when the acquisition "
                             "already contains analog channels.");
     }
 }
 
 void require_frames(int frames) {
     if (frames < 0)
-        throw_runtime_error(fmt::format("The number of frames cannot be negative, current is : {}", frames));
+        throw_runtime_error(
+            fmt::format("The number of frames cannot be negative, current is : {}", frames));
 }
 
 /// The extents of all device groups for `frames` frames with `ratio` analog samples each.
 std::vector<group_extent> extents_of(const strata::data_group& root, int frames, double ratio) {
     std::vector<group_extent> extents;
-    for (const auto& group : point_groups(root)) extents.push_back({group, static_cast<std::uint64_t>(frames)});
-    extents.push_back({retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(frames * ratio)});
+    for (const auto& group : point_groups(root))
+        extents.push_back({group, static_cast<std::uint64_t>(frames)});
+    extents.push_back(
+        {retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(frames * ratio)});
     return extents;
 }
 
@@ -78,8 +89,10 @@ void move_events(const strata::data_group& root, float shift) {
     const auto events = retrieve_group(root, layout::events);
     for (const auto& set : sets_of(events)) {
         std::vector<float> times;
-        if (!read_vector(select_all(set), times)) continue;
-        for (auto& time : times) time += shift;
+        if (!read_vector(select_all(set), times))
+            continue;
+        for (auto& time : times)
+            time += shift;
         write_vector(select_all(set), times);
     }
 }
@@ -87,22 +100,27 @@ void move_events(const strata::data_group& root, float shift) {
 } // namespace
 
 void require_ratio(int ratio) {
-    if (ratio < 1) throw_runtime_error("Ratio cannot be lower than 1");
+    if (ratio < 1)
+        throw_runtime_error("Ratio cannot be lower than 1");
 }
 
 void set_frequency(strata::data_store acquisition, double rate) {
     if (!std::isfinite(rate) || rate < 0.0)
-        throw_runtime_error(fmt::format("The frequency must be a positive number or 0, current is : {}", rate));
+        throw_runtime_error(
+            fmt::format("The frequency must be a positive number or 0, current is : {}", rate));
     const auto root = acquisition.root();
     const auto groups = point_groups(root);
     const auto analogs = retrieve_group(root, layout::analogs_export);
     const double analog_rate = rate * analog_samples_per_frame(acquisition);
     const double former_rate = point_frequency(acquisition);
-    const auto count = former_rate > 0.0 ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
+    const auto count =
+        former_rate > 0.0 ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
 
     write_to_raw_set(root, layout::points, attribute::sample_rate, rate);
-    if (count >= 0) write_to_raw_set(root, layout::points, attribute::num_samples, count);
-    for (const auto& group : groups) write_to_group_and_sets(group, attribute::sample_rate, rate);
+    if (count >= 0)
+        write_to_raw_set(root, layout::points, attribute::num_samples, count);
+    for (const auto& group : groups)
+        write_to_group_and_sets(group, attribute::sample_rate, rate);
     write_to_raw_set(root, layout::analogs, attribute::sample_rate, analog_rate);
     write_to_group_and_sets(analogs, attribute::sample_rate, analog_rate);
     write_to_parameter(root, layout::metadata_point, rate);
@@ -114,8 +132,10 @@ void set_frame_number(strata::data_store acquisition, int frames) {
     const auto root = acquisition.root();
     const auto extents = extents_of(root, frames, analog_samples_per_frame(acquisition));
     resize_device_groups(extents);
-    write_to_raw_set(root, layout::points, attribute::num_samples, static_cast<std::int64_t>(extents.front().samples));
-    write_to_raw_set(root, layout::analogs, attribute::num_samples, static_cast<std::int64_t>(extents.back().samples));
+    write_to_raw_set(root, layout::points, attribute::num_samples,
+                     static_cast<std::int64_t>(extents.front().samples));
+    write_to_raw_set(root, layout::analogs, attribute::num_samples,
+                     static_cast<std::int64_t>(extents.back().samples));
 }
 
 void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
@@ -131,7 +151,9 @@ void set_first_frame(strata::data_store acquisition, int first) {
 }
 
 void set_first_frame(strata::data_store acquisition, int first, int shift_events) {
-    if (first < 0) throw_runtime_error(fmt::format("The first frame cannot be negative, current is : {}", first));
+    if (first < 0)
+        throw_runtime_error(
+            fmt::format("The first frame cannot be negative, current is : {}", first));
     const auto root = acquisition.root();
     const auto markers = retrieve_group(root, layout::markers);
     const auto rate = read<float>(markers.retrieve_attribute(attribute::sample_rate));
@@ -142,10 +164,13 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
     const auto former_start = read<float>(markers.retrieve_attribute(attribute::start_time));
     const float start = first == 0 ? 0.0F : static_cast<float>(first) / rate;
     if (!std::isfinite(start))
-        throw_runtime_error(fmt::format("The frequency is too low to set the first frame {}", first));
+        throw_runtime_error(
+            fmt::format("The frequency is too low to set the first frame {}", first));
 
-    if (shift_events != 0) move_events(root, start - former_start);
-    for (const auto& group : groups) write_to_group_and_sets(group, attribute::start_time, double{start});
+    if (shift_events != 0)
+        move_events(root, start - former_start);
+    for (const auto& group : groups)
+        write_to_group_and_sets(group, attribute::start_time, double{start});
     write_to_group_and_sets(analogs, attribute::start_time, double{start});
     write_to_raw_set(root, layout::points, attribute::start_time, double{start});
     write_to_raw_set(root, layout::analogs, attribute::start_time, double{start});
@@ -167,13 +192,15 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
 }
 
 void set_analog_resolution(strata::data_store acquisition, int bits) {
-    if (bits != 8 && bits != 12 && bits != 14 && bits != 16) throw_runtime_error("Invalid analog resolution.");
+    if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
+        throw_runtime_error("Invalid analog resolution.");
     const auto parameters = retrieve_group(acquisition.root(), layout::metadata_analog);
     write_or_create(parameters, attribute::bits, std::int32_t{bits});
 }
 
 void set_interpolation_gap(strata::data_store acquisition, int gap) {
-    write_or_create(retrieve_group(acquisition.root(), layout::header), attribute::interpolation_gap, std::int32_t{gap});
+    write_or_create(retrieve_group(acquisition.root(), layout::header),
+                    attribute::interpolation_gap, std::int32_t{gap});
 }
 
 } // namespace mox::sampling

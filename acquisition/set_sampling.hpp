@@ -6,8 +6,9 @@
 
 namespace mox::sampling {
 
-/// Sets rates everywhere: `rate` for points, `rate` × ratio for analogs. Samples are not resampled; the frame count of the raw points
-/// of a file changes with the rate. RuntimeError for a rate that is negative, infinite or NaN.
+/// Sets rates everywhere: `rate` for points, `rate` × ratio for analogs. Samples are not resampled;
+/// the frame count of the raw points of a file changes with the rate. RuntimeError for a rate that
+/// is negative, infinite or NaN.
 void set_frequency(strata::data_store acquisition, double rate);
 
 /// Gives every point channel `frames` frames and every analog channel `frames` × ratio samples.
@@ -15,8 +16,8 @@ void set_frame_number(strata::data_store acquisition, int frames);
 /// The ratio is set first, as set_analog_samples_per_frame does.
 void set_frame_number(strata::data_store acquisition, int frames, int ratio);
 
-/// Makes `first` the first frame by moving the start time. With `shift_events` other than 0 the events move along.
-/// RuntimeError for a negative frame, and for any but 0 when the rate is 0.
+/// Makes `first` the first frame by moving the start time. With `shift_events` other than 0 the
+/// events move along. RuntimeError for a negative frame, and for any but 0 when the rate is 0.
 void set_first_frame(strata::data_store acquisition, int first);
 void set_first_frame(strata::data_store acquisition, int first, int shift_events);
 

@@ -6,13 +6,15 @@ namespace mox {
 
 /// Raised by functions that the interface names and this version does not offer.
 [[noreturn]] inline void throw_not_supported() {
-    throw_runtime_error("Function not supported yet. If you are actively using this function, please contact support.");
+    throw_runtime_error("Function not supported yet. If you are actively using this function, "
+                        "please contact support.");
 }
 
 /// Raised by functions that the store's way of keeping events leaves no room for.
 [[noreturn]] inline void throw_not_implemented() {
-    throw_runtime_error("This function was not implemented because of a change in backend data storage. If you are "
-                        "actively using this function, please contact support.");
+    throw_runtime_error(
+        "This function was not implemented because of a change in backend data storage. If you are "
+        "actively using this function, please contact support.");
 }
 
 } // namespace mox

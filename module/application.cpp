@@ -13,7 +13,9 @@ namespace {
 
 /// Folder of the log file as UTF-8.
 std::string log_folder() {
-    const auto folder = anvil::standard_paths::writable_location(anvil::standard_paths::application_state).u8string();
+    const auto folder =
+        anvil::standard_paths::writable_location(anvil::standard_paths::application_state)
+            .u8string();
     return {folder.begin(), folder.end()};
 }
 
@@ -26,14 +28,13 @@ application::application() : application_core(0, nullptr) {
     set_application_version(mox_version);
     const auto folder = log_folder();
     if (!folder.empty()) // a user without a home has no log file
-        anvil::install_default_log_sink(std::make_shared<anvil::log_sink_file_threaded>(folder + "/trace.log", true));
+        anvil::install_default_log_sink(
+            std::make_shared<anvil::log_sink_file_threaded>(folder + "/trace.log", true));
     anvil::set_default_log_level(0);
     anvil::install_logger_registry(&loggers_);
 }
 
-application::~application() {
-    anvil::install_logger_registry(nullptr);
-}
+application::~application() { anvil::install_logger_registry(nullptr); }
 
 application& the_application() {
     static application instance;

@@ -6,8 +6,8 @@
 
 namespace mox {
 
-/// The process's one application: identity, log file, logger registry, plugins. Reached through anvil::application_core::instance()
-/// by everything that only needs its identity.
+/// The process's one application: identity, log file, logger registry, plugins. Reached through
+/// anvil::application_core::instance() by everything that only needs its identity.
 class application final : public anvil::application_core {
   public:
     application();

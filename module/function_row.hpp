@@ -1,6 +1,7 @@
 #pragma once
 
-// One row of the function table from a Python name and the implementation functions of its overloads.
+// One row of the function table from a Python name and the implementation functions of its
+// overloads.
 
 #include "store/python.hpp"
 
@@ -19,8 +20,8 @@ template <std::size_t Size> struct fixed_text {
     consteval fixed_text(const char (&literal)[Size]) { std::copy_n(literal, Size, text); }
 };
 
-/// The entries of one Python function. Without overloads an argument list of the wrong length is refused at once; with them the first one that
-/// accepts all arguments is called.
+/// The entries of one Python function. Without overloads an argument list of the wrong length is
+/// refused at once; with them the first one that accepts all arguments is called.
 template <fixed_text Name, auto... Overloads> struct function_entry {
     static constexpr bool overloaded = sizeof...(Overloads) > 1;
     static constexpr std::size_t least = std::min({call_frame<Overloads>::argument_count...});
@@ -31,14 +32,20 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
         return (call_frame<Overloads>::call(Name.text, &argument), ...);
     }
 
-    static PyObject* call_exact(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
-        if (static_cast<std::size_t>(count) == most) return (call_frame<Overloads>::call(Name.text, arguments), ...);
-        return raising([&] { return argument_count_message(Name.text, "", most, static_cast<std::size_t>(count)); });
+    static PyObject* call_exact(PyObject* /*module*/, PyObject* const* arguments,
+                                Py_ssize_t count) {
+        if (static_cast<std::size_t>(count) == most)
+            return (call_frame<Overloads>::call(Name.text, arguments), ...);
+        return raising([&] {
+            return argument_count_message(Name.text, "", most, static_cast<std::size_t>(count));
+        });
     }
 
-    static PyObject* call_overloaded(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+    static PyObject* call_overloaded(PyObject* /*module*/, PyObject* const* arguments,
+                                     Py_ssize_t count) {
         PyObject* result = nullptr;
-        if ((call_if_accepted<Overloads>(arguments, count, result) || ...)) return result;
+        if ((call_if_accepted<Overloads>(arguments, count, result) || ...))
+            return result;
         return raising([&] { return overload_message(static_cast<std::size_t>(count)); });
     }
 
@@ -46,7 +53,8 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
     template <auto Overload>
     static bool call_if_accepted(PyObject* const* arguments, Py_ssize_t count, PyObject*& result) {
         using frame = call_frame<Overload>;
-        if (count != static_cast<Py_ssize_t>(frame::argument_count) || !frame::accepts(arguments)) return false;
+        if (count != static_cast<Py_ssize_t>(frame::argument_count) || !frame::accepts(arguments))
+            return false;
         result = frame::call(Name.text, arguments);
         return true;
     }
@@ -75,16 +83,20 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
     }
 };
 
-/// The row for the Python function `Name`: form, argument conversion, overload choice and messages follow from the signatures of
-/// `Overloads`, in the order in which messages list them.
-template <fixed_text Name, auto... Overloads> PyMethodDef function_row(const char* documentation = nullptr) {
+/// The row for the Python function `Name`: form, argument conversion, overload choice and messages
+/// follow from the signatures of `Overloads`, in the order in which messages list them.
+template <fixed_text Name, auto... Overloads>
+PyMethodDef function_row(const char* documentation = nullptr) {
     using entry = function_entry<Name, Overloads...>;
     const auto fast = [](auto* function) {
         return reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(function));
     };
-    if constexpr (entry::one_object) return {Name.text, &entry::call_one, METH_O, documentation};
-    else if constexpr (entry::overloaded) return {Name.text, fast(&entry::call_overloaded), METH_FASTCALL, documentation};
-    else return {Name.text, fast(&entry::call_exact), METH_FASTCALL, documentation};
+    if constexpr (entry::one_object)
+        return {Name.text, &entry::call_one, METH_O, documentation};
+    else if constexpr (entry::overloaded)
+        return {Name.text, fast(&entry::call_overloaded), METH_FASTCALL, documentation};
+    else
+        return {Name.text, fast(&entry::call_exact), METH_FASTCALL, documentation};
 }
 
 } // namespace mox

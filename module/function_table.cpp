@@ -30,9 +30,12 @@ namespace {
 using strata::data_store;
 
 constexpr char reload_documentation[] =
-    " Unload all plugins and load the ones found in the plugins path. This function is usefull in case you added new "
-    "plugins since the loading of the package. Notes: In case you want to replace a plugin by a newer version, you have "
-    "first to use the unload() fonction. Your Operating System may lock the plugin files once loaded.";
+    " Unload all plugins and load the ones found in the plugins path. This function is usefull in "
+    "case you added new "
+    "plugins since the loading of the package. Notes: In case you want to replace a plugin by a "
+    "newer version, you have "
+    "first to use the unload() fonction. Your Operating System may lock the plugin files once "
+    "loaded.";
 
 } // namespace
 

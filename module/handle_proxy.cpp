@@ -9,9 +9,7 @@ namespace {
 PyObject* interned_this = nullptr;
 PyTypeObject* shared_type = nullptr;
 
-proxy_object* self_of(PyObject* object) noexcept {
-    return reinterpret_cast<proxy_object*>(object);
-}
+proxy_object* self_of(PyObject* object) noexcept { return reinterpret_cast<proxy_object*>(object); }
 
 int traverse(PyObject* object, visitproc visit, void* arg) {
     Py_VISIT(self_of(object)->next);
@@ -25,10 +23,11 @@ int clear(PyObject* object) {
 
 void deallocate(PyObject* object) {
     PyObject_GC_UnTrack(object);
-    // Proxies may be chained without limit; the trash can keeps a long chain from exhausting the stack.
-    Py_TRASHCAN_BEGIN(object, deallocate)
-    auto* self = self_of(object);
-    if (self->owns && self->wrapped) self->kind->destroy(self->wrapped);
+    // Proxies may be chained without limit; the trash can keeps a long chain from exhausting the
+    // stack.
+    Py_TRASHCAN_BEGIN(object, deallocate) auto* self = self_of(object);
+    if (self->owns && self->wrapped)
+        self->kind->destroy(self->wrapped);
     Py_CLEAR(self->next);
     Py_TYPE(object)->tp_free(object);
     Py_TRASHCAN_END
@@ -36,7 +35,8 @@ void deallocate(PyObject* object) {
 
 PyObject* represent(PyObject* object) {
     const auto* self = self_of(object);
-    return PyUnicode_FromFormat("<Swig Object of type '%s' at %p>", self->kind->name, self->wrapped);
+    return PyUnicode_FromFormat("<Swig Object of type '%s' at %p>", self->kind->name,
+                                self->wrapped);
 }
 
 PyObject* disown(PyObject* object, PyObject* /*unused*/) {
@@ -50,11 +50,13 @@ PyObject* acquire(PyObject* object, PyObject* /*unused*/) {
 }
 
 PyObject* own(PyObject* object, PyObject* const* arguments, Py_ssize_t count) {
-    if (count > 1) return PyErr_Format(PyExc_TypeError, "own expected at most 1 arguments, got %zd", count);
+    if (count > 1)
+        return PyErr_Format(PyExc_TypeError, "own expected at most 1 arguments, got %zd", count);
     const bool owned = self_of(object)->owns;
     if (count == 1) {
         const int wanted = PyObject_IsTrue(arguments[0]);
-        if (wanted < 0) return nullptr;
+        if (wanted < 0)
+            return nullptr;
         self_of(object)->owns = wanted != 0;
     }
     return PyBool_FromLong(owned);
@@ -104,18 +106,16 @@ PyTypeObject own_type = make_type();
 
 } // namespace
 
-PyTypeObject* proxy_type() noexcept {
-    return shared_type ? shared_type : &own_type;
-}
+PyTypeObject* proxy_type() noexcept { return shared_type ? shared_type : &own_type; }
 
 void ready_proxy_type() {
-    if (!interned_this) interned_this = py_ref::checked(PyUnicode_InternFromString("this")).release();
-    if (PyType_Ready(&own_type) < 0) throw python_error{};
+    if (!interned_this)
+        interned_this = py_ref::checked(PyUnicode_InternFromString("this")).release();
+    if (PyType_Ready(&own_type) < 0)
+        throw python_error{};
 }
 
-void share_proxy_type(PyTypeObject* type) noexcept {
-    shared_type = type;
-}
+void share_proxy_type(PyTypeObject* type) noexcept { shared_type = type; }
 
 py_ref new_proxy(void* wrapped, const proxy_kind& kind) {
     auto* self = PyObject_GC_New(proxy_object, proxy_type());
@@ -136,7 +136,8 @@ py_ref proxy_of(PyObject* object) noexcept {
     constexpr int deepest = 16;
     auto current = py_ref::borrow(object);
     for (int depth = 0; depth < deepest; ++depth) {
-        if (Py_IS_TYPE(current.get(), proxy_type())) return current;
+        if (Py_IS_TYPE(current.get(), proxy_type()))
+            return current;
         auto inner = py_ref::steal(PyObject_GetAttr(current.get(), interned_this));
         if (!inner) {
             PyErr_Clear();
@@ -147,8 +148,6 @@ py_ref proxy_of(PyObject* object) noexcept {
     return {};
 }
 
-PyObject* this_name() noexcept {
-    return interned_this;
-}
+PyObject* this_name() noexcept { return interned_this; }
 
 } // namespace mox

@@ -14,11 +14,10 @@ struct proxy_kind {
 
 /// A Python object that wraps a pointer to a C++ object.
 struct proxy_object {
-    PyObject_HEAD
-    void* wrapped;          ///< null once the object was deleted
-    const proxy_kind* kind; ///< never null
-    bool owns;              ///< the wrapped object is destroyed with the proxy
-    PyObject* next;         ///< the proxy appended to this one, or null
+    PyObject_HEAD void* wrapped; ///< null once the object was deleted
+    const proxy_kind* kind;      ///< never null
+    bool owns;                   ///< the wrapped object is destroyed with the proxy
+    PyObject* next;              ///< the proxy appended to this one, or null
 };
 
 /// The Python type of all proxies, made ready by ready_proxy_type.
@@ -27,13 +26,15 @@ struct proxy_object {
 /// Makes the type usable; may be called again. Throws python_error.
 void ready_proxy_type();
 
-/// Uses `type`, another module's proxy type of the same build, so that proxies pass between both modules.
+/// Uses `type`, another module's proxy type of the same build, so that proxies pass between both
+/// modules.
 void share_proxy_type(PyTypeObject* type) noexcept;
 
 /// A new proxy. Takes over `wrapped`, also when it throws python_error.
 [[nodiscard]] py_ref new_proxy(void* wrapped, const proxy_kind& kind);
 
-/// The proxy that `object` is, or that its attribute "this" leads to; empty, with no exception pending, when there is none.
+/// The proxy that `object` is, or that its attribute "this" leads to; empty, with no exception
+/// pending, when there is none.
 [[nodiscard]] py_ref proxy_of(PyObject* object) noexcept;
 
 [[nodiscard]] inline proxy_object* as_proxy(const py_ref& proxy) noexcept {

@@ -6,8 +6,10 @@
 namespace mox {
 
 bool bind_numpy() noexcept {
-    // The checks run at every call: PyArray_ImportNumPyAPI takes a table that failed them once as bound the next time.
-    if (_import_array() >= 0) return true;
+    // The checks run at every call: PyArray_ImportNumPyAPI takes a table that failed them once as
+    // bound the next time.
+    if (_import_array() >= 0)
+        return true;
     PyErr_Print();
     PyErr_SetString(PyExc_ImportError, "numpy._core.multiarray failed to import");
     return false;

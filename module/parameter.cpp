@@ -15,7 +15,8 @@ enum class range { fits, beyond, not_a_number };
 
 /// `value` as a signed 32-bit number.
 range as_int32(PyObject* value, int& number) noexcept {
-    if (!PyLong_Check(value)) return range::not_a_number;
+    if (!PyLong_Check(value))
+        return range::not_a_number;
     int overflow = 0;
     const long long wide = PyLong_AsLongLongAndOverflow(value, &overflow);
     if (overflow != 0 || wide < std::numeric_limits<std::int32_t>::min() ||
@@ -30,7 +31,8 @@ range as_double(PyObject* value, double& number) noexcept {
         number = PyFloat_AS_DOUBLE(value);
         return range::fits;
     }
-    if (!PyLong_Check(value)) return range::not_a_number;
+    if (!PyLong_Check(value))
+        return range::not_a_number;
     number = PyLong_AsDouble(value);
     if (number == -1.0 && PyErr_Occurred()) {
         PyErr_Clear();
@@ -41,8 +43,10 @@ range as_double(PyObject* value, double& number) noexcept {
 
 range as_float(PyObject* value, float& number) noexcept {
     double wide = 0.0;
-    if (as_double(value, wide) != range::fits) return range::not_a_number;
-    if (std::isfinite(wide) && std::abs(wide) > static_cast<double>(std::numeric_limits<float>::max()))
+    if (as_double(value, wide) != range::fits)
+        return range::not_a_number;
+    if (std::isfinite(wide) &&
+        std::abs(wide) > static_cast<double>(std::numeric_limits<float>::max()))
         return range::beyond;
     number = static_cast<float>(wide);
     return range::fits;
@@ -57,12 +61,14 @@ bool is_of(const py_ref& proxy, const proxy_kind& kind) noexcept {
 } // namespace
 
 void raise_argument_error(PyObject* exception, const argument_place& place) {
-    PyErr_Format(exception, "in method '%s', argument %d of type '%s'", place.function, place.position, place.type);
+    PyErr_Format(exception, "in method '%s', argument %d of type '%s'", place.function,
+                 place.position, place.type);
     throw python_error{};
 }
 
 void raise_null_reference(const argument_place& place) {
-    PyErr_Format(PyExc_ValueError, "invalid null reference in method '%s', argument %d of type '%s'", place.function,
+    PyErr_Format(PyExc_ValueError,
+                 "invalid null reference in method '%s', argument %d of type '%s'", place.function,
                  place.position, place.type);
     throw python_error{};
 }
@@ -87,25 +93,29 @@ bool fits_float(PyObject* value) noexcept {
 int to_int(PyObject* value, const argument_place& place) {
     int number = 0;
     const auto outcome = as_int32(value, number);
-    if (outcome == range::fits) return number;
+    if (outcome == range::fits)
+        return number;
     raise_argument_error(outcome == range::beyond ? PyExc_OverflowError : PyExc_TypeError, place);
 }
 
 double to_double(PyObject* value, const argument_place& place) {
     double number = 0.0;
-    if (as_double(value, number) == range::fits) return number;
+    if (as_double(value, number) == range::fits)
+        return number;
     raise_argument_error(PyExc_TypeError, place);
 }
 
 float to_float(PyObject* value, const argument_place& place) {
     float number = 0.0F;
     const auto outcome = as_float(value, number);
-    if (outcome == range::fits) return number;
+    if (outcome == range::fits)
+        return number;
     raise_argument_error(outcome == range::beyond ? PyExc_OverflowError : PyExc_TypeError, place);
 }
 
 std::string to_text(PyObject* value, const argument_place& place) {
-    if (!PyUnicode_Check(value)) raise_argument_error(PyExc_TypeError, place);
+    if (!PyUnicode_Check(value))
+        raise_argument_error(PyExc_TypeError, place);
     Py_ssize_t length = 0;
     const char* text = PyUnicode_AsUTF8AndSize(value, &length);
     if (!text) {
@@ -116,15 +126,19 @@ std::string to_text(PyObject* value, const argument_place& place) {
 }
 
 py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place) {
-    if (value == Py_None) raise_null_reference(place);
+    if (value == Py_None)
+        raise_null_reference(place);
     auto proxy = proxy_of(value);
-    if (!proxy || !is_of(proxy, kind)) raise_argument_error(PyExc_TypeError, place);
-    if (!as_proxy(proxy)->wrapped) raise_null_reference(place);
+    if (!proxy || !is_of(proxy, kind))
+        raise_argument_error(PyExc_TypeError, place);
+    if (!as_proxy(proxy)->wrapped)
+        raise_null_reference(place);
     return proxy;
 }
 
 bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept {
-    if (value == Py_None) return false;
+    if (value == Py_None)
+        return false;
     const auto proxy = proxy_of(value);
     return proxy && is_of(proxy, kind);
 }

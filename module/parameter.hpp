@@ -1,6 +1,7 @@
 #pragma once
 
-// One declared parameter type of an implementation function: how messages spell it, whether a Python value fits, how it is converted.
+// One declared parameter type of an implementation function: how messages spell it, whether a
+// Python value fits, how it is converted.
 
 #include "store/python.hpp"
 
@@ -35,7 +36,8 @@ namespace conversion {
 [[nodiscard]] double to_double(PyObject* value, const argument_place& place);
 [[nodiscard]] float to_float(PyObject* value, const argument_place& place);
 [[nodiscard]] std::string to_text(PyObject* value, const argument_place& place);
-/// The proxy of `kind` that `value` is or holds; ValueError for None and for one whose object was deleted, TypeError for anything else.
+/// The proxy of `kind` that `value` is or holds; ValueError for None and for one whose object was
+/// deleted, TypeError for anything else.
 [[nodiscard]] py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place);
 [[nodiscard]] bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept;
 } // namespace conversion
@@ -46,13 +48,17 @@ template <typename Declared> struct parameter;
 template <> struct parameter<int> {
     static constexpr const char* spelling = "int";
     static bool fits(PyObject* value) noexcept { return conversion::fits_int(value); }
-    static int convert(PyObject* value, const argument_place& place) { return conversion::to_int(value, place); }
+    static int convert(PyObject* value, const argument_place& place) {
+        return conversion::to_int(value, place);
+    }
 };
 
 template <> struct parameter<double> {
     static constexpr const char* spelling = "double";
     static bool fits(PyObject* value) noexcept { return conversion::fits_double(value); }
-    static double convert(PyObject* value, const argument_place& place) { return conversion::to_double(value, place); }
+    static double convert(PyObject* value, const argument_place& place) {
+        return conversion::to_double(value, place);
+    }
 };
 
 template <> struct parameter<const double&> : parameter<double> {
@@ -62,7 +68,9 @@ template <> struct parameter<const double&> : parameter<double> {
 template <> struct parameter<float> {
     static constexpr const char* spelling = "float";
     static bool fits(PyObject* value) noexcept { return conversion::fits_float(value); }
-    static float convert(PyObject* value, const argument_place& place) { return conversion::to_float(value, place); }
+    static float convert(PyObject* value, const argument_place& place) {
+        return conversion::to_float(value, place);
+    }
 };
 
 template <> struct parameter<const std::string&> {
@@ -80,12 +88,16 @@ template <> struct parameter<std::string&> : parameter<const std::string&> {
 template <> struct parameter<PyObject*> {
     static constexpr const char* spelling = "PyObject *";
     static bool fits(PyObject* /*value*/) noexcept { return true; }
-    static PyObject* convert(PyObject* value, const argument_place& /*place*/) noexcept { return value; }
+    static PyObject* convert(PyObject* value, const argument_place& /*place*/) noexcept {
+        return value;
+    }
 };
 
 /// A copy of what a proxy wraps.
 template <typename Wrapped> struct wrapped_parameter {
-    static bool fits(PyObject* value) noexcept { return conversion::fits_proxy(value, kind_of<Wrapped>); }
+    static bool fits(PyObject* value) noexcept {
+        return conversion::fits_proxy(value, kind_of<Wrapped>);
+    }
     static Wrapped convert(PyObject* value, const argument_place& place) {
         const auto proxy = conversion::to_proxy(value, kind_of<Wrapped>, place);
         return *static_cast<Wrapped*>(as_proxy(proxy)->wrapped);
@@ -96,7 +108,8 @@ template <> struct parameter<strata::data_store> : wrapped_parameter<strata::dat
     static constexpr const char* spelling = "strata::data_store";
 };
 
-// A parameter declared const by value keeps its own type only in a class of its own: functions do not tell `T` from `T const`.
+// A parameter declared const by value keeps its own type only in a class of its own: functions do
+// not tell `T` from `T const`.
 /// Stands for `strata::data_set const`.
 struct const_data_set {
     strata::data_set value;
@@ -125,7 +138,9 @@ struct store_pointer {
 };
 template <> struct parameter<store_pointer> {
     static constexpr const char* spelling = "strata::data_store *";
-    static bool fits(PyObject* value) noexcept { return conversion::fits_proxy(value, kind_of<strata::data_store>); }
+    static bool fits(PyObject* value) noexcept {
+        return conversion::fits_proxy(value, kind_of<strata::data_store>);
+    }
     static store_pointer convert(PyObject* value, const argument_place& place) {
         return {conversion::to_proxy(value, kind_of<strata::data_store>, place)};
     }

@@ -14,16 +14,16 @@ std::string utf8_of(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-bool is_separator(char c) {
-    return c == '/' || c == '\\';
-}
+bool is_separator(char c) { return c == '/' || c == '\\'; }
 
 /// Length of "C:", or of "\\server".
 std::size_t root_name_length(std::string_view path) {
-    if (path.size() >= 2 && path[1] == ':') return 2;
+    if (path.size() >= 2 && path[1] == ':')
+        return 2;
     if (path.size() >= 3 && is_separator(path[0]) && path[0] == path[1] && !is_separator(path[2])) {
         std::size_t length = 2;
-        while (length < path.size() && !is_separator(path[length])) ++length;
+        while (length < path.size() && !is_separator(path[length]))
+            ++length;
         return length;
     }
     return 0;
@@ -35,8 +35,10 @@ std::string parent_of(std::string_view path) {
     const auto root = root_name_length(path);
     const auto root_end = root < path.size() && is_separator(path[root]) ? root + 1 : root;
     auto end = path.size();
-    while (end > root_end && !is_separator(path[end - 1])) --end;
-    while (end > root_end && is_separator(path[end - 1])) --end;
+    while (end > root_end && !is_separator(path[end - 1]))
+        --end;
+    while (end > root_end && is_separator(path[end - 1]))
+        --end;
     return std::string(path.substr(0, end));
 }
 
@@ -45,15 +47,14 @@ std::filesystem::path module_folder() {
     return {std::u8string(folder.begin(), folder.end())};
 }
 
-std::filesystem::path plugins_path() {
-    return module_folder() / "plugins";
-}
+std::filesystem::path plugins_path() { return module_folder() / "plugins"; }
 
 void load_plugins(const std::filesystem::path& path) {
     std::error_code failure;
     if (!std::filesystem::is_directory(path, failure)) {
         log(anvil::log_level::error,
-            fmt::format("The path set to discover and load plugins is not valid. Path : {}", utf8_of(path)));
+            fmt::format("The path set to discover and load plugins is not valid. Path : {}",
+                        utf8_of(path)));
         return;
     }
     for (const auto& entry : std::filesystem::directory_iterator(path)) {
@@ -75,8 +76,6 @@ void reload_plugins() {
     module_logger()->flush();
 }
 
-std::string version() {
-    return anvil::application_core::instance()->application_version();
-}
+std::string version() { return anvil::application_core::instance()->application_version(); }
 
 } // namespace mox

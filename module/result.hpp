@@ -17,32 +17,25 @@
 
 namespace mox {
 
-inline py_ref to_result(py_ref object) {
-    return object ? std::move(object) : py_ref::none();
-}
+inline py_ref to_result(py_ref object) { return object ? std::move(object) : py_ref::none(); }
 
-inline py_ref to_result(double number) {
-    return py_ref::checked(PyFloat_FromDouble(number));
-}
+inline py_ref to_result(double number) { return py_ref::checked(PyFloat_FromDouble(number)); }
 
-inline py_ref to_result(const std::string& text) {
-    return text_to_python(text);
-}
+inline py_ref to_result(const std::string& text) { return text_to_python(text); }
 
 inline py_ref to_result(strata::data_store acquisition) {
     return with_shadow(wrap(std::move(acquisition)));
 }
 
-inline py_ref to_result(anvil::json value) {
-    return wrap(std::move(value));
-}
+inline py_ref to_result(anvil::json value) { return wrap(std::move(value)); }
 
 /// A list of the outputs in order; None for one that is empty.
 template <std::size_t Count> py_ref to_result(outputs<Count> results) {
     auto list = py_ref::checked(PyList_New(static_cast<Py_ssize_t>(Count)));
     for (std::size_t i = 0; i < Count; ++i) {
         PyObject* output = results.values[i].release();
-        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i), output ? output : Py_NewRef(Py_None));
+        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i),
+                        output ? output : Py_NewRef(Py_None));
     }
     return list;
 }

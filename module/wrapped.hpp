@@ -17,11 +17,14 @@ template <typename Wrapped> void destroy_wrapped(void* wrapped) {
 }
 
 template <typename Wrapped> extern const proxy_kind kind_of;
-template <> inline constexpr proxy_kind kind_of<strata::data_store>{"strata::data_store *",
-                                                                    destroy_wrapped<strata::data_store>};
-template <> inline constexpr proxy_kind kind_of<strata::data_set>{"strata::data_set *",
-                                                                  destroy_wrapped<strata::data_set>};
-template <> inline constexpr proxy_kind kind_of<anvil::json>{"anvil::json *", destroy_wrapped<anvil::json>};
+template <>
+inline constexpr proxy_kind kind_of<strata::data_store>{"strata::data_store *",
+                                                        destroy_wrapped<strata::data_store>};
+template <>
+inline constexpr proxy_kind kind_of<strata::data_set>{"strata::data_set *",
+                                                      destroy_wrapped<strata::data_set>};
+template <>
+inline constexpr proxy_kind kind_of<anvil::json>{"anvil::json *", destroy_wrapped<anvil::json>};
 
 /// A new proxy that owns a copy of `value`.
 template <typename Wrapped> [[nodiscard]] py_ref wrap(Wrapped value) {

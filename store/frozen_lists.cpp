@@ -13,14 +13,17 @@ namespace {
 
 bool has_attribute(PyObject* value, const char* name) {
     const auto attribute = py_ref::steal(PyObject_GetAttrString(value, name));
-    if (!attribute) PyErr_Clear();
+    if (!attribute)
+        PyErr_Clear();
     return static_cast<bool>(attribute);
 }
 
 /// True for what NumPy takes item by item: not for arrays, what stands for an array, and texts.
 bool has_items(PyObject* value) {
-    if (PyFloat_Check(value) || PyLong_Check(value) || PyArray_Check(value)) return false;
-    if (PyList_Check(value) || PyTuple_Check(value)) return true;
+    if (PyFloat_Check(value) || PyLong_Check(value) || PyArray_Check(value))
+        return false;
+    if (PyList_Check(value) || PyTuple_Check(value))
+        return true;
     return PySequence_Check(value) && !PyUnicode_Check(value) && !PyObject_CheckBuffer(value) &&
            !has_attribute(value, "__array__") && !has_attribute(value, "__array_interface__") &&
            !has_attribute(value, "__array_struct__");
@@ -28,7 +31,8 @@ bool has_items(PyObject* value) {
 
 /// `path` holds the sequences that lead to `value`.
 py_ref frozen(PyObject* value, std::vector<PyObject*>& path) {
-    if (!has_items(value)) return py_ref::borrow(value);
+    if (!has_items(value))
+        return py_ref::borrow(value);
     const nesting level("reading a list");
     if (std::ranges::find(path, value) != path.end()) {
         PyErr_SetString(PyExc_ValueError, "The given list holds itself");

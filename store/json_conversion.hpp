@@ -9,8 +9,9 @@ namespace mox {
 /// "Unsupported data type: '<type name>'": TypeError.
 [[noreturn]] void throw_unsupported_type(PyObject* value);
 
-/// A Python value (dict, list, bool, str, float, int, None, nested) as JSON. TypeError for any other value or key; Python
-/// OverflowError for an int beyond 32 bits, RecursionError for values nested too deeply.
+/// A Python value (dict, list, bool, str, float, int, None, nested) as JSON. TypeError for any
+/// other value or key; Python OverflowError for an int beyond 32 bits, RecursionError for values
+/// nested too deeply.
 [[nodiscard]] anvil::json python_to_json(PyObject* value);
 
 /// A JSON value as Python: dict, list, str, int, float, bool or None.

@@ -13,13 +13,17 @@ namespace {
 
 void flatten(PyObject* list, const std::vector<std::int64_t>& dimensions, std::size_t level,
              std::vector<py_ref>& items) {
-    if (!PyList_Check(list) || PyList_GET_SIZE(list) != dimensions[level]) raise_ragged();
+    if (!PyList_Check(list) || PyList_GET_SIZE(list) != dimensions[level])
+        raise_ragged();
     const bool innermost = level + 1 == dimensions.size();
     for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
         auto item = py_ref::borrow(PyList_GET_ITEM(list, i));
-        if (!innermost) flatten(item.get(), dimensions, level + 1, items);
-        else if (PyList_Check(item.get())) raise_ragged();
-        else items.push_back(std::move(item));
+        if (!innermost)
+            flatten(item.get(), dimensions, level + 1, items);
+        else if (PyList_Check(item.get()))
+            raise_ragged();
+        else
+            items.push_back(std::move(item));
     }
 }
 
@@ -27,7 +31,8 @@ void flatten(PyObject* list, const std::vector<std::int64_t>& dimensions, std::s
 
 std::vector<py_ref> flatten_list(PyObject* list, const strata::data_shape& shape) {
     std::vector<py_ref> items;
-    if (shape.dimensions().empty()) raise_ragged();
+    if (shape.dimensions().empty())
+        raise_ragged();
     flatten(list, shape.dimensions(), 0, items);
     return items;
 }

@@ -5,8 +5,8 @@
 namespace mox {
 
 /// One level of nested containers, while it lives. Throws python_error, a RecursionError that names
-/// the `activity`, when there are too many: Python's own limit is for the main thread's stack, which
-/// other threads may not have.
+/// the `activity`, when there are too many: Python's own limit is for the main thread's stack,
+/// which other threads may not have.
 class nesting {
   public:
     explicit nesting(const char* activity) {

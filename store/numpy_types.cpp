@@ -31,7 +31,8 @@ data_type store_type_of_list(PyObject* list) {
     for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
         const auto item = py_ref::borrow(PyList_GET_ITEM(list, i));
         const auto type = store_type_of_value(item.get());
-        if (type == data_type::invalid || (i != 0 && type != common)) return data_type::invalid;
+        if (type == data_type::invalid || (i != 0 && type != common))
+            return data_type::invalid;
         common = type;
     }
     return common;
@@ -48,31 +49,51 @@ int numpy_type_of(data_type type) {
 
 data_type store_type_of_array(PyArrayObject* array) noexcept {
     switch (PyArray_TYPE(array)) {
-    case NPY_BOOL: return data_type::boolean;
-    case NPY_BYTE: return data_type::int8;
-    case NPY_UBYTE: return data_type::uint8;
-    case NPY_SHORT: return data_type::int16;
-    case NPY_USHORT: return data_type::uint16;
-    case NPY_INT: return signed_of_width(sizeof(int));
-    case NPY_UINT: return unsigned_of_width(sizeof(int));
-    case NPY_LONG: return signed_of_width(sizeof(long));
-    case NPY_ULONG: return unsigned_of_width(sizeof(long));
-    case NPY_LONGLONG: return data_type::int64;
-    case NPY_ULONGLONG: return data_type::uint64;
-    case NPY_FLOAT: return data_type::float32;
-    case NPY_DOUBLE: return data_type::float64;
+    case NPY_BOOL:
+        return data_type::boolean;
+    case NPY_BYTE:
+        return data_type::int8;
+    case NPY_UBYTE:
+        return data_type::uint8;
+    case NPY_SHORT:
+        return data_type::int16;
+    case NPY_USHORT:
+        return data_type::uint16;
+    case NPY_INT:
+        return signed_of_width(sizeof(int));
+    case NPY_UINT:
+        return unsigned_of_width(sizeof(int));
+    case NPY_LONG:
+        return signed_of_width(sizeof(long));
+    case NPY_ULONG:
+        return unsigned_of_width(sizeof(long));
+    case NPY_LONGLONG:
+        return data_type::int64;
+    case NPY_ULONGLONG:
+        return data_type::uint64;
+    case NPY_FLOAT:
+        return data_type::float32;
+    case NPY_DOUBLE:
+        return data_type::float64;
     case NPY_STRING:
-    case NPY_UNICODE: return data_type::string;
-    default: return data_type::invalid;
+    case NPY_UNICODE:
+        return data_type::string;
+    default:
+        return data_type::invalid;
     }
 }
 
 data_type store_type_of_value(PyObject* value) {
-    if (PyArray_Check(value)) return store_type_of_array(reinterpret_cast<PyArrayObject*>(value));
-    if (PyUnicode_Check(value) || PyBytes_Check(value)) return data_type::string;
-    if (PyFloat_Check(value)) return data_type::float64;
-    if (PyLong_Check(value)) return data_type::int64;
-    if (PyList_Check(value)) return store_type_of_list(value);
+    if (PyArray_Check(value))
+        return store_type_of_array(reinterpret_cast<PyArrayObject*>(value));
+    if (PyUnicode_Check(value) || PyBytes_Check(value))
+        return data_type::string;
+    if (PyFloat_Check(value))
+        return data_type::float64;
+    if (PyLong_Check(value))
+        return data_type::int64;
+    if (PyList_Check(value))
+        return store_type_of_list(value);
     return data_type::invalid;
 }
 
@@ -87,7 +108,8 @@ strata::data_shape shape_of_value(PyObject* value) {
     PyObject* level = value;
     while (PyList_Check(level) && dimensions.size() <= NPY_MAXDIMS) {
         dimensions.push_back(PyList_GET_SIZE(level));
-        if (PyList_GET_SIZE(level) == 0) break;
+        if (PyList_GET_SIZE(level) == 0)
+            break;
         level = PyList_GET_ITEM(level, 0);
     }
     return {std::move(dimensions), false};
@@ -95,7 +117,8 @@ strata::data_shape shape_of_value(PyObject* value) {
 
 py_ref new_array(const strata::data_shape& shape, int type) {
     std::vector<npy_intp> dimensions(shape.dimensions().begin(), shape.dimensions().end());
-    return py_ref::checked(PyArray_SimpleNew(static_cast<int>(dimensions.size()), dimensions.data(), type));
+    return py_ref::checked(
+        PyArray_SimpleNew(static_cast<int>(dimensions.size()), dimensions.data(), type));
 }
 
 } // namespace mox

@@ -7,7 +7,8 @@
 
 namespace mox {
 
-/// What a function with `Count` results leaves for Python, which receives them as a list; an empty one becomes None.
+/// What a function with `Count` results leaves for Python, which receives them as a list; an empty
+/// one becomes None.
 template <std::size_t Count> struct outputs {
     std::array<py_ref, Count> values;
 

@@ -8,7 +8,8 @@
 namespace mox {
 
 void throw_no_such_group(std::string_view path, std::string_view ending) {
-    throw_runtime_error(fmt::format("Impossible to retrieve group with path : '{}'{}", path, ending));
+    throw_runtime_error(
+        fmt::format("Impossible to retrieve group with path : '{}'{}", path, ending));
 }
 
 void throw_no_such_set_to_delete(std::string_view path) {
@@ -16,7 +17,8 @@ void throw_no_such_set_to_delete(std::string_view path) {
 }
 
 strata::data_group retrieve_group(const strata::data_group& parent, std::string_view path) {
-    if (!parent.exists_group(path)) throw_no_such_group(path);
+    if (!parent.exists_group(path))
+        throw_no_such_group(path);
     return parent.retrieve_group(path);
 }
 
@@ -31,7 +33,8 @@ strata::data_group retrieve_group(const strata::data_group& parent, std::string_
 }
 
 strata::data_group retrieve_or_create_group(strata::data_group parent, std::string_view path) {
-    if (parent.exists_group(path)) return parent.retrieve_group(path);
+    if (parent.exists_group(path))
+        return parent.retrieve_group(path);
     try {
         return parent.create_group(path);
     } catch (const strata::store_error& error) { // a path that no group can have
@@ -41,18 +44,21 @@ strata::data_group retrieve_or_create_group(strata::data_group parent, std::stri
 
 void delete_set(strata::data_group group, const strata::data_set& set) {
     const auto name = set.name();
-    if (!group.exists_set(name)) throw_no_such_set_to_delete(name);
+    if (!group.exists_set(name))
+        throw_no_such_set_to_delete(name);
     group.delete_set(name);
 }
 
 void delete_sets(strata::data_group group) {
-    for (const auto& name : group.list_set_children_name()) group.delete_set(name);
+    for (const auto& name : group.list_set_children_name())
+        group.delete_set(name);
 }
 
 void move_set(strata::data_group target, strata::data_group source, const strata::data_set& set,
               const std::string& name) {
     if (set && !target.create_hard_link_internal(name, &set)) {
-        throw_runtime_error(fmt::format("Impossible to move set '{}' : the name '{}' is taken", set.name(), name));
+        throw_runtime_error(
+            fmt::format("Impossible to move set '{}' : the name '{}' is taken", set.name(), name));
     }
     delete_set(std::move(source), set);
 }
@@ -61,7 +67,8 @@ std::vector<strata::data_set> sets_of(const strata::data_group& group) {
     std::vector<strata::data_set> sets;
     auto names = group.list_set_children_name();
     sets.reserve(names.size());
-    for (const auto& name : names) sets.push_back(group.retrieve_set(name));
+    for (const auto& name : names)
+        sets.push_back(group.retrieve_set(name));
     return sets;
 }
 

@@ -26,10 +26,13 @@ class py_ref {
     /// Takes over a reference that the caller owns; null gives an empty one.
     [[nodiscard]] static py_ref steal(PyObject* object) noexcept { return py_ref(object); }
     /// Adds a reference of its own.
-    [[nodiscard]] static py_ref borrow(PyObject* object) noexcept { return py_ref(Py_XNewRef(object)); }
+    [[nodiscard]] static py_ref borrow(PyObject* object) noexcept {
+        return py_ref(Py_XNewRef(object));
+    }
     /// Takes over the result of a Python call; throws python_error when the call failed.
     [[nodiscard]] static py_ref checked(PyObject* object) {
-        if (!object) throw python_error{};
+        if (!object)
+            throw python_error{};
         return py_ref(object);
     }
     [[nodiscard]] static py_ref none() noexcept { return borrow(Py_None); }
@@ -46,7 +49,9 @@ class py_ref {
     /// Gives the reference to the caller.
     [[nodiscard]] PyObject* release() noexcept { return std::exchange(object_, nullptr); }
     explicit operator bool() const noexcept { return object_ != nullptr; }
-    [[nodiscard]] PyArrayObject* array() const noexcept { return reinterpret_cast<PyArrayObject*>(object_); }
+    [[nodiscard]] PyArrayObject* array() const noexcept {
+        return reinterpret_cast<PyArrayObject*>(object_);
+    }
 
   private:
     explicit py_ref(PyObject* object) noexcept : object_(object) {}

@@ -18,7 +18,8 @@ namespace {
 
 using strata::data_type;
 
-void write_elements(strata::data_attribute& attribute, const void* elements, std::uint64_t count, data_type type) {
+void write_elements(strata::data_attribute& attribute, const void* elements, std::uint64_t count,
+                    data_type type) {
     if (attribute.shape().element_count() != count) {
         log_store_failure(store_failure::attribute_count);
     } else if (count != 0 && !attribute.write_value(elements, type)) {
@@ -48,7 +49,8 @@ const char* text_of_item(PyObject* item) {
 std::int64_t as_c_long(PyObject* item) {
     int overflow = 0;
     const long long number = PyLong_AsLongLongAndOverflow(item, &overflow);
-    if (PyErr_Occurred()) throw python_error{};
+    if (PyErr_Occurred())
+        throw python_error{};
     if (overflow != 0 || !std::in_range<std::int32_t>(number)) {
         PyErr_SetString(PyExc_OverflowError, "Python int too large to convert to C long");
         throw python_error{};
@@ -58,7 +60,8 @@ std::int64_t as_c_long(PyObject* item) {
 
 double as_double(PyObject* item) {
     const double number = PyFloat_AsDouble(item);
-    if (number == -1.0 && PyErr_Occurred()) throw python_error{};
+    if (number == -1.0 && PyErr_Occurred())
+        throw python_error{};
     return number;
 }
 
@@ -68,7 +71,8 @@ void write_scalar(strata::data_attribute& attribute, PyObject* value) {
         write_elements(attribute, &number, 1, data_type::float64);
     } else if (PyLong_Check(value)) {
         const long long number = PyLong_AsLongLong(value);
-        if (number == -1 && PyErr_Occurred()) throw python_error{};
+        if (number == -1 && PyErr_Occurred())
+            throw python_error{};
         const std::int64_t element = number;
         write_elements(attribute, &element, 1, data_type::int64);
     } else if (PyBytes_Check(value) || PyUnicode_Check(value)) {
@@ -83,15 +87,18 @@ void write_list(strata::data_attribute& attribute, data_type target, PyObject* l
     const auto items = flatten_list(list, shape_of_value(list));
     if (target == data_type::float64) {
         std::vector<double> numbers;
-        for (const auto& item : items) numbers.push_back(as_double(item.get()));
+        for (const auto& item : items)
+            numbers.push_back(as_double(item.get()));
         write_elements(attribute, numbers.data(), numbers.size(), target);
     } else if (target == data_type::int64) {
         std::vector<std::int64_t> numbers;
-        for (const auto& item : items) numbers.push_back(as_c_long(item.get()));
+        for (const auto& item : items)
+            numbers.push_back(as_c_long(item.get()));
         write_elements(attribute, numbers.data(), numbers.size(), target);
     } else if (target == data_type::string) {
         std::vector<const char*> texts;
-        for (const auto& item : items) texts.push_back(item ? text_of_item(item.get()) : "");
+        for (const auto& item : items)
+            texts.push_back(item ? text_of_item(item.get()) : "");
         write_elements(attribute, texts.data(), texts.size(), target);
     } else {
         throw_system_error("Unsupported Python type to write a List");
@@ -104,12 +111,13 @@ void write_array(strata::data_attribute& attribute, PyObject* array) {
         log_store_failure(store_failure::write_attribute_type);
         return;
     }
-    // Row-major, aligned and of native byte order; a copy only where the array is not. Never of a subclass: its Python code
-    // could change the attribute.
-    const auto plain = py_ref::checked(
-        PyArray_FromAny(array, PyArray_DescrFromType(numpy_type_of(type)), 0, 0,
-                        NPY_ARRAY_CARRAY_RO | NPY_ARRAY_NOTSWAPPED | NPY_ARRAY_ENSUREARRAY, nullptr));
-    write_elements(attribute, PyArray_DATA(plain.array()), static_cast<std::uint64_t>(PyArray_SIZE(plain.array())), type);
+    // Row-major, aligned and of native byte order; a copy only where the array is not. Never of a
+    // subclass: its Python code could change the attribute.
+    const auto plain = py_ref::checked(PyArray_FromAny(
+        array, PyArray_DescrFromType(numpy_type_of(type)), 0, 0,
+        NPY_ARRAY_CARRAY_RO | NPY_ARRAY_NOTSWAPPED | NPY_ARRAY_ENSUREARRAY, nullptr));
+    write_elements(attribute, PyArray_DATA(plain.array()),
+                   static_cast<std::uint64_t>(PyArray_SIZE(plain.array())), type);
 }
 
 } // namespace
@@ -120,34 +128,39 @@ data_type type_of_format(const std::string& format) {
                                                         {"Char", data_type::string},
                                                         {"Real", data_type::float32}};
     const auto found = types.find(format);
-    if (found == types.end()) throw std::out_of_range("invalid map<K, T> key");
+    if (found == types.end())
+        throw std::out_of_range("invalid map<K, T> key");
     return found->second;
 }
 
 void write_python_value(strata::data_attribute attribute, data_type target, PyObject* value) {
-    if (target == data_type::invalid) throw_system_error("Unexpected Python type to write");
+    if (target == data_type::invalid)
+        throw_system_error("Unexpected Python type to write");
     if (PyList_Check(value)) {
         write_list(attribute, target, value);
     } else if (!PyArray_Check(value)) {
         write_scalar(attribute, value);
     } else if (strata::element_kind(target) == data_type::string) {
         const auto list = py_ref::checked(PyArray_ToList(reinterpret_cast<PyArrayObject*>(value)));
-        if (PyList_Check(list.get())) write_list(attribute, target, list.get());
-        else write_scalar(attribute, list.get()); // an array without dimensions
+        if (PyList_Check(list.get()))
+            write_list(attribute, target, list.get());
+        else
+            write_scalar(attribute, list.get()); // an array without dimensions
     } else {
         write_array(attribute, value);
     }
 }
 
-void write_python_value_as_new(strata::data_group group, const std::string& name, const std::string& format,
-                               PyObject* value) {
+void write_python_value_as_new(strata::data_group group, const std::string& name,
+                               const std::string& format, PyObject* value) {
     const auto type = type_of_format(format);
     const auto shape = shape_of_value(value);
     auto attribute = group.create_attribute(name, shape, type);
     try {
         if (!(attribute.shape() == shape)) {
-            throw_runtime_error("Impossible to write value(s) with a shape different than the one stored in the "
-                                "data attribute");
+            throw_runtime_error(
+                "Impossible to write value(s) with a shape different than the one stored in the "
+                "data attribute");
         }
         write_python_value(attribute, store_type_of_value(value), value);
     } catch (...) {

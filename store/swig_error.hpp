@@ -21,7 +21,8 @@ inline constexpr int attribute = -11;
 inline constexpr int memory = -12;
 } // namespace error_code
 
-/// A failure that an implementation function reports on purpose: the message reaches Python unchanged.
+/// A failure that an implementation function reports on purpose: the message reaches Python
+/// unchanged.
 class swig_error : public std::exception {
   public:
     swig_error(int code, std::string message) : message_(std::move(message)), code_(code) {}

@@ -10,9 +10,11 @@ namespace {
 
 /// Reads texts from an attribute or a selection of `shape`; false when the store cannot.
 template <typename Source>
-bool read_texts(const Source& source, const strata::data_shape& shape, std::vector<std::string>& texts) {
+bool read_texts(const Source& source, const strata::data_shape& shape,
+                std::vector<std::string>& texts) {
     std::vector<const char*> pointers(shape.element_count(), nullptr);
-    if (!source.read_value(pointers.data(), strata::data_type::string)) return false;
+    if (!source.read_value(pointers.data(), strata::data_type::string))
+        return false;
     std::vector<std::string> copies;
     try {
         copies.assign(pointers.begin(), pointers.end());
@@ -25,24 +27,29 @@ bool read_texts(const Source& source, const strata::data_shape& shape, std::vect
     return true;
 }
 
-/// Reads the elements of an attribute or a selection of `shape`; false, with `values` unchanged, when the store cannot.
+/// Reads the elements of an attribute or a selection of `shape`; false, with `values` unchanged,
+/// when the store cannot.
 template <typename Native, typename Source>
-bool read_elements(const Source& source, const strata::data_shape& shape, std::vector<Native>& values) {
+bool read_elements(const Source& source, const strata::data_shape& shape,
+                   std::vector<Native>& values) {
     if constexpr (std::is_same_v<Native, std::string>) {
         return read_texts(source, shape, values);
     } else {
         std::vector<Native> elements(shape.element_count());
-        if (!source.read_value(elements.data(), store_type_of<Native>)) return false;
+        if (!source.read_value(elements.data(), store_type_of<Native>))
+            return false;
         values = std::move(elements);
         return true;
     }
 }
 
-template <typename Native, typename Target> bool write_elements(Target& target, const std::vector<Native>& values) {
+template <typename Native, typename Target>
+bool write_elements(Target& target, const std::vector<Native>& values) {
     if constexpr (std::is_same_v<Native, std::string>) {
         std::vector<const char*> pointers;
         pointers.reserve(values.size());
-        for (const auto& text : values) pointers.push_back(text.c_str());
+        for (const auto& text : values)
+            pointers.push_back(text.c_str());
         return target.write_value(pointers.data(), strata::data_type::string);
     } else {
         return target.write_value(values.data(), store_type_of<Native>);
@@ -51,11 +58,14 @@ template <typename Native, typename Target> bool write_elements(Target& target, 
 
 } // namespace
 
-template <typename Native> std::vector<Native> read_vector(const strata::data_attribute& attribute) {
+template <typename Native>
+std::vector<Native> read_vector(const strata::data_attribute& attribute) {
     std::vector<Native> values;
-    if (!attribute) return values;
+    if (!attribute)
+        return values;
     const auto shape = attribute.shape();
-    if (shape.element_count() == 0) return values;
+    if (shape.element_count() == 0)
+        return values;
     if (!read_elements(attribute, shape, values)) {
         log_store_failure(store_failure::read_attribute);
         values.resize(shape.element_count());
@@ -63,8 +73,10 @@ template <typename Native> std::vector<Native> read_vector(const strata::data_at
     return values;
 }
 
-template <> std::string read<std::string>(const strata::data_attribute& attribute, std::string fallback) {
-    if (!attribute) return fallback;
+template <>
+std::string read<std::string>(const strata::data_attribute& attribute, std::string fallback) {
+    if (!attribute)
+        return fallback;
     const auto shape = attribute.shape();
     if (shape.element_count() == 1) {
         const char* text = nullptr;
@@ -80,7 +92,8 @@ template <> std::string read<std::string>(const strata::data_attribute& attribut
     return texts.empty() ? fallback : texts.front();
 }
 
-template <typename Native> bool read_vector(const strata::data_selection& selection, std::vector<Native>& values) {
+template <typename Native>
+bool read_vector(const strata::data_selection& selection, std::vector<Native>& values) {
     if (!selection) {
         log_store_failure(store_failure::read_selection);
         return false;
@@ -90,7 +103,8 @@ template <typename Native> bool read_vector(const strata::data_selection& select
         values.clear();
         return true;
     }
-    if (read_elements(selection, shape, values)) return true;
+    if (read_elements(selection, shape, values))
+        return true;
     log_store_failure(store_failure::read_set);
     return false;
 }
@@ -109,7 +123,8 @@ template <typename Native> bool read(const strata::data_selection& selection, Na
                 return true;
             }
         } else {
-            if (selection.read_value(&value, store_type_of<Native>)) return true;
+            if (selection.read_value(&value, store_type_of<Native>))
+                return true;
         }
     }
     log_store_failure(store_failure::read_set);

@@ -5,7 +5,8 @@
 namespace mox {
 
 void require_readable(strata::data_type type, std::uint64_t count) {
-    if (count != 1) return;
+    if (count != 1)
+        return;
     switch (strata::element_kind(type)) {
     case strata::data_type::boolean:
     case strata::data_type::int16:
@@ -13,8 +14,10 @@ void require_readable(strata::data_type type, std::uint64_t count) {
     case strata::data_type::int64:
     case strata::data_type::float32:
     case strata::data_type::float64:
-    case strata::data_type::string: return;
-    default: throw_system_error("Trying to read an unsupported data type for a data set");
+    case strata::data_type::string:
+        return;
+    default:
+        throw_system_error("Trying to read an unsupported data type for a data set");
     }
 }
 

@@ -27,15 +27,17 @@ double rate_of_new_channel(const strata::data_store& acquisition) {
                                static_cast<float>(sampling::analog_samples_per_frame(acquisition)));
 }
 
-strata::data_set add_channel(const strata::data_group& group, const std::string& label, std::int32_t index,
-                             const std::string& description, double rate) {
+strata::data_set add_channel(const strata::data_group& group, const std::string& label,
+                             std::int32_t index, const std::string& description, double rate) {
     auto set = create_analog_channel(group, label, index, description);
     write_or_create(set, attribute::sample_rate, rate);
     return set;
 }
 
-void set_channel_values(const strata::data_group& group, const strata::data_set& set, const py_ref& array) {
-    write_channels_in_order({set}, checked_matrix(array, samples_of(group), 1, components), components);
+void set_channel_values(const strata::data_group& group, const strata::data_set& set,
+                        const py_ref& array) {
+    write_channels_in_order({set}, checked_matrix(array, samples_of(group), 1, components),
+                            components);
 }
 
 } // namespace
@@ -44,13 +46,15 @@ outputs<2> append(strata::data_store acquisition, const std::string& label, PyOb
     return append_described(acquisition, label, matrix, {});
 }
 
-outputs<2> append_described(strata::data_store acquisition, const std::string& label, PyObject* matrix,
-                            const std::string& description) {
+outputs<2> append_described(strata::data_store acquisition, const std::string& label,
+                            PyObject* matrix, const std::string& description) {
     const auto array = as_array(matrix);
     const auto group = analog_group(acquisition);
     const auto values = checked_matrix(array, samples_of(group), 1, components);
     const auto rate = rate_of_new_channel(acquisition);
-    const auto set = add_channel(group, label, channel_count({group}), description, rate);
+    const auto index = channel_count({group});
+    const auto name = label.empty() ? unused_channel_name(group, index) : label;
+    const auto set = add_channel(group, name, index, description, rate);
     write_channels_in_order({set}, values, components);
     return all(acquisition);
 }
@@ -67,9 +71,7 @@ outputs<2> remove_by_label(strata::data_store acquisition, const std::string& la
     return all(acquisition);
 }
 
-void clear(strata::data_store acquisition) {
-    delete_sets(analog_group(acquisition));
-}
+void clear(strata::data_store acquisition) { delete_sets(analog_group(acquisition)); }
 
 void set_number(strata::data_store acquisition, int wanted) {
     const auto group = analog_group(acquisition);
@@ -78,7 +80,8 @@ void set_number(strata::data_store acquisition, int wanted) {
         shrink_channels({group}, count, wanted);
         return;
     }
-    require_memory_for_channels(static_cast<double>(wanted) - count, static_cast<double>(samples_of(group)));
+    require_memory_for_channels(static_cast<double>(wanted) - count,
+                                static_cast<double>(samples_of(group)));
     const auto rate = rate_of_new_channel(acquisition);
     for (auto index = count; index < wanted; ++index)
         add_channel(group, unused_channel_name(group, index), index, {}, rate);
@@ -88,7 +91,8 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto array = as_array(matrix);
     const auto group = analog_group(acquisition);
     const auto sets = in_index_order(sets_of(group));
-    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components), components);
+    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components),
+                            components);
 }
 
 void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix) {

@@ -1,6 +1,7 @@
 #pragma once
 
-// Changes of analog channels. Every check comes before the first change: a refused call leaves the acquisition as it was.
+// Changes of analog channels. Every check comes before the first change: a refused call leaves the
+// acquisition as it was.
 
 #include "store/python.hpp"
 
@@ -13,9 +14,10 @@
 namespace mox::analogs {
 
 /// A new channel with the values of `matrix`, samples × 1.
-[[nodiscard]] outputs<2> append(strata::data_store acquisition, const std::string& label, PyObject* matrix);
-[[nodiscard]] outputs<2> append_described(strata::data_store acquisition, const std::string& label, PyObject* matrix,
-                                          const std::string& description);
+[[nodiscard]] outputs<2> append(strata::data_store acquisition, const std::string& label,
+                                PyObject* matrix);
+[[nodiscard]] outputs<2> append_described(strata::data_store acquisition, const std::string& label,
+                                          PyObject* matrix, const std::string& description);
 
 /// Deletes a channel; every greater index moves down.
 [[nodiscard]] outputs<2> remove_by_index(strata::data_store acquisition, int index);
@@ -24,7 +26,8 @@ namespace mox::analogs {
 /// Deletes every channel.
 void clear(strata::data_store acquisition);
 
-/// Adds channels until there are `wanted`; with fewer wanted than there are, shrink_channels decides what stays.
+/// Adds channels until there are `wanted`; with fewer wanted than there are, shrink_channels
+/// decides what stays.
 void set_number(strata::data_store acquisition, int wanted);
 
 /// Values of all channels, a column each in ascending index, and of one channel.

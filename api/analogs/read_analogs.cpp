@@ -29,14 +29,17 @@ py_ref gain_of(const strata::data_set& set) {
 
 py_ref gains_of(const std::vector<keyed_set>& sets) {
     auto gains = py_ref::checked(PyDict_New());
-    for (const auto& [key, set] : sets) set_item(gains.get(), std::string_view(key), gain_of(set));
+    for (const auto& [key, set] : sets)
+        set_item(gains.get(), std::string_view(key), gain_of(set));
     return gains;
 }
 
 /// Rate of the first channel, of the group when it has none.
 py_ref frequency_of(const strata::data_group& group, const std::vector<keyed_set>& sets) {
-    if (!sets.empty()) return required_attribute(sets.front().set, attribute::sample_rate);
-    return py_ref::checked(PyFloat_FromDouble(read<double>(group.retrieve_attribute(attribute::sample_rate))));
+    if (!sets.empty())
+        return required_attribute(sets.front().set, attribute::sample_rate);
+    return py_ref::checked(
+        PyFloat_FromDouble(read<double>(group.retrieve_attribute(attribute::sample_rate))));
 }
 
 outputs<2> read_channel(const strata::data_set& set) {

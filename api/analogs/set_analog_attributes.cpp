@@ -25,14 +25,16 @@ strata::data_set find(const strata::data_store& acquisition, const std::string& 
 
 /// Overwrites an attribute of a channel, whose stored element type stays.
 template <typename Key, typename Value>
-outputs<2> overwrite(const strata::data_store& acquisition, const Key& key, const char* name, const Value& value) {
+outputs<2> overwrite(const strata::data_store& acquisition, const Key& key, const char* name,
+                     const Value& value) {
     write_or_create(find(acquisition, key), name, value);
     return all(acquisition);
 }
 
 void require_gain(int code) {
     if (code < 0 || code > last_gain_code)
-        throw_runtime_error("Unknown gain. Read the documentation of this fuction to know the possible values");
+        throw_runtime_error(
+            "Unknown gain. Read the documentation of this fuction to know the possible values");
 }
 
 } // namespace
@@ -41,11 +43,13 @@ outputs<2> set_label_by_index(strata::data_store acquisition, int index, const s
     return overwrite(acquisition, index, attribute::label, label);
 }
 
-outputs<2> set_label_by_label(strata::data_store acquisition, const std::string& channel, const std::string& label) {
+outputs<2> set_label_by_label(strata::data_store acquisition, const std::string& channel,
+                              const std::string& label) {
     return overwrite(acquisition, channel, attribute::label, label);
 }
 
-outputs<2> set_description_by_index(strata::data_store acquisition, int index, const std::string& text) {
+outputs<2> set_description_by_index(strata::data_store acquisition, int index,
+                                    const std::string& text) {
     return overwrite(acquisition, index, attribute::description, text);
 }
 
@@ -58,7 +62,8 @@ outputs<2> set_unit_by_index(strata::data_store acquisition, int index, const st
     return overwrite(acquisition, index, attribute::unit, unit);
 }
 
-outputs<2> set_unit_by_label(strata::data_store acquisition, const std::string& channel, const std::string& unit) {
+outputs<2> set_unit_by_label(strata::data_store acquisition, const std::string& channel,
+                             const std::string& unit) {
     return overwrite(acquisition, channel, attribute::unit, unit);
 }
 
@@ -76,7 +81,8 @@ outputs<2> set_offset_by_index(strata::data_store acquisition, int index, int of
     return overwrite(acquisition, index, attribute::offset, std::int32_t{offset});
 }
 
-outputs<2> set_offset_by_label(strata::data_store acquisition, const std::string& channel, int offset) {
+outputs<2> set_offset_by_label(strata::data_store acquisition, const std::string& channel,
+                               int offset) {
     return overwrite(acquisition, channel, attribute::offset, std::int32_t{offset});
 }
 
@@ -84,7 +90,8 @@ outputs<2> set_scale_by_index(strata::data_store acquisition, int index, float s
     return overwrite(acquisition, index, attribute::scale, scale);
 }
 
-outputs<2> set_scale_by_label(strata::data_store acquisition, const std::string& channel, float scale) {
+outputs<2> set_scale_by_label(strata::data_store acquisition, const std::string& channel,
+                              float scale) {
     return overwrite(acquisition, channel, attribute::scale, scale);
 }
 

@@ -24,16 +24,19 @@ template <typename Matches>
 std::optional<strata::data_set> find_set(const strata::data_group& group, Matches&& matches) {
     for (const auto& name : group.list_set_children_name()) {
         auto set = group.retrieve_set(name);
-        if (matches(set)) return set;
+        if (matches(set))
+            return set;
     }
     return std::nullopt;
 }
 
 /// The first hit of `find` in the point groups.
 template <typename Key, typename Find>
-strata::data_set find_point(const strata::data_group& data, const Key& key, strata::data_group& holder, Find&& find) {
+strata::data_set find_point(const strata::data_group& data, const Key& key,
+                            strata::data_group& holder, Find&& find) {
     for (const auto& type : point_types) {
-        if (!data.exists_group(type.group_name)) throw_no_such_group(type.path);
+        if (!data.exists_group(type.group_name))
+            throw_no_such_group(type.path);
         auto group = data.retrieve_group(type.group_name);
         if (auto set = find(group, key)) {
             holder = group;
@@ -52,7 +55,8 @@ std::optional<strata::data_set> find_set_by_index(const strata::data_group& grou
     });
 }
 
-std::optional<strata::data_set> find_set_by_label(const strata::data_group& group, const std::string& label) {
+std::optional<strata::data_set> find_set_by_label(const strata::data_group& group,
+                                                  const std::string& label) {
     return find_set(group, [&label](const strata::data_set& set) {
         const auto attribute = set.retrieve_attribute(layout::attribute::label);
         return attribute && read<std::string>(attribute) == label;
@@ -61,21 +65,25 @@ std::optional<strata::data_set> find_set_by_label(const strata::data_group& grou
 
 strata::data_set channel_by_index(const strata::data_group& group, int index) {
     auto set = find_set_by_index(group, index);
-    if (!set) throw_no_such_channel(index);
+    if (!set)
+        throw_no_such_channel(index);
     return *set;
 }
 
 strata::data_set channel_by_label(const strata::data_group& group, const std::string& label) {
     auto set = find_set_by_label(group, label);
-    if (!set) throw_no_such_channel(label);
+    if (!set)
+        throw_no_such_channel(label);
     return *set;
 }
 
-strata::data_set point_by_index(const strata::data_group& data, int index, strata::data_group& holder) {
+strata::data_set point_by_index(const strata::data_group& data, int index,
+                                strata::data_group& holder) {
     return find_point(data, index, holder, find_set_by_index);
 }
 
-strata::data_set point_by_label(const strata::data_group& data, const std::string& label, strata::data_group& holder) {
+strata::data_set point_by_label(const strata::data_group& data, const std::string& label,
+                                strata::data_group& holder) {
     return find_point(data, label, holder, find_set_by_label);
 }
 

@@ -11,19 +11,25 @@
 namespace mox {
 
 /// The first set of `group`, in the store's order, whose `RelativeSetIndex` is `index`.
-[[nodiscard]] std::optional<strata::data_set> find_set_by_index(const strata::data_group& group, int index);
+[[nodiscard]] std::optional<strata::data_set> find_set_by_index(const strata::data_group& group,
+                                                                int index);
 
-/// The first set of `group`, in the store's order, whose `Label` is `label`, compared byte for byte.
-[[nodiscard]] std::optional<strata::data_set> find_set_by_label(const strata::data_group& group, const std::string& label);
+/// The first set of `group`, in the store's order, whose `Label` is `label`, compared byte for
+/// byte.
+[[nodiscard]] std::optional<strata::data_set> find_set_by_label(const strata::data_group& group,
+                                                                const std::string& label);
 
 /// As above; RuntimeError that quotes the index or label when there is no such channel.
 [[nodiscard]] strata::data_set channel_by_index(const strata::data_group& group, int index);
-[[nodiscard]] strata::data_set channel_by_label(const strata::data_group& group, const std::string& label);
+[[nodiscard]] strata::data_set channel_by_label(const strata::data_group& group,
+                                                const std::string& label);
 
-/// Finds a point in the five point groups below `data`, in the order of their types, and stores the group that holds it in `holder`.
-/// RuntimeError as for channels; also when one of the groups searched is missing.
-[[nodiscard]] strata::data_set point_by_index(const strata::data_group& data, int index, strata::data_group& holder);
-[[nodiscard]] strata::data_set point_by_label(const strata::data_group& data, const std::string& label,
+/// Finds a point in the five point groups below `data`, in the order of their types, and stores the
+/// group that holds it in `holder`. RuntimeError as for channels; also when one of the groups
+/// searched is missing.
+[[nodiscard]] strata::data_set point_by_index(const strata::data_group& data, int index,
                                               strata::data_group& holder);
+[[nodiscard]] strata::data_set point_by_label(const strata::data_group& data,
+                                              const std::string& label, strata::data_group& holder);
 
 } // namespace mox

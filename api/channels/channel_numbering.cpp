@@ -16,7 +16,8 @@ namespace attribute = layout::attribute;
 void remove_channel(const strata::data_group& holder, const strata::data_set& set,
                     const std::vector<strata::data_group>& groups) {
     constexpr auto without_index = std::numeric_limits<std::int32_t>::max(); // leaves no gap behind
-    const auto removed = read<std::int32_t>(set.retrieve_attribute(attribute::relative_set_index), without_index);
+    const auto removed =
+        read<std::int32_t>(set.retrieve_attribute(attribute::relative_set_index), without_index);
     delete_set(holder, set);
     for (const auto& group : groups) {
         for (const auto& other : sets_of(group)) {
@@ -26,24 +27,30 @@ void remove_channel(const strata::data_group& holder, const strata::data_set& se
                 continue;
             }
             const auto value = read<std::int32_t>(index);
-            if (value > removed) write(index, value - 1);
+            if (value > removed)
+                write(index, value - 1);
         }
     }
 }
 
-void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count, std::int32_t wanted) {
-    const auto first_deleted = static_cast<std::uint32_t>(count) - static_cast<std::uint32_t>(wanted);
+void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count,
+                     std::int32_t wanted) {
+    const auto first_deleted =
+        static_cast<std::uint32_t>(count) - static_cast<std::uint32_t>(wanted);
     for (auto group : groups) {
         for (const auto& set : sets_of(group)) {
-            const auto index = read<std::int32_t>(set.retrieve_attribute(attribute::relative_set_index));
-            if (static_cast<std::uint32_t>(index) >= first_deleted) group.delete_set(set.name());
+            const auto index =
+                read<std::int32_t>(set.retrieve_attribute(attribute::relative_set_index));
+            if (static_cast<std::uint32_t>(index) >= first_deleted)
+                group.delete_set(set.name());
         }
     }
 }
 
 std::string unused_channel_name(const strata::data_group& group, std::int32_t index) {
     auto name = unnamed_channel(index);
-    while (group.exists_set(name)) name = unnamed_channel(++index);
+    while (group.exists_set(name))
+        name = unnamed_channel(++index);
     return name;
 }
 
@@ -53,7 +60,8 @@ void require_memory_for_channels(double channels, double elements) {
 
 std::int32_t channel_count(const std::vector<strata::data_group>& groups) {
     std::size_t count = 0;
-    for (const auto& group : groups) count += group.list_set_children_name().size();
+    for (const auto& group : groups)
+        count += group.list_set_children_name().size();
     return static_cast<std::int32_t>(count);
 }
 

@@ -12,16 +12,20 @@
 namespace mox {
 
 /// Removes `set` from `holder` and takes 1 off every greater index in `groups`.
-void remove_channel(const strata::data_group& holder, const strata::data_set& set, const std::vector<strata::data_group>& groups);
+void remove_channel(const strata::data_group& holder, const strata::data_set& set,
+                    const std::vector<strata::data_group>& groups);
 
-/// Of `count` channels in `groups`, deletes those whose index is at least `count` − `wanted`, in 32-bit arithmetic: `count` − `wanted` channels
-/// stay, not `wanted`. Scripts rely on it.
-void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count, std::int32_t wanted);
+/// Of `count` channels in `groups`, deletes those whose index is at least `count` − `wanted`, in
+/// 32-bit arithmetic: `count` − `wanted` channels stay, not `wanted`. Scripts rely on it.
+void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count,
+                     std::int32_t wanted);
 
-/// Name for a channel without label: "unamed_" and the first number, from `index` on, that `group` has no such set for.
+/// Name for a channel without label: "unamed_" and the first number, from `index` on, that `group`
+/// has no such set for.
 [[nodiscard]] std::string unused_channel_name(const strata::data_group& group, std::int32_t index);
 
-/// Throws std::bad_alloc unless memory for `channels` more channels of `elements` elements each can be had.
+/// Throws std::bad_alloc unless memory for `channels` more channels of `elements` elements each can
+/// be had.
 void require_memory_for_channels(double channels, double elements);
 
 /// Number of sets of all `groups`.

@@ -11,30 +11,37 @@
 namespace mox {
 
 py_ref as_array(PyObject* value) {
-    if (!PyList_Check(value) && !PyTuple_Check(value)) return py_ref::borrow(value);
+    if (!PyList_Check(value) && !PyTuple_Check(value))
+        return py_ref::borrow(value);
     return py_ref::checked(PyArray_FromAny(frozen_lists(value).get(), nullptr, 0, 0, 0, nullptr));
 }
 
-void check_point_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t channels, std::uint64_t components) {
-    if (!PyArray_Check(array.get())) throw_wrong_matrix_type();
+void check_point_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t channels,
+                        std::uint64_t components) {
+    if (!PyArray_Check(array.get()))
+        throw_wrong_matrix_type();
     const int dimensions = PyArray_NDIM(array.array());
     if (dimensions != 2)
-        throw_runtime_error(fmt::format("Given matrix should have 2 dimensions, current has : {}", dimensions));
+        throw_runtime_error(
+            fmt::format("Given matrix should have 2 dimensions, current has : {}", dimensions));
     const auto rows = static_cast<std::uint64_t>(PyArray_DIM(array.array(), 0));
     if (rows != frames) {
-        throw_runtime_error(fmt::format("Given matrix should have row number equals to the number of frames in the "
-                                        "acquisition , current has : {}",
-                                        rows));
+        throw_runtime_error(
+            fmt::format("Given matrix should have row number equals to the number of frames in the "
+                        "acquisition , current has : {}",
+                        rows));
     }
     const auto columns = static_cast<std::uint64_t>(PyArray_DIM(array.array(), 1));
     if (columns != channels * components) {
-        throw_runtime_error(fmt::format("Given matrix should have column number equals to the number of extracted "
-                                        "points multiplied by {}, current has : {}",
-                                        components, columns));
+        throw_runtime_error(
+            fmt::format("Given matrix should have column number equals to the number of extracted "
+                        "points multiplied by {}, current has : {}",
+                        components, columns));
     }
 }
 
-py_ref checked_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t channels, std::uint64_t components) {
+py_ref checked_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t channels,
+                      std::uint64_t components) {
     check_point_matrix(array, frames, channels, components);
     return as_matrix(array.get());
 }

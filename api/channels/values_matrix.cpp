@@ -21,7 +21,8 @@ namespace {
 
 std::optional<std::int32_t> index_of(const strata::data_set& set) {
     const auto attribute = set.retrieve_attribute(layout::attribute::relative_set_index);
-    if (!attribute) return std::nullopt;
+    if (!attribute)
+        return std::nullopt;
     return read<std::int32_t>(attribute);
 }
 
@@ -29,7 +30,8 @@ std::optional<std::int32_t> index_of(const strata::data_set& set) {
 std::map<std::int32_t, strata::data_set> by_index(const std::vector<strata::data_set>& sets) {
     std::map<std::int32_t, strata::data_set> indexed;
     for (const auto& set : sets) {
-        if (const auto index = index_of(set)) indexed.insert_or_assign(*index, set);
+        if (const auto index = index_of(set))
+            indexed.insert_or_assign(*index, set);
     }
     return indexed;
 }
@@ -43,18 +45,21 @@ matrix_extent extent_of(const strata::data_set& set) {
     const auto shape = set.shape(false);
     const auto& dimensions = shape.dimensions();
     std::uint64_t components = 1;
-    for (std::size_t i = 0; i + 1 < dimensions.size(); ++i) components *= static_cast<std::uint64_t>(dimensions[i]);
+    for (std::size_t i = 0; i + 1 < dimensions.size(); ++i)
+        components *= static_cast<std::uint64_t>(dimensions[i]);
     return {components, components == 0 ? 0 : shape.element_count() / components};
 }
 
 /// Fills a matrix from channels that do not all have its rows and columns; what they lack is NaN.
-void fill_unequal(const std::vector<strata::matrix_columns>& columns, std::uint64_t components, std::uint64_t rows,
-                  std::uint64_t width, double* matrix) {
+void fill_unequal(const std::vector<strata::matrix_columns>& columns, std::uint64_t components,
+                  std::uint64_t rows, std::uint64_t width, double* matrix) {
     std::fill_n(matrix, rows * width, std::numeric_limits<double>::quiet_NaN());
     for (const auto& [set, channel, first] : columns) {
         const auto extent = extent_of(set);
-        for (std::uint64_t component = 0; component < std::min(components, extent.components); ++component) {
-            if (!strata::read_strided(set, channel, component, 0, std::min(rows, extent.rows), matrix + first + component,
+        for (std::uint64_t component = 0; component < std::min(components, extent.components);
+             ++component) {
+            if (!strata::read_strided(set, channel, component, 0, std::min(rows, extent.rows),
+                                      matrix + first + component,
                                       static_cast<std::ptrdiff_t>(width)))
                 log_store_failure(store_failure::read_set);
         }
@@ -64,9 +69,11 @@ void fill_unequal(const std::vector<strata::matrix_columns>& columns, std::uint6
 } // namespace
 
 py_ref values_matrix(const std::vector<strata::data_set>& sets) {
-    if (sets.empty()) return py_ref::checked(PyArray_ZEROS(0, nullptr, NPY_DOUBLE, 0));
+    if (sets.empty())
+        return py_ref::checked(PyArray_ZEROS(0, nullptr, NPY_DOUBLE, 0));
     const auto indexed = by_index(sets);
-    const auto first = indexed.empty() ? extent_of(sets.front()) : extent_of(indexed.begin()->second);
+    const auto first =
+        indexed.empty() ? extent_of(sets.front()) : extent_of(indexed.begin()->second);
     const auto rows = indexed.empty() ? 0 : first.rows;
     const auto width = sets.size() * first.components;
     std::array<npy_intp, 2> shape{static_cast<npy_intp>(rows), static_cast<npy_intp>(width)};

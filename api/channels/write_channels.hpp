@@ -18,11 +18,12 @@ struct channel_columns {
     std::uint64_t first_column;
 };
 
-/// Writes `matrix` (from checked_matrix: a row a sample) into the channels, which have as many samples as the matrix has rows. What the samples' residuals
-/// were is forgotten.
+/// Writes `matrix` (from checked_matrix: a row a sample) into the channels, which have as many
+/// samples as the matrix has rows. What the samples' residuals were is forgotten.
 void write_channels(const std::vector<channel_columns>& channels, const py_ref& matrix);
 
 /// The same for channels of `components` components whose columns follow one another.
-void write_channels_in_order(const std::vector<strata::data_set>& sets, const py_ref& matrix, std::uint64_t components);
+void write_channels_in_order(const std::vector<strata::data_set>& sets, const py_ref& matrix,
+                             std::uint64_t components);
 
 } // namespace mox

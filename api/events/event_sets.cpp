@@ -17,7 +17,8 @@ namespace {
 constexpr std::string_view foot_strike = "Foot Strike";
 constexpr std::string_view foot_off = "Foot Off";
 constexpr std::array<std::string_view, 3> type_of_id{"General", foot_strike, foot_off};
-constexpr std::array<std::string_view, 4> foot_strike_labels{"Foot_Strike", "FS", "FootStrike", "Foot Strike"};
+constexpr std::array<std::string_view, 4> foot_strike_labels{"Foot_Strike", "FS", "FootStrike",
+                                                             "Foot Strike"};
 constexpr std::array<std::string_view, 4> foot_off_labels{"Foot_Off", "FO", "FootOff", "Foot Off"};
 
 std::string without_underscores(std::string name) {
@@ -45,18 +46,24 @@ strata::data_set existing_event(const strata::data_group& events, const std::str
 
 strata::data_set event_to_append_to(strata::data_group events, const std::string& name) {
     const auto set_name = without_underscores(name);
-    if (set_name.empty()) throw_runtime_error("Context and label of an event cannot both be empty");
+    if (set_name.empty())
+        throw_runtime_error("Context and label of an event cannot both be empty");
     if (!is_set_name(set_name))
-        throw_runtime_error(fmt::format("Context and label of an event cannot contain '/' or '\\', current are : '{}'", name));
-    if (events.exists_set(set_name)) return events.retrieve_set(set_name);
+        throw_runtime_error(fmt::format(
+            "Context and label of an event cannot contain '/' or '\\', current are : '{}'", name));
+    if (events.exists_set(set_name))
+        return events.retrieve_set(set_name);
     return events.create_set(set_name, strata::data_shape({0}, false), strata::data_type::float32);
 }
 
 std::string type_word(int id, const std::string& label) {
     const auto number = static_cast<unsigned>(id);
-    if (number < type_of_id.size()) return std::string(type_of_id[number]);
-    if (std::ranges::find(foot_strike_labels, label) != foot_strike_labels.end()) return std::string(foot_strike);
-    if (std::ranges::find(foot_off_labels, label) != foot_off_labels.end()) return std::string(foot_off);
+    if (number < type_of_id.size())
+        return std::string(type_of_id[number]);
+    if (std::ranges::find(foot_strike_labels, label) != foot_strike_labels.end())
+        return std::string(foot_strike);
+    if (std::ranges::find(foot_off_labels, label) != foot_off_labels.end())
+        return std::string(foot_off);
     return label;
 }
 

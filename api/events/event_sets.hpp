@@ -27,13 +27,18 @@ inline constexpr char occurrence_flags[] = "OccurrenceFlags"; ///< int32
 /// The group of events; RuntimeError when the acquisition has none.
 [[nodiscard]] strata::data_group event_group(const strata::data_store& acquisition);
 
-/// The set of the event `name`, underscores dropped; RuntimeError that names the event when there is none.
-[[nodiscard]] strata::data_set existing_event(const strata::data_group& events, const std::string& name);
+/// The set of the event `name`, underscores dropped; RuntimeError that names the event when there
+/// is none.
+[[nodiscard]] strata::data_set existing_event(const strata::data_group& events,
+                                              const std::string& name);
 
-/// The same, created without times when there is none. RuntimeError for a name that cannot be one: empty, or with "/" or "\".
-[[nodiscard]] strata::data_set event_to_append_to(strata::data_group events, const std::string& name);
+/// The same, created without times when there is none. RuntimeError for a name that cannot be one:
+/// empty, or with "/" or "\".
+[[nodiscard]] strata::data_set event_to_append_to(strata::data_group events,
+                                                  const std::string& name);
 
-/// Type word of an event: by its id where that is 0, 1 or 2, else by the synonyms of its label, else the label itself.
+/// Type word of an event: by its id where that is 0, 1 or 2, else by the synonyms of its label,
+/// else the label itself.
 [[nodiscard]] std::string type_word(int id, const std::string& label);
 
 } // namespace mox::events

@@ -29,50 +29,62 @@ struct occurrence {
     int id; ///< −1: not given
 };
 
-std::int32_t icon_of(int id) {
-    return id == -1 ? 0 : id;
-}
+std::int32_t icon_of(int id) { return id == -1 ? 0 : id; }
 
 void create_text_once(const strata::data_set& set, const char* name, const std::string& text) {
-    if (!set.exists_attribute(name)) create_text(set, name, text);
+    if (!set.exists_attribute(name))
+        create_text(set, name, text);
 }
 
-/// What the set says of the event; an event that exists keeps what it has, but for an empty description.
+/// What the set says of the event; an event that exists keeps what it has, but for an empty
+/// description.
 void describe_event(strata::data_set set, const occurrence& added) {
     create_text_once(set, attribute::context, added.context);
     if (!set.exists_attribute(attribute::icons)) {
-        auto icons = set.create_attribute(attribute::icons, strata::data_shape({1}, false), strata::data_type::int32);
+        auto icons = set.create_attribute(attribute::icons, strata::data_shape({1}, false),
+                                          strata::data_type::int32);
         write(icons, icon_of(added.id));
     }
     create_text_once(set, attribute::subject, added.subject);
     const auto description = set.retrieve_attribute(attribute::description);
-    if (!description) create_text(set, attribute::description, added.description);
-    else if (read<std::string>(description).empty()) write(description, added.description);
+    if (!description)
+        create_text(set, attribute::description, added.description);
+    else if (read<std::string>(description).empty())
+        write(description, added.description);
     create_text_once(set, attribute::type, type_word(added.id, added.label));
 }
 
-/// Adds `value` to an attribute with one element an occurrence; occurrences before it that the attribute does not know get `former`.
+/// Adds `value` to an attribute with one element an occurrence; occurrences before it that the
+/// attribute does not know get `former`.
 template <typename Value>
-void extend_occurrences(strata::data_set set, const char* name, std::size_t former_count, const Value& former,
-                        const Value& value) {
+void extend_occurrences(strata::data_set set, const char* name, std::size_t former_count,
+                        const Value& former, const Value& value) {
     auto values = read_vector<Value>(set.retrieve_attribute(name));
     values.resize(former_count, former);
     values.push_back(value);
-    if (set.exists_attribute(name)) set.delete_attribute(name);
+    if (set.exists_attribute(name))
+        set.delete_attribute(name);
     auto created = set.create_attribute(
-        name, strata::data_shape({static_cast<std::int64_t>(values.size())}, false), store_type_of<Value>);
+        name, strata::data_shape({static_cast<std::int64_t>(values.size())}, false),
+        store_type_of<Value>);
     write_vector(created, values);
 }
 
-void describe_occurrence(const strata::data_set& set, std::size_t former_count, const occurrence& added) {
-    const auto text = [&](const char* name) { return read<std::string>(set.retrieve_attribute(name)); };
+void describe_occurrence(const strata::data_set& set, std::size_t former_count,
+                         const occurrence& added) {
+    const auto text = [&](const char* name) {
+        return read<std::string>(set.retrieve_attribute(name));
+    };
     extend_occurrences(set, attribute::occurrence_labels, former_count, added.label, added.label);
-    extend_occurrences(set, attribute::occurrence_subjects, former_count, text(attribute::subject), added.subject);
-    extend_occurrences(set, attribute::occurrence_descriptions, former_count, text(attribute::description),
-                       added.description);
+    extend_occurrences(set, attribute::occurrence_subjects, former_count, text(attribute::subject),
+                       added.subject);
+    extend_occurrences(set, attribute::occurrence_descriptions, former_count,
+                       text(attribute::description), added.description);
     extend_occurrences(set, attribute::occurrence_icons, former_count,
-                       read<std::int32_t>(set.retrieve_attribute(attribute::icons)), icon_of(added.id));
-    extend_occurrences(set, attribute::occurrence_flags, former_count, std::int32_t{0}, std::int32_t{0});
+                       read<std::int32_t>(set.retrieve_attribute(attribute::icons)),
+                       icon_of(added.id));
+    extend_occurrences(set, attribute::occurrence_flags, former_count, std::int32_t{0},
+                       std::int32_t{0});
 }
 
 void append_time(strata::data_set set, std::vector<float> times, float time) {
@@ -85,7 +97,8 @@ void append_time(strata::data_set set, std::vector<float> times, float time) {
 float single_precision_time(double time) {
     const auto narrowed = static_cast<float>(time);
     if (!std::isfinite(narrowed))
-        throw_runtime_error(fmt::format("The time of an event must be a finite number, current is : {}", time));
+        throw_runtime_error(
+            fmt::format("The time of an event must be a finite number, current is : {}", time));
     return narrowed;
 }
 
@@ -96,20 +109,21 @@ outputs<2> append(strata::data_store acquisition, const std::string& label, cons
     return append_with_id(acquisition, label, time, context, {}, {}, -1);
 }
 
-outputs<2> append_with_subject(strata::data_store acquisition, const std::string& label, const double& time,
-                               const std::string& context, const std::string& subject) {
+outputs<2> append_with_subject(strata::data_store acquisition, const std::string& label,
+                               const double& time, const std::string& context,
+                               const std::string& subject) {
     return append_with_id(acquisition, label, time, context, subject, {}, -1);
 }
 
-outputs<2> append_with_description(strata::data_store acquisition, const std::string& label, const double& time,
-                                   const std::string& context, const std::string& subject,
-                                   const std::string& description) {
+outputs<2> append_with_description(strata::data_store acquisition, const std::string& label,
+                                   const double& time, const std::string& context,
+                                   const std::string& subject, const std::string& description) {
     return append_with_id(acquisition, label, time, context, subject, description, -1);
 }
 
-outputs<2> append_with_id(strata::data_store acquisition, const std::string& label, const double& time,
-                          const std::string& context, const std::string& subject, const std::string& description,
-                          int id) {
+outputs<2> append_with_id(strata::data_store acquisition, const std::string& label,
+                          const double& time, const std::string& context,
+                          const std::string& subject, const std::string& description, int id) {
     const auto group = event_group(acquisition);
     const occurrence added{label, single_precision_time(time), context, subject, description, id};
     auto set = event_to_append_to(group, context + label);
@@ -121,11 +135,13 @@ outputs<2> append_with_id(strata::data_store acquisition, const std::string& lab
     return all(acquisition);
 }
 
-outputs<2> set_description(strata::data_store acquisition, const std::string& event, const std::string& description) {
+outputs<2> set_description(strata::data_store acquisition, const std::string& event,
+                           const std::string& description) {
     const auto set = existing_event(event_group(acquisition), event);
     write(set.retrieve_attribute(attribute::description), description);
     auto occurrences = set.retrieve_attribute(attribute::occurrence_descriptions);
-    if (occurrences) write_vector(occurrences, std::vector(occurrences.shape().element_count(), description));
+    if (occurrences)
+        write_vector(occurrences, std::vector(occurrences.shape().element_count(), description));
     return all(acquisition);
 }
 
@@ -133,12 +149,14 @@ outputs<2> set_id(strata::data_store acquisition, const std::string& event, int 
     const auto set = existing_event(event_group(acquisition), event);
     for (const char* name : {attribute::icons, attribute::occurrence_icons}) {
         auto icons = set.retrieve_attribute(name);
-        if (icons) write_vector(icons, std::vector<std::int32_t>(icons.shape().element_count(), id));
+        if (icons)
+            write_vector(icons, std::vector<std::int32_t>(icons.shape().element_count(), id));
     }
     return all(acquisition);
 }
 
-outputs<2> set_label(strata::data_store /*acquisition*/, int /*index*/, const std::string& /*label*/) {
+outputs<2> set_label(strata::data_store /*acquisition*/, int /*index*/,
+                     const std::string& /*label*/) {
     throw_not_implemented();
 }
 
@@ -146,12 +164,11 @@ outputs<2> set_time(strata::data_store /*acquisition*/, int /*index*/, float /*t
     throw_not_implemented();
 }
 
-outputs<2> set_subject(strata::data_store /*acquisition*/, int /*index*/, const std::string& /*subject*/) {
+outputs<2> set_subject(strata::data_store /*acquisition*/, int /*index*/,
+                       const std::string& /*subject*/) {
     throw_not_implemented();
 }
 
-void clear(strata::data_store acquisition) {
-    delete_sets(event_group(acquisition));
-}
+void clear(strata::data_store acquisition) { delete_sets(event_group(acquisition)); }
 
 } // namespace mox::events

@@ -36,11 +36,13 @@ void add_occurrences(const strata::data_set& set, occurrences& all) {
     all.names.insert(all.names.end(), times.size(), set.name());
     all.descriptions.insert(all.descriptions.end(), times.size(),
                             read<std::string>(set.retrieve_attribute(attribute::description)));
-    all.ids.insert(all.ids.end(), times.size(), read<std::int32_t>(set.retrieve_attribute(attribute::icons)));
+    all.ids.insert(all.ids.end(), times.size(),
+                   read<std::int32_t>(set.retrieve_attribute(attribute::icons)));
 }
 
 template <typename Number> py_ref to_array(const std::vector<Number>& numbers, int type) {
-    auto array = new_array(strata::data_shape({static_cast<std::int64_t>(numbers.size())}, false), type);
+    auto array =
+        new_array(strata::data_shape({static_cast<std::int64_t>(numbers.size())}, false), type);
     std::copy(numbers.begin(), numbers.end(), static_cast<Number*>(PyArray_DATA(array.array())));
     return array;
 }
@@ -57,7 +59,8 @@ py_ref to_list(const std::vector<std::string>& texts) {
 outputs<2> all(strata::data_store acquisition) {
     const auto sets = keyed(sets_of(event_group(acquisition)));
     auto times = py_ref::checked(PyDict_New());
-    for (const auto& [key, set] : sets) set_item(times.get(), std::string_view(key), read_as_python(set, transposed));
+    for (const auto& [key, set] : sets)
+        set_item(times.get(), std::string_view(key), read_as_python(set, transposed));
     auto info = py_ref::checked(PyDict_New());
     set_item(info.get(), "subject", attribute_of_each(sets, attribute::subject));
     set_item(info.get(), "units", units_of(sets, "EVENTS"));
@@ -74,9 +77,11 @@ double number(strata::data_store acquisition) {
 outputs<4> values(strata::data_store acquisition) {
     occurrences all;
     if (acquisition.root().exists_group(layout::events)) {
-        for (const auto& set : sets_of(event_group(acquisition))) add_occurrences(set, all);
+        for (const auto& set : sets_of(event_group(acquisition)))
+            add_occurrences(set, all);
     }
-    return {to_array(all.times, NPY_DOUBLE), to_list(all.names), to_list(all.descriptions), to_array(all.ids, NPY_INT)};
+    return {to_array(all.times, NPY_DOUBLE), to_list(all.names), to_list(all.descriptions),
+            to_array(all.ids, NPY_INT)};
 }
 
 } // namespace mox::events

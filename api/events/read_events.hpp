@@ -8,13 +8,15 @@
 
 namespace mox::events {
 
-/// {event name: its times in seconds}, one time as a float, more as an array; and {"subject": …, "units": …}.
+/// {event name: its times in seconds}, one time as a float, more as an array; and {"subject": …,
+/// "units": …}.
 [[nodiscard]] outputs<2> all(strata::data_store acquisition);
 
 /// Number of occurrences of all events.
 [[nodiscard]] double number(strata::data_store acquisition);
 
-/// Times, event names, descriptions and ids, one element an occurrence. Four empty results where there is no group of events.
+/// Times, event names, descriptions and ids, one element an occurrence. Four empty results where
+/// there is no group of events.
 [[nodiscard]] outputs<4> values(strata::data_store acquisition);
 
 } // namespace mox::events

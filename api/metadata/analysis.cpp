@@ -13,7 +13,8 @@ namespace mox::analysis {
 
 outputs<2> all(strata::data_store acquisition) {
     const auto path = metadata::path_of("ANALYSIS", {});
-    if (!metadata::metadata_root(acquisition).exists_group("ANALYSIS")) throw_no_such_group(path.group);
+    if (!metadata::metadata_root(acquisition).exists_group("ANALYSIS"))
+        throw_no_such_group(path.group);
     const auto group = metadata::existing_group(acquisition, path);
     const auto entry = group.retrieve_attribute("UNITS");
     auto units = py_ref::checked(PyDict_New());
@@ -23,20 +24,22 @@ outputs<2> all(strata::data_store acquisition) {
     return {metadata::group_dictionary(group), std::move(units)};
 }
 
-outputs<2> append(strata::data_store /*acquisition*/, const std::string& /*name*/, const std::string& /*context*/,
-                  const std::string& /*subject*/, double /*value*/) {
+outputs<2> append(strata::data_store /*acquisition*/, const std::string& /*name*/,
+                  const std::string& /*context*/, const std::string& /*subject*/,
+                  double /*value*/) {
     throw_not_supported();
 }
 
 outputs<2> append_with_unit(strata::data_store /*acquisition*/, const std::string& /*name*/,
-                            const std::string& /*context*/, const std::string& /*subject*/, double /*value*/,
-                            const std::string& /*unit*/) {
+                            const std::string& /*context*/, const std::string& /*subject*/,
+                            double /*value*/, const std::string& /*unit*/) {
     throw_not_supported();
 }
 
 outputs<2> append_with_description(strata::data_store /*acquisition*/, const std::string& /*name*/,
-                                   const std::string& /*context*/, const std::string& /*subject*/, double /*value*/,
-                                   const std::string& /*unit*/, const std::string& /*description*/) {
+                                   const std::string& /*context*/, const std::string& /*subject*/,
+                                   double /*value*/, const std::string& /*unit*/,
+                                   const std::string& /*description*/) {
     throw_not_supported();
 }
 
@@ -49,8 +52,6 @@ outputs<2> remove_by_name(strata::data_store /*acquisition*/, const std::string&
     throw_not_supported();
 }
 
-void clear(strata::data_store /*acquisition*/) {
-    throw_not_supported();
-}
+void clear(strata::data_store /*acquisition*/) { throw_not_supported(); }
 
 } // namespace mox::analysis

@@ -13,7 +13,8 @@ py_ref data_set_dictionary(const strata::data_set set) {
     constexpr array_form transposed{.transpose = true, .squeeze = false};
     auto dictionary = py_ref::checked(PyDict_New());
     for (const auto& name : set.list_attributes_name()) {
-        set_item(dictionary.get(), std::string_view(name), read_as_python(set.retrieve_attribute(name), transposed));
+        set_item(dictionary.get(), std::string_view(name),
+                 read_as_python(set.retrieve_attribute(name), transposed));
     }
     set_item(dictionary.get(), "Values", read_as_python(set, transposed));
     return dictionary;

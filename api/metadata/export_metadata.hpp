@@ -14,9 +14,11 @@ namespace mox::metadata {
 [[nodiscard]] py_ref group_dictionary(const strata::data_group& group);
 [[nodiscard]] py_ref entry_dictionary(const strata::data_attribute& entry);
 
-/// All metadata, those of one group, and one entry. RuntimeError when there is no such group or entry.
+/// All metadata, those of one group, and one entry. RuntimeError when there is no such group or
+/// entry.
 [[nodiscard]] py_ref all(strata::data_store acquisition);
 [[nodiscard]] py_ref of_group(strata::data_store acquisition, const std::string& group);
-[[nodiscard]] py_ref of_entry(strata::data_store acquisition, const std::string& group, const std::string& entry);
+[[nodiscard]] py_ref of_entry(strata::data_store acquisition, const std::string& group,
+                              const std::string& entry);
 
 } // namespace mox::metadata

@@ -15,12 +15,15 @@ namespace mox::metadata {
 namespace {
 
 std::string checked_format(const anvil::json& info) {
-    if (!info.contains("format")) throw_runtime_error("Given struct has no field \"format\"");
+    if (!info.contains("format"))
+        throw_runtime_error("Given struct has no field \"format\"");
     const auto& format = info["format"];
-    if (!format.is_string()) throw_runtime_error("Given struct field \"format\" needs to have a string value");
+    if (!format.is_string())
+        throw_runtime_error("Given struct field \"format\" needs to have a string value");
     auto name = format.get<std::string>();
     if (!is_format_name(name)) {
-        throw_runtime_error("Given struct field \"format\" needs to correspond to a real type {\"Integer\", \"Char\", "
+        throw_runtime_error("Given struct field \"format\" needs to correspond to a real type "
+                            "{\"Integer\", \"Char\", "
                             "\"Real\", \"Byte\"}");
     }
     return name;
@@ -31,12 +34,15 @@ std::string checked_format(const anvil::json& info) {
 new_entry checked_info(PyObject* info) {
     const auto json = python_to_json(info);
     auto format = checked_format(json);
-    if (!json.contains("values")) throw_runtime_error("Given struct has no field \"values\"");
+    if (!json.contains("values"))
+        throw_runtime_error("Given struct has no field \"values\"");
     auto values = py_ref::borrow(PyDict_GetItemString(info, "values"));
-    if (!values) throw_runtime_error("Given struct has no field \"values\"");
+    if (!values)
+        throw_runtime_error("Given struct has no field \"values\"");
     const auto type = type_of_format(format);
     const auto given = store_type_of_value(values.get());
-    if (given != strata::data_type::invalid) require_same_kind(type, given);
+    if (given != strata::data_type::invalid)
+        require_same_kind(type, given);
     require_readable(type, shape_of_value(values.get()).element_count());
     return {std::move(format), std::move(values)};
 }
@@ -44,23 +50,28 @@ new_entry checked_info(PyObject* info) {
 void require_same_kind(strata::data_type stored, strata::data_type given) {
     const bool stores_text = strata::element_kind(stored) == strata::data_type::string;
     const bool gives_text = strata::element_kind(given) == strata::data_type::string;
-    if (stores_text && !gives_text) throw_runtime_error("Impossible to write number(s) into a metadata entry of format \"Char\"");
-    if (!stores_text && gives_text) throw_runtime_error("Impossible to write text into a metadata entry of numbers");
+    if (stores_text && !gives_text)
+        throw_runtime_error(
+            "Impossible to write number(s) into a metadata entry of format \"Char\"");
+    if (!stores_text && gives_text)
+        throw_runtime_error("Impossible to write text into a metadata entry of numbers");
 }
 
 py_ref info_record(const std::string& format, PyObject* values) {
-    return info_record_of_dimensions(format, values, static_cast<int>(shape_of_value(values).dimensions().size()));
+    return info_record_of_dimensions(format, values,
+                                     static_cast<int>(shape_of_value(values).dimensions().size()));
 }
 
 py_ref info_record_of_dimensions(const std::string& format, PyObject* values, int dimensions) {
     const auto extents = shape_of_value(values).dimensions().size();
     if (dimensions < static_cast<int>(extents)) {
-        throw_runtime_error(
-            "Given number of dimensions is lower than the number of dimensions for the given values.");
+        throw_runtime_error("Given number of dimensions is lower than the number of dimensions for "
+                            "the given values.");
     }
     auto record = py_ref::checked(PyDict_New());
-    set_item(record.get(), "format", py_ref::checked(PyUnicode_FromStringAndSize(
-                                         format.data(), static_cast<Py_ssize_t>(format.size()))));
+    set_item(record.get(), "format",
+             py_ref::checked(PyUnicode_FromStringAndSize(format.data(),
+                                                         static_cast<Py_ssize_t>(format.size()))));
     set_item_from_value(record.get(), "values", values);
     set_item(record.get(), "numdims", py_ref::checked(PyLong_FromLong(dimensions)));
     return record;

@@ -14,15 +14,18 @@ struct new_entry {
     py_ref values;
 };
 
-/// The content of an info dictionary. RuntimeError for one without a known "format" or without "values", TypeError for content that
-/// JSON does not know; what an entry of the format cannot hold is refused too.
+/// The content of an info dictionary. RuntimeError for one without a known "format" or without
+/// "values", TypeError for content that JSON does not know; what an entry of the format cannot hold
+/// is refused too.
 [[nodiscard]] new_entry checked_info(PyObject* info);
 
 /// RuntimeError when text is given for an entry of numbers or numbers for one of text.
 void require_same_kind(strata::data_type stored, strata::data_type given);
 
-/// {"format": format, "values": values, "numdims": number of dimensions}. RuntimeError when fewer dimensions are given than the values have.
+/// {"format": format, "values": values, "numdims": number of dimensions}. RuntimeError when fewer
+/// dimensions are given than the values have.
 [[nodiscard]] py_ref info_record(const std::string& format, PyObject* values);
-[[nodiscard]] py_ref info_record_of_dimensions(const std::string& format, PyObject* values, int dimensions);
+[[nodiscard]] py_ref info_record_of_dimensions(const std::string& format, PyObject* values,
+                                               int dimensions);
 
 } // namespace mox::metadata

@@ -16,27 +16,31 @@ constexpr std::string_view ending = " does not exist";
 
 strata::data_group format_group(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
-    if (!root.exists_group(layout::metadata)) throw_no_such_group(layout::metadata, ending);
+    if (!root.exists_group(layout::metadata))
+        throw_no_such_group(layout::metadata, ending);
     return root.retrieve_group(layout::format);
 }
 
 } // namespace
 
 entry_path path_of(const std::string& group, const std::string& entry) {
-    return {fmt::format("{}/{}", layout::name::metadata, group), std::filesystem::path(entry).filename().string()};
+    return {fmt::format("{}/{}", layout::name::metadata, group),
+            std::filesystem::path(entry).filename().string()};
 }
 
 entry_path path_of(const std::string& path) {
     const auto split = path.rfind('/');
-    if (split == std::string::npos) return path_of({}, path);
+    if (split == std::string::npos)
+        return path_of({}, path);
     return path_of(path.substr(0, split), path.substr(split + 1));
 }
 
 void require_entry_name(const std::string& entry) {
-    if (entry.empty()) throw_runtime_error("The name of a metadata entry cannot be empty");
+    if (entry.empty())
+        throw_runtime_error("The name of a metadata entry cannot be empty");
     if (entry.find_first_of("/\\") != std::string::npos) {
-        throw_runtime_error(
-            fmt::format("The name of a metadata entry cannot contain '/' or '\\', current is : '{}'", entry));
+        throw_runtime_error(fmt::format(
+            "The name of a metadata entry cannot contain '/' or '\\', current is : '{}'", entry));
     }
 }
 
@@ -46,7 +50,8 @@ strata::data_group metadata_root(const strata::data_store& acquisition) {
 
 strata::data_group existing_group(const strata::data_store& acquisition, const entry_path& path) {
     const auto format = format_group(acquisition);
-    if (!format.exists_group(path.group)) throw_no_such_group(path.group, ending);
+    if (!format.exists_group(path.group))
+        throw_no_such_group(path.group, ending);
     return format.retrieve_group(path.group);
 }
 
@@ -56,8 +61,10 @@ strata::data_group group_to_add_to(const strata::data_store& acquisition, const 
 
 void delete_metadata_group(const strata::data_store& acquisition, const entry_path& path) {
     auto format = format_group(acquisition);
-    const auto inner = path.group.find_first_not_of('/', std::string_view(layout::name::metadata).size());
-    if (inner == std::string::npos) throw_runtime_error("The group of all metadata cannot be removed");
+    const auto inner =
+        path.group.find_first_not_of('/', std::string_view(layout::name::metadata).size());
+    if (inner == std::string::npos)
+        throw_runtime_error("The group of all metadata cannot be removed");
     format.delete_group(path.group);
 }
 
@@ -67,11 +74,12 @@ bool exists_entry(const strata::data_store& acquisition, const entry_path& path)
            format.retrieve_group(path.group).exists_attribute(path.entry);
 }
 
-strata::data_attribute existing_entry(const strata::data_store& acquisition, const entry_path& path) {
+strata::data_attribute existing_entry(const strata::data_store& acquisition,
+                                      const entry_path& path) {
     const auto group = existing_group(acquisition, path);
     if (path.entry.empty() || !group.exists_attribute(path.entry)) {
-        throw_runtime_error(
-            fmt::format("Unable to find the metadata entry '{}' in the group '{}'", path.entry, path.group));
+        throw_runtime_error(fmt::format("Unable to find the metadata entry '{}' in the group '{}'",
+                                        path.entry, path.group));
     }
     return group.retrieve_attribute(path.entry);
 }

@@ -19,13 +19,16 @@ namespace {
 constexpr char different_shape[] =
     "Impossible to write value(s) with a shape different than the one stored in the data attribute";
 
-/// Makes the entry elsewhere first, so that nothing is lost, and no group made, when it cannot be made.
-void write_entry(const strata::data_store& acquisition, const entry_path& path, const new_entry& content) {
+/// Makes the entry elsewhere first, so that nothing is lost, and no group made, when it cannot be
+/// made.
+void write_entry(const strata::data_store& acquisition, const entry_path& path,
+                 const new_entry& content) {
     strata::data_store scratch;
     write_python_value_as_new(scratch.root(), path.entry, content.format, content.values.get());
     const auto made = scratch.root().retrieve_attribute(path.entry);
     auto group = group_to_add_to(acquisition, path);
-    if (group.exists_attribute(path.entry)) group.delete_attribute(path.entry);
+    if (group.exists_attribute(path.entry))
+        group.delete_attribute(path.entry);
     group.copy_attribute(made);
 }
 
@@ -33,13 +36,16 @@ void write_value(const strata::data_store& acquisition, const entry_path& path, 
     const auto type = store_type_of_value(value);
     const auto shape = shape_of_value(value);
     auto entry = existing_entry(acquisition, path);
-    if (type == strata::data_type::invalid) throw swig_error(error_code::type, "Unsupported data type");
-    if (!(shape == entry.shape())) throw_runtime_error(different_shape);
+    if (type == strata::data_type::invalid)
+        throw swig_error(error_code::type, "Unsupported data type");
+    if (!(shape == entry.shape()))
+        throw_runtime_error(different_shape);
     require_same_kind(entry.type(), type);
     write_python_value(entry, type, value);
 }
 
-void change_format(const strata::data_store& acquisition, const entry_path& path, const std::string& format) {
+void change_format(const strata::data_store& acquisition, const entry_path& path,
+                   const std::string& format) {
     const auto entry = existing_entry(acquisition, path);
     const auto target = type_of_format(format);
     switch (strata::element_kind(entry.type())) {
@@ -50,11 +56,13 @@ void change_format(const strata::data_store& acquisition, const entry_path& path
         require_readable(target, entry.shape().element_count());
         change_element_type(existing_group(acquisition, path), path.entry, target);
         break;
-    default: break; // entries of other types keep theirs
+    default:
+        break; // entries of other types keep theirs
     }
 }
 
-void change_dimensions(const strata::data_store& acquisition, const entry_path& path, PyObject* value) {
+void change_dimensions(const strata::data_store& acquisition, const entry_path& path,
+                       PyObject* value) {
     (void)existing_entry(acquisition, path); // comes before what is wrong with the dimensions
     const auto dimensions = dimension_list(value);
     // Anew: reading the list may run Python code that changes the acquisition.
@@ -65,20 +73,23 @@ void change_dimensions(const strata::data_store& acquisition, const entry_path& 
 
 } // namespace
 
-py_ref append(strata::data_store acquisition, const std::string& group, const std::string& entry, PyObject* info) {
+py_ref append(strata::data_store acquisition, const std::string& group, const std::string& entry,
+              PyObject* info) {
     const auto content = checked_info(info);
     require_entry_name(entry);
     write_entry(acquisition, path_of(group, entry), content);
     return all(acquisition);
 }
 
-py_ref set(strata::data_store acquisition, const std::string& group, const std::string& entry, PyObject* info) {
+py_ref set(strata::data_store acquisition, const std::string& group, const std::string& entry,
+           PyObject* info) {
     if (!exists_entry(acquisition, path_of(group, entry)))
         throw_runtime_error("Unable to set metadata : it doesn't exists in given acquisition");
     return append(acquisition, group, entry, info);
 }
 
-py_ref set_value(strata::data_store acquisition, const std::string& group, const std::string& entry, PyObject* value) {
+py_ref set_value(strata::data_store acquisition, const std::string& group, const std::string& entry,
+                 PyObject* value) {
     write_value(acquisition, path_of(group, entry), value);
     return all(acquisition);
 }
@@ -88,30 +99,32 @@ py_ref set_value_at(strata::data_store acquisition, const std::string& path, PyO
     return all(acquisition);
 }
 
-py_ref set_format(strata::data_store acquisition, const std::string& group, const std::string& entry,
-                  const std::string& format) {
+py_ref set_format(strata::data_store acquisition, const std::string& group,
+                  const std::string& entry, const std::string& format) {
     change_format(acquisition, path_of(group, entry), format);
     return all(acquisition);
 }
 
-py_ref set_format_at(strata::data_store acquisition, const std::string& path, const std::string& format) {
+py_ref set_format_at(strata::data_store acquisition, const std::string& path,
+                     const std::string& format) {
     change_format(acquisition, path_of(path), format);
     return all(acquisition);
 }
 
-py_ref set_dimensions(strata::data_store acquisition, const std::string& group, const std::string& entry,
-                      PyObject* dimensions) {
+py_ref set_dimensions(strata::data_store acquisition, const std::string& group,
+                      const std::string& entry, PyObject* dimensions) {
     change_dimensions(acquisition, path_of(group, entry), dimensions);
     return all(acquisition);
 }
 
-py_ref set_dimensions_at(strata::data_store acquisition, const std::string& path, PyObject* dimensions) {
+py_ref set_dimensions_at(strata::data_store acquisition, const std::string& path,
+                         PyObject* dimensions) {
     change_dimensions(acquisition, path_of(path), dimensions);
     return all(acquisition);
 }
 
-py_ref set_description(strata::data_store acquisition, const std::string& /*group*/, const std::string& /*entry*/,
-                       const std::string& /*description*/) {
+py_ref set_description(strata::data_store acquisition, const std::string& /*group*/,
+                       const std::string& /*entry*/, const std::string& /*description*/) {
     return all(acquisition);
 }
 
@@ -124,7 +137,8 @@ py_ref remove_group(strata::data_store acquisition, const std::string& group) {
     return remove_entry(acquisition, group, {});
 }
 
-py_ref remove_entry(strata::data_store acquisition, const std::string& group, const std::string& entry) {
+py_ref remove_entry(strata::data_store acquisition, const std::string& group,
+                    const std::string& entry) {
     const auto path = path_of(group, entry);
     auto holder = existing_group(acquisition, path);
     if (!path.entry.empty()) {
@@ -138,7 +152,8 @@ py_ref remove_entry(strata::data_store acquisition, const std::string& group, co
 
 void clear(strata::data_store acquisition) {
     auto root = metadata_root(acquisition);
-    for (const auto& name : root.list_group_children_name()) root.delete_group(name);
+    for (const auto& name : root.list_group_children_name())
+        root.delete_group(name);
 }
 
 } // namespace mox::metadata

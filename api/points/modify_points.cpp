@@ -31,13 +31,15 @@ struct found_point {
 
 found_point find(const strata::data_store& acquisition, int index) {
     found_point found;
-    found.set = point_by_index(retrieve_group(acquisition.root(), layout::data), index, found.holder);
+    found.set =
+        point_by_index(retrieve_group(acquisition.root(), layout::data), index, found.holder);
     return found;
 }
 
 found_point find(const strata::data_store& acquisition, const std::string& label) {
     found_point found;
-    found.set = point_by_label(retrieve_group(acquisition.root(), layout::data), label, found.holder);
+    found.set =
+        point_by_label(retrieve_group(acquisition.root(), layout::data), label, found.holder);
     return found;
 }
 
@@ -49,19 +51,22 @@ template <typename Key> outputs<2> remove(const strata::data_store& acquisition,
 }
 
 template <typename Key>
-outputs<2> set_text(const strata::data_store& acquisition, const Key& key, const char* name, const std::string& text) {
+outputs<2> set_text(const strata::data_store& acquisition, const Key& key, const char* name,
+                    const std::string& text) {
     write_or_create(find(acquisition, key).set, name, text);
     return all(acquisition);
 }
 
 template <typename Key>
-outputs<2> set_type(const strata::data_store& acquisition, const Key& key, const std::string& type_word) {
+outputs<2> set_type(const strata::data_store& acquisition, const Key& key,
+                    const std::string& type_word) {
     const auto& type = point_type_of_word(type_word);
     auto [set, holder] = find(acquisition, key);
     auto target = retrieve_group(acquisition.root(), type.path);
     if (holder.name() != type.group_name) {
         const auto name = set.name();
-        if (target.exists_set(name)) throw_channel_exists(name);
+        if (target.exists_set(name))
+            throw_channel_exists(name);
         move_set(target, holder, set, name);
         set = target.retrieve_set(name);
     }
@@ -71,14 +76,16 @@ outputs<2> set_type(const strata::data_store& acquisition, const Key& key, const
 
 } // namespace
 
-outputs<2> append(strata::data_store acquisition, const std::string& type_word, const std::string& label,
-                  PyObject* matrix) {
+outputs<2> append(strata::data_store acquisition, const std::string& type_word,
+                  const std::string& label, PyObject* matrix) {
     const auto& type = point_type_of_word(type_word);
     const auto array = as_array(matrix);
     const auto groups = point_groups(acquisition.root());
     auto group = retrieve_group(acquisition.root(), type.path);
     const auto values = checked_matrix(array, samples_of(group), 1, 3);
-    auto set = create_channel(group, label, channel_count(groups), {});
+    const auto index = channel_count(groups);
+    auto set =
+        create_channel(group, label.empty() ? unused_channel_name(group, index) : label, index, {});
     create_text(set, attribute::metric_type, type_word);
     write_channels_in_order({set}, values, 3);
     return all(acquisition);
@@ -93,34 +100,41 @@ outputs<2> remove_by_label(strata::data_store acquisition, const std::string& la
 }
 
 void clear(strata::data_store acquisition) {
-    for (const auto& type : point_types) delete_sets(retrieve_group(acquisition.root(), type.path));
+    for (const auto& type : point_types)
+        delete_sets(retrieve_group(acquisition.root(), type.path));
 }
 
 outputs<2> set_label_by_index(strata::data_store acquisition, int index, const std::string& label) {
     return set_text(acquisition, index, attribute::label, label);
 }
 
-outputs<2> set_label_by_label(strata::data_store acquisition, const std::string& point, const std::string& label) {
+outputs<2> set_label_by_label(strata::data_store acquisition, const std::string& point,
+                              const std::string& label) {
     return set_text(acquisition, point, attribute::label, label);
 }
 
-outputs<2> set_description_by_index(strata::data_store acquisition, int index, const std::string& text) {
+outputs<2> set_description_by_index(strata::data_store acquisition, int index,
+                                    const std::string& text) {
     return set_text(acquisition, index, attribute::description, text);
 }
 
-outputs<2> set_description_by_label(strata::data_store acquisition, const std::string& point, const std::string& text) {
+outputs<2> set_description_by_label(strata::data_store acquisition, const std::string& point,
+                                    const std::string& text) {
     return set_text(acquisition, point, attribute::description, text);
 }
 
-outputs<2> set_type_by_index(strata::data_store acquisition, int index, const std::string& type_word) {
+outputs<2> set_type_by_index(strata::data_store acquisition, int index,
+                             const std::string& type_word) {
     return set_type(acquisition, index, type_word);
 }
 
-outputs<2> set_type_by_label(strata::data_store acquisition, const std::string& point, const std::string& type_word) {
+outputs<2> set_type_by_label(strata::data_store acquisition, const std::string& point,
+                             const std::string& type_word) {
     return set_type(acquisition, point, type_word);
 }
 
-void set_unit(strata::data_store acquisition, const std::string& type_word, const std::string& unit) {
+void set_unit(strata::data_store acquisition, const std::string& type_word,
+              const std::string& unit) {
     const auto& type = point_type_of_word(type_word);
     for (const auto& set : sets_of(retrieve_group(acquisition.root(), type.path)))
         write_or_create(set, attribute::unit, unit);
@@ -133,8 +147,10 @@ outputs<2> set_number(strata::data_store acquisition, int wanted) {
     if (count > wanted) {
         shrink_channels(groups, count, wanted);
     } else {
-        require_memory_for_channels(static_cast<double>(wanted) - count, 3.0 * static_cast<double>(samples_of(markers)));
-        for (auto index = count; index < wanted; ++index) create_marker(markers, unused_channel_name(markers, index), index);
+        require_memory_for_channels(static_cast<double>(wanted) - count,
+                                    3.0 * static_cast<double>(samples_of(markers)));
+        for (auto index = count; index < wanted; ++index)
+            create_marker(markers, unused_channel_name(markers, index), index);
     }
     return all(acquisition);
 }

@@ -28,7 +28,8 @@ const point_type& type_of(std::string_view group_name) {
     return *find_point_type_of_group(group_name);
 }
 
-std::vector<strata::data_set> sets_of_type(const strata::data_store& acquisition, std::string_view group_name) {
+std::vector<strata::data_set> sets_of_type(const strata::data_store& acquisition,
+                                           std::string_view group_name) {
     return sets_of(retrieve_group(acquisition.root(), type_of(group_name).path));
 }
 
@@ -36,7 +37,8 @@ std::vector<strata::data_set> all_sets(const strata::data_store& acquisition) {
     std::vector<strata::data_set> sets;
     for (const auto& type : point_types) {
         auto of_type = sets_of(retrieve_group(acquisition.root(), type.path));
-        sets.insert(sets.end(), std::make_move_iterator(of_type.begin()), std::make_move_iterator(of_type.end()));
+        sets.insert(sets.end(), std::make_move_iterator(of_type.begin()),
+                    std::make_move_iterator(of_type.end()));
     }
     return sets;
 }
@@ -53,7 +55,8 @@ outputs<2> read_type(const strata::data_store& acquisition, std::string_view gro
     auto values = values_of(sets);
     auto info = py_ref::checked(PyDict_New());
     if (!sets.empty()) {
-        set_item(info.get(), "frequency", required_attribute(sets.front().set, attribute::sample_rate));
+        set_item(info.get(), "frequency",
+                 required_attribute(sets.front().set, attribute::sample_rate));
         set_item(info.get(), "units", units_of(sets, type_of(group_name).tag));
     }
     return {std::move(values), std::move(info)};
@@ -78,28 +81,19 @@ outputs<2> read_point(const strata::data_set& set) {
 
 } // namespace
 
-outputs<2> markers(strata::data_store acquisition) {
-    return read_type(acquisition, "Markers");
-}
-outputs<2> angles(strata::data_store acquisition) {
-    return read_type(acquisition, "Angles");
-}
-outputs<2> forces(strata::data_store acquisition) {
-    return read_type(acquisition, "Forces");
-}
-outputs<2> moments(strata::data_store acquisition) {
-    return read_type(acquisition, "Moments");
-}
-outputs<2> powers(strata::data_store acquisition) {
-    return read_type(acquisition, "Powers");
-}
+outputs<2> markers(strata::data_store acquisition) { return read_type(acquisition, "Markers"); }
+outputs<2> angles(strata::data_store acquisition) { return read_type(acquisition, "Angles"); }
+outputs<2> forces(strata::data_store acquisition) { return read_type(acquisition, "Forces"); }
+outputs<2> moments(strata::data_store acquisition) { return read_type(acquisition, "Moments"); }
+outputs<2> powers(strata::data_store acquisition) { return read_type(acquisition, "Powers"); }
 
 outputs<2> all(strata::data_store acquisition) {
     const auto sets = keyed(all_sets(acquisition));
     auto values = values_of(sets);
     auto info = py_ref::checked(PyDict_New());
     if (!sets.empty()) {
-        set_item(info.get(), "frequency", required_attribute(sets.front().set, attribute::sample_rate));
+        set_item(info.get(), "frequency",
+                 required_attribute(sets.front().set, attribute::sample_rate));
         set_item(info.get(), "firstFrame", first_frame_of(sets.front().set));
         set_item(info.get(), "units", units_of(sets, {}));
         set_item(info.get(), "label", attribute_of_each(sets, attribute::label));
@@ -110,12 +104,14 @@ outputs<2> all(strata::data_store acquisition) {
 
 outputs<2> by_index(strata::data_store acquisition, int index) {
     strata::data_group holder;
-    return read_point(point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder));
+    return read_point(
+        point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder));
 }
 
 outputs<2> by_label(strata::data_store acquisition, const std::string& label) {
     strata::data_group holder;
-    return read_point(point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder));
+    return read_point(
+        point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder));
 }
 
 py_ref markers_values(strata::data_store acquisition) {
@@ -133,15 +129,15 @@ py_ref moments_values(strata::data_store acquisition) {
 py_ref powers_values(strata::data_store acquisition) {
     return values_matrix(sets_of_type(acquisition, "Powers"));
 }
-py_ref all_values(strata::data_store acquisition) {
-    return values_matrix(all_sets(acquisition));
-}
+py_ref all_values(strata::data_store acquisition) { return values_matrix(all_sets(acquisition)); }
 
 std::string unit(strata::data_store acquisition, const std::string& group_name) {
     const auto* type = find_point_type_of_group(group_name);
-    if (!type) return {};
+    if (!type)
+        return {};
     const auto sets = sets_of_type(acquisition, type->group_name);
-    return sets.empty() ? std::string() : read<std::string>(sets.front().retrieve_attribute(attribute::unit));
+    return sets.empty() ? std::string()
+                        : read<std::string>(sets.front().retrieve_attribute(attribute::unit));
 }
 
 double number(strata::data_store acquisition) {

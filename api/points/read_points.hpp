@@ -10,7 +10,8 @@
 
 namespace mox::points {
 
-/// All points of one type: {set name: frames × 3 array}, and their information ("frequency", "units").
+/// All points of one type: {set name: frames × 3 array}, and their information ("frequency",
+/// "units").
 [[nodiscard]] outputs<2> markers(strata::data_store acquisition);
 [[nodiscard]] outputs<2> angles(strata::data_store acquisition);
 [[nodiscard]] outputs<2> forces(strata::data_store acquisition);
@@ -24,7 +25,8 @@ namespace mox::points {
 [[nodiscard]] outputs<2> by_index(strata::data_store acquisition, int index);
 [[nodiscard]] outputs<2> by_label(strata::data_store acquisition, const std::string& label);
 
-/// Points as one float64 matrix of frames × 3 columns a point, in ascending index; without points an array without dimensions.
+/// Points as one float64 matrix of frames × 3 columns a point, in ascending index; without points
+/// an array without dimensions.
 [[nodiscard]] py_ref markers_values(strata::data_store acquisition);
 [[nodiscard]] py_ref angles_values(strata::data_store acquisition);
 [[nodiscard]] py_ref forces_values(strata::data_store acquisition);
@@ -32,7 +34,8 @@ namespace mox::points {
 [[nodiscard]] py_ref powers_values(strata::data_store acquisition);
 [[nodiscard]] py_ref all_values(strata::data_store acquisition);
 
-/// Unit of the first point of the group called `group_name` ("Markers", …); empty for an unknown name or a group without points.
+/// Unit of the first point of the group called `group_name` ("Markers", …); empty for an unknown
+/// name or a group without points.
 [[nodiscard]] std::string unit(strata::data_store acquisition, const std::string& group_name);
 
 /// Number of points of all types.

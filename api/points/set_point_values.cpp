@@ -26,27 +26,34 @@ namespace {
 
 constexpr std::uint64_t components = 3;
 
-void set_group_values(const strata::data_store& acquisition, std::string_view word, PyObject* matrix) {
+void set_group_values(const strata::data_store& acquisition, std::string_view word,
+                      PyObject* matrix) {
     const auto array = as_array(matrix);
     const auto group = retrieve_group(acquisition.root(), point_type_of_word(word).path);
     const auto sets = in_index_order(sets_of(group));
-    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components), components);
+    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components),
+                            components);
 }
 
 /// Writes one point of the group `holder`.
-void set_point_values(const strata::data_set& set, const strata::data_group& holder, const py_ref& array) {
-    write_channels_in_order({set}, checked_matrix(array, samples_of(holder), 1, components), components);
+void set_point_values(const strata::data_set& set, const strata::data_group& holder,
+                      const py_ref& array) {
+    write_channels_in_order({set}, checked_matrix(array, samples_of(holder), 1, components),
+                            components);
 }
 
 /// Where the columns of each point begin; RuntimeError when an index lies outside of the matrix.
-std::vector<channel_columns> columns_by_index(const std::vector<strata::data_group>& groups, std::int32_t count) {
+std::vector<channel_columns> columns_by_index(const std::vector<strata::data_group>& groups,
+                                              std::int32_t count) {
     std::vector<channel_columns> channels;
     for (const auto& group : groups) {
         for (const auto& set : sets_of(group)) {
-            const auto index = read<std::int32_t>(set.retrieve_attribute(layout::attribute::relative_set_index), -1);
+            const auto index = read<std::int32_t>(
+                set.retrieve_attribute(layout::attribute::relative_set_index), -1);
             if (index < 0 || index >= count) {
-                throw_runtime_error(fmt::format("The index of the point '{}' is outside of the given matrix : {}",
-                                                set.name(), index));
+                throw_runtime_error(
+                    fmt::format("The index of the point '{}' is outside of the given matrix : {}",
+                                set.name(), index));
             }
             channels.push_back({set, static_cast<std::uint64_t>(index) * components});
         }
@@ -77,12 +84,14 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto groups = point_groups(acquisition.root());
     const auto count = channel_count(groups);
     const auto frames = static_cast<std::uint64_t>(sampling::point_frame_number(acquisition));
-    const auto values = checked_matrix(array, frames, static_cast<std::uint64_t>(count), components);
+    const auto values =
+        checked_matrix(array, frames, static_cast<std::uint64_t>(count), components);
     const auto channels = columns_by_index(groups, count);
     // A change of rate may have changed the count of frames; all of them are overwritten here.
     std::vector<group_extent> extents;
     for (const auto& group : groups) {
-        if (samples_of(group) != frames) extents.push_back({group, frames});
+        if (samples_of(group) != frames)
+            extents.push_back({group, frames});
     }
     resize_device_groups(extents);
     write_channels(channels, values);
@@ -91,14 +100,17 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix) {
 void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix) {
     const auto array = as_array(matrix);
     strata::data_group holder;
-    const auto set = point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder);
+    const auto set =
+        point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder);
     set_point_values(set, holder, array);
 }
 
-void set_values_by_label(strata::data_store acquisition, const std::string& label, PyObject* matrix) {
+void set_values_by_label(strata::data_store acquisition, const std::string& label,
+                         PyObject* matrix) {
     const auto array = as_array(matrix);
     strata::data_group holder;
-    const auto set = point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder);
+    const auto set =
+        point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder);
     set_point_values(set, holder, array);
 }
 

@@ -21,6 +21,7 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix);
 
 /// Values of one point.
 void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix);
-void set_values_by_label(strata::data_store acquisition, const std::string& label, PyObject* matrix);
+void set_values_by_label(strata::data_store acquisition, const std::string& label,
+                         PyObject* matrix);
 
 } // namespace mox::points

@@ -66,8 +66,8 @@ bool log_file::open() noexcept {
 }
 
 std::optional<std::uint64_t> log_file::size() const noexcept {
-    struct ::stat opened {};
-    struct ::stat named {};
+    struct ::stat opened{};
+    struct ::stat named{};
     if (::fstat(static_cast<int>(file_.value()), &opened) != 0)
         return {};
     if (::stat(path_.c_str(), &named) != 0)

@@ -18,7 +18,7 @@ void read_file::open(const std::filesystem::path& path) noexcept {
         return;
 
     const int descriptor = static_cast<int>(file.value());
-    struct ::stat about {};
+    struct ::stat about{};
     if (::fstat(descriptor, &about) != 0)
         return;
     // Acquisitions are decoded from front to back: let the system read further ahead. Only advice,

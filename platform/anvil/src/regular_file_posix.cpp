@@ -27,7 +27,7 @@ file_handle open_regular_file(const std::filesystem::path& path, int flags) noex
     } while (descriptor == -1 && errno == EINTR);
 
     auto file = beyond_standard_streams(file_handle{descriptor});
-    struct ::stat about {};
+    struct ::stat about{};
     if (!file.is_open() || ::fstat(static_cast<int>(file.value()), &about) != 0)
         return {};
     if (!S_ISREG(about.st_mode)) {

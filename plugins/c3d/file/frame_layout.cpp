@@ -112,6 +112,18 @@ void limit_channels_without_frames(const c3d_file& file, frame_layout& layout, w
     limit(layout.channels, "ANALOG");
 }
 
+/// A channel costs about this much beside its samples; counts that are lies can announce thousands
+/// of channels that a short file has a sample or two of.
+constexpr std::uint64_t bytes_beside_samples = 1024;
+constexpr std::uint64_t bytes_always_allowed = 1024 * 1024;
+
+/// True when so few of the announced frames are there that the channels would cost more than the
+/// file explains.
+bool is_out_of_proportion(const c3d_file& file, const frame_layout& layout) {
+    const auto cost = (layout.points + layout.channels) * bytes_beside_samples;
+    return cost > 3 * file.size + bytes_always_allowed;
+}
+
 void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout& layout,
                   warnings& notes) {
     const auto claimed = claimed_frames(claims);
@@ -120,7 +132,8 @@ void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout
         return;
     }
     const auto room = room_of(file, layout);
-    if (claimed && claimed->frames > 0 && room.most() == 0) {
+    const bool is_cut = claimed && claimed->frames > room.most();
+    if (is_cut && (room.most() == 0 || is_out_of_proportion(file, layout))) {
         throw c3d_error(layout.data_offset,
                         "{} frames of {} bytes ({} points, {} × {} analog samples) expected ({} "
                         "says so), found {} bytes",

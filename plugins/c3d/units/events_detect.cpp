@@ -118,7 +118,7 @@ bool is_known(const event_occurrence& header_event,
 }
 
 template <typename Value, typename Member>
-std::vector<Value> column(const event_set& set, Member event_occurrence::*member) {
+std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
     std::vector<Value> values;
     values.reserve(set.occurrences.size());
     for (const auto& event : set.occurrences)

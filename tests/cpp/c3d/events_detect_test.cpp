@@ -105,9 +105,8 @@ TEST(EventsDetect, SeparatorsAreDroppedFromNames) {
 }
 
 TEST(EventsDetect, EventWithoutANameIsAnEvent) {
-    const auto found = detect([](auto& writer) {
-        writer.reals(event, "TIMES", {0, 1, 0, 2}, {2, 2});
-    });
+    const auto found =
+        detect([](auto& writer) { writer.reals(event, "TIMES", {0, 1, 0, 2}, {2, 2}); });
     EXPECT_THAT(names(found), ElementsAre("Event"));
     EXPECT_THAT(found.values("Format/Events/Event"), ElementsAre(1, 2));
 }

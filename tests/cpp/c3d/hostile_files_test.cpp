@@ -38,6 +38,16 @@ TEST(HostileFiles, ChannelsThatDoNotFitAreAnError) {
     EXPECT_FALSE(c3d_test::read(file.bytes()).status);
 }
 
+TEST(HostileFiles, ChannelsOfWhichOneOfManyFramesFitsAreAnError) {
+    trial file;
+    file.samples.assign(5000, {1, 2, 3, 0});
+    file.header_words = {{3, 16000}, {10, 1}};
+    file.left_out = {"ANALOG", "ANALOG:USED", "ANALOG:RATE", "POINT:USED"};
+    const auto found = c3d_test::read(file.bytes());
+    EXPECT_FALSE(found.status);
+    EXPECT_NE(found.status.message("").find("16000 × 1 analog samples"), std::string::npos);
+}
+
 TEST(HostileFiles, WithoutFramesOnlyNamedPointsAreKept) {
     trial file;
     file.labels = {"A", "B"};

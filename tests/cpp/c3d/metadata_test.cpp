@@ -62,9 +62,8 @@ TEST(Metadata, ShapesAreTheDimensionsInReverse) {
 }
 
 TEST(Metadata, SevenDimensionsAreKept) {
-    const auto found = read_mine([](auto& writer) {
-        writer.words(9, "DEEP", {1, 2, 3, 4, 5, 6}, {1, 2, 1, 3, 1, 1, 1});
-    });
+    const auto found = read_mine(
+        [](auto& writer) { writer.words(9, "DEEP", {1, 2, 3, 4, 5, 6}, {1, 2, 1, 3, 1, 1, 1}); });
     EXPECT_THAT(found.attribute(mine, "DEEP").shape().dimensions(),
                 ElementsAre(1, 1, 1, 3, 1, 2, 1));
 }
@@ -91,9 +90,8 @@ TEST(Metadata, EmptyParametersKeepTheirZeros) {
 }
 
 TEST(Metadata, SingleByteIsACountAndAWord) {
-    const auto found = read_mine([](auto& writer) {
-        writer.bytes(9, "SCALAR", {200}).bytes(9, "ARRAY", {200}, {1, 1});
-    });
+    const auto found = read_mine(
+        [](auto& writer) { writer.bytes(9, "SCALAR", {200}).bytes(9, "ARRAY", {200}, {1, 1}); });
     EXPECT_EQ(found.attribute(mine, "SCALAR").type(), data_type::int16);
     EXPECT_THAT(found.numbers(mine, "SCALAR"), ElementsAre(200));
     EXPECT_EQ(found.attribute(mine, "ARRAY").type(), data_type::int16);

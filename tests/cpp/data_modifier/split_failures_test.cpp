@@ -1,3 +1,5 @@
+#include <ostream>
+
 #include "tests/cpp/data_modifier/support/split_test.hpp"
 
 namespace {
@@ -50,9 +52,14 @@ TEST_F(SplitFailure, NamesADestinationThatIsASet) {
 }
 
 struct bad_parameters {
+    const char* title;
     const char* changes;
     const char* message;
 };
+
+void PrintTo(const bad_parameters& parameters, std::ostream* stream) {
+    *stream << parameters.title;
+}
 
 class BadSplitParameters : public SplitFailure,
                            public testing::WithParamInterface<bad_parameters> {};
@@ -66,22 +73,29 @@ TEST_P(BadSplitParameters, AreNamed) {
 INSTANTIATE_TEST_SUITE_P(
     Parameters, BadSplitParameters,
     testing::Values(
-        bad_parameters{R"({"SourceSet": null})", "'SourceSet' is missing"},
-        bad_parameters{R"({"SourceSet": 5})", "'SourceSet' is not a path"},
-        bad_parameters{R"({"SourceSet": ""})", "'SourceSet' is not a path"},
-        bad_parameters{R"({"DestinationGroup": null})", "'DestinationGroup' is missing"},
-        bad_parameters{R"({"DestinationGroup": ["a"]})", "'DestinationGroup' is not a path"},
-        bad_parameters{R"({"DestinationGroup": ""})", "'DestinationGroup' is not a path"},
-        bad_parameters{R"({"LabelsFilter": "a"})", "'LabelsFilter' is not an array of texts"},
-        bad_parameters{R"({"LabelsFilter": ["a", 5]})", "'LabelsFilter' is not an array of texts"},
-        bad_parameters{R"({"SourceAttributesSplit": ["a"]})",
+        bad_parameters{"MissingSource", R"({"SourceSet": null})", "'SourceSet' is missing"},
+        bad_parameters{"NumberAsSource", R"({"SourceSet": 5})", "'SourceSet' is not a path"},
+        bad_parameters{"EmptySource", R"({"SourceSet": ""})", "'SourceSet' is not a path"},
+        bad_parameters{"MissingDestination", R"({"DestinationGroup": null})",
+                       "'DestinationGroup' is missing"},
+        bad_parameters{"ListAsDestination", R"({"DestinationGroup": ["a"]})",
+                       "'DestinationGroup' is not a path"},
+        bad_parameters{"EmptyDestination", R"({"DestinationGroup": ""})",
+                       "'DestinationGroup' is not a path"},
+        bad_parameters{"TextAsFilter", R"({"LabelsFilter": "a"})",
+                       "'LabelsFilter' is not an array of texts"},
+        bad_parameters{"NumberInFilter", R"({"LabelsFilter": ["a", 5]})",
+                       "'LabelsFilter' is not an array of texts"},
+        bad_parameters{"ListAsSplit", R"({"SourceAttributesSplit": ["a"]})",
                        "'SourceAttributesSplit' is not an object of texts"},
-        bad_parameters{R"({"SourceAttributesSplit": {"Units": 5}})",
+        bad_parameters{"NumberInSplit", R"({"SourceAttributesSplit": {"Units": 5}})",
                        "'SourceAttributesSplit' is not an object of texts"},
-        bad_parameters{R"({"SourceAttributesSplit": {"Units": "Label"}})",
+        bad_parameters{"DestinationTwice", R"({"SourceAttributesSplit": {"Units": "Label"}})",
                        "'SourceAttributesSplit' cannot give a value to 'Label' twice"},
-        bad_parameters{R"({"SourceAttributesSplit": {"Units": "StartTime"}})",
-                       "'SourceAttributesSplit' cannot give a value to 'StartTime'"}));
+        bad_parameters{"ReservedDestination",
+                       R"({"SourceAttributesSplit": {"Units": "StartTime"}})",
+                       "'SourceAttributesSplit' cannot give a value to 'StartTime'"}),
+    [](const auto& parameter) { return std::string{parameter.param.title}; });
 
 TEST_F(SplitFailure, TakesAwayWhatWasMade) {
     auto source = make_source(1, 1, {"a", "b"});

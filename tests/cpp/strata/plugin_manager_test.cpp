@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <fstream>
+#include <ostream>
 
 #include <strata/callable_builder.hpp>
 #include <strata/data_exporter.hpp>
@@ -143,6 +144,8 @@ struct refused_plugin {
     const char* name;
     const char* reason;
 };
+
+void PrintTo(const refused_plugin& plugin, std::ostream* stream) { *stream << plugin.name; }
 
 class RefusedPlugin : public strata_test::plugin_test,
                       public testing::WithParamInterface<refused_plugin> {};

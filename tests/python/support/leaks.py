@@ -25,9 +25,13 @@ def python_bytes_lost(action: Callable[[], Any], calls: int = CALLS) -> int:
 
 
 def native_bytes_lost(action: Callable[[], Any], calls: int = CALLS) -> int:
-    """Bytes of the C++ heap that so many calls leave behind; 0 where the platform does not tell."""
+    """Bytes of the C++ heap that so many calls leave behind; 0 where nothing counts them."""
     held = _heap_counter()
     return _growth(action, calls, held) if held else 0
+
+
+def native_bytes_are_counted() -> bool:
+    return _heap_counter() is not None
 
 
 def _growth(action: Callable[[], Any], calls: int, held: Callable[[], int]) -> int:
@@ -55,23 +59,36 @@ def _settled(held: Callable[[], int]) -> int:
 
 
 class _HeapInfo(ctypes.Structure):
-    _fields_ = [(name, ctypes.c_size_t) for name in "abcdefg"] + [
-        ("bytes_in_use", ctypes.c_size_t),
-        ("i", ctypes.c_size_t),
-        ("j", ctypes.c_size_t),
+    """`struct mallinfo2`; `uordblks` counts the bytes in use."""
+
+    _fields_ = [
+        (name, ctypes.c_size_t)
+        for name in (
+            "arena",
+            "ordblks",
+            "smblks",
+            "hblks",
+            "hblkhd",
+            "usmblks",
+            "fsmblks",
+            "uordblks",
+            "fordblks",
+            "keepcost",
+        )
     ]
 
 
 def _heap_counter() -> Callable[[], int] | None:
-    """Bytes in use of the GNU C library's heap; None elsewhere and under a sanitizer."""
-    try:
-        heap_info = ctypes.CDLL(None).mallinfo2
-    except AttributeError:
-        return None
-    heap_info.restype = _HeapInfo
-    if heap_info().bytes_in_use == 0:
-        return None
-    return lambda: int(heap_info().bytes_in_use)
+    """Bytes in use as the address sanitizer or the GNU C library counts them; None elsewhere."""
+    process = ctypes.CDLL(None)
+    if hasattr(process, "__sanitizer_get_current_allocated_bytes"):
+        in_use = process["__sanitizer_get_current_allocated_bytes"]
+        in_use.restype = ctypes.c_size_t
+        return lambda: int(in_use())
+    if hasattr(process, "mallinfo2"):
+        process.mallinfo2.restype = _HeapInfo
+        return lambda: int(process.mallinfo2().uordblks)
+    return None
 
 
 def assert_nothing_lost(action: Callable[[], Any], calls: int = CALLS) -> None:

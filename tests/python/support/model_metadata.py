@@ -35,7 +35,7 @@ Dictionary = dict[str, Any]
 class MetadataModel(State):
     def moxGetMetaData(self, group: str = "", entry: str = "") -> Dictionary:
         if entry:
-            return exported(self._entry(group, entry))
+            return exported(self.stored_entry(group, entry))
         return _exported_group(self._group(group))
 
     moxFindMetaData = moxGetMetaData
@@ -57,7 +57,7 @@ class MetadataModel(State):
 
     def moxSetMetaData(self, group: str, entry: str, info: Any) -> Dictionary:
         try:
-            self._entry(group, entry)
+            self.stored_entry(group, entry)
         except Refused:
             raise Refused(
                 "Unable to set metadata : it doesn't exists in given acquisition"
@@ -66,7 +66,7 @@ class MetadataModel(State):
 
     def moxSetMetaDataValue(self, *path_and_value: Any) -> Dictionary:
         group, entry, value = _parts(path_and_value)
-        stored = self._entry(group, entry)
+        stored = self.stored_entry(group, entry)
         kind = kind_of(value)
         if kind is None:
             raise Refused("Unsupported data type", TypeError)
@@ -78,7 +78,7 @@ class MetadataModel(State):
 
     def moxSetMetaDataFormat(self, *path_and_format: str) -> Dictionary:
         group, entry, format_name = _parts(path_and_format)
-        stored = self._entry(group, entry)
+        stored = self.stored_entry(group, entry)
         if format_name not in KIND_OF_FORMAT:
             raise Refused(UNKNOWN_FORMAT)
         kind = KIND_OF_FORMAT[format_name]
@@ -90,7 +90,7 @@ class MetadataModel(State):
 
     def moxSetMetaDataDimensions(self, *path_and_dimensions: Any) -> Dictionary:
         group, entry, dimensions = _parts(path_and_dimensions)
-        stored = self._entry(group, entry)
+        stored = self.stored_entry(group, entry)
         count = _count(dimensions)
         if stored.kind not in KIND_OF_FORMAT.values():
             raise Refused("Unsupported type")
@@ -105,8 +105,8 @@ class MetadataModel(State):
 
     def moxRemoveMetaData(self, group: str, entry: str = "") -> Dictionary:
         if entry:
-            self._entry(group, entry)
-            del self._group(group).entries[entry]
+            self.stored_entry(group, entry)
+            del self._group(group).entries[_last(entry)]
         elif not group:
             raise Refused()
         else:
@@ -147,18 +147,22 @@ class MetadataModel(State):
             group = group.groups[name]
         return group
 
-    def _entry(self, group: str, entry: str) -> Entry:
-        entries = self._group(group).entries
-        entry = entry.rpartition("/")[2]
-        if entry not in entries:
-            raise Refused(names=(group, entry))
-        return entries[entry]
+    def stored_entry(self, group: str, entry: str) -> Entry:
+        entries, name = self._group(group).entries, _last(entry)
+        if name not in entries:
+            raise Refused(names=(group, name))
+        return entries[name]
 
     def _replace(self, group: str, entry: str, stored: Entry) -> None:
         """A rebuilt entry is the last one of its group."""
-        entries = self._group(group).entries
-        del entries[entry]
-        entries[entry] = stored
+        entries, name = self._group(group).entries, _last(entry)
+        del entries[name]
+        entries[name] = stored
+
+
+def _last(entry: str) -> str:
+    """What counts of the path of an entry."""
+    return entry.rpartition("/")[2]
 
 
 def _exported_group(group: MetadataGroup) -> Dictionary:
