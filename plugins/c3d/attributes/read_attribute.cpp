@@ -14,13 +14,13 @@ class read_text_buffer {
     explicit read_text_buffer(const strata::data_attribute& attribute)
         : shape_(attribute.shape()),
           texts_(static_cast<std::size_t>(shape_.element_count()), nullptr) {
-        filled_ = !texts_.empty() && attribute.read_value(texts_.data(), strata::data_type::string);
+        filled_ = !texts_.empty() && attribute.read_value(buffer(), strata::data_type::string);
     }
     read_text_buffer(const read_text_buffer&) = delete;
     read_text_buffer& operator=(const read_text_buffer&) = delete;
     ~read_text_buffer() {
         if (filled_)
-            strata::data_converter_string_clean_buffer(shape_, texts_.data());
+            strata::data_converter_string_clean_buffer(shape_, buffer());
     }
 
     [[nodiscard]] std::vector<std::string> texts() const {
@@ -30,6 +30,8 @@ class read_text_buffer {
     }
 
   private:
+    [[nodiscard]] void* buffer() noexcept { return static_cast<void*>(texts_.data()); }
+
     strata::data_shape shape_;
     std::vector<const char*> texts_;
     bool filled_ = false;

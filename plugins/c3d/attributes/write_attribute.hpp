@@ -54,7 +54,8 @@ void write_texts(Owner& owner, std::string_view name, const strata::data_shape& 
     for (const auto& text : texts)
         pointers.push_back(text.c_str());
     constexpr auto type = strata::data_type::string;
-    set_value(owner.create_attribute(name, shape, type), pointers.data(), type);
+    set_value(owner.create_attribute(name, shape, type), static_cast<const void*>(pointers.data()),
+              type);
 }
 
 template <typename Owner>

@@ -76,12 +76,15 @@ struct sse2_lanes {
         return _mm_shufflehi_epi16(_mm_shufflelo_epi16(value, pairwise), pairwise);
     }
 
+    static constexpr int all_exponent_bits = 0x7F800000;
+    static constexpr int exponent_two = 0x01000000;
+
     /// decode_vax_bits for four numbers.
     static vector vax_reals(__m128i bits) noexcept {
-        const auto exponents = _mm_and_si128(bits, _mm_set1_epi32(0xFF << 23));
+        const auto exponents = _mm_and_si128(bits, _mm_set1_epi32(all_exponent_bits));
         const auto is_zero = _mm_cmpeq_epi32(exponents, _mm_setzero_si128());
-        const auto is_usual = _mm_cmpgt_epi32(exponents, _mm_set1_epi32(2 << 23));
-        const auto usual = _mm_castsi128_ps(_mm_sub_epi32(bits, _mm_set1_epi32(2 << 23)));
+        const auto is_usual = _mm_cmpgt_epi32(exponents, _mm_set1_epi32(exponent_two));
+        const auto usual = _mm_castsi128_ps(_mm_sub_epi32(bits, _mm_set1_epi32(exponent_two)));
         const auto tiny = _mm_mul_ps(_mm_castsi128_ps(bits), _mm_set1_ps(0.25F));
         const auto reserved = _mm_and_ps(_mm_castsi128_ps(_mm_srai_epi32(bits, 31)),
                                          _mm_set1_ps(std::numeric_limits<float>::quiet_NaN()));

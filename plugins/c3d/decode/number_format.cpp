@@ -45,7 +45,7 @@ std::string_view name_of(number_format format) noexcept {
 std::uint16_t read_unsigned_word(number_format format, const std::byte* bytes) noexcept {
     const auto first = byte_at(bytes, 0);
     const auto second = byte_at(bytes, 1);
-    const auto word = format == number_format::mips ? first << 8 | second : second << 8 | first;
+    const auto word = format == number_format::mips ? first << 8U | second : second << 8U | first;
     return static_cast<std::uint16_t>(word);
 }
 
@@ -58,13 +58,13 @@ float read_real(number_format format, const std::byte* bytes) noexcept {
     case number_format::dec:
         return decode_vax_float(std::span<const std::byte, 4>(bytes, 4));
     case number_format::mips:
-        return std::bit_cast<float>(byte_at(bytes, 0) << 24 | byte_at(bytes, 1) << 16 |
-                                    byte_at(bytes, 2) << 8 | byte_at(bytes, 3));
+        return std::bit_cast<float>(byte_at(bytes, 0) << 24U | byte_at(bytes, 1) << 16U |
+                                    byte_at(bytes, 2) << 8U | byte_at(bytes, 3));
     case number_format::intel:
         break;
     }
-    return std::bit_cast<float>(byte_at(bytes, 3) << 24 | byte_at(bytes, 2) << 16 |
-                                byte_at(bytes, 1) << 8 | byte_at(bytes, 0));
+    return std::bit_cast<float>(byte_at(bytes, 3) << 24U | byte_at(bytes, 2) << 16U |
+                                byte_at(bytes, 1) << 8U | byte_at(bytes, 0));
 }
 
 } // namespace c3d

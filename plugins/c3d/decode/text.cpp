@@ -50,7 +50,7 @@ utf8_extent extent_of(std::string_view bytes) noexcept {
         const auto available = std::min(length, bytes.size() - extent.valid);
         for (std::size_t i = 1; i < available; ++i) {
             const auto next = octet(bytes[extent.valid + i]);
-            const bool fits = i == 1 ? is_second(lead, next) : (next & 0xC0) == 0x80;
+            const bool fits = i == 1 ? is_second(lead, next) : (next & 0xC0U) == 0x80U;
             if (!fits)
                 return extent;
         }
@@ -74,24 +74,22 @@ constexpr std::array<std::uint16_t, 32> windows_1252 = {
 void append_utf8(std::string& text, std::uint32_t code_point) {
     const auto append = [&](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
     if (code_point < 0x800) {
-        append(0xC0 | code_point >> 6);
+        append(0xC0U | code_point >> 6U);
     } else {
-        append(0xE0 | code_point >> 12);
-        append(0x80 | (code_point >> 6 & 0x3F));
+        append(0xE0U | code_point >> 12U);
+        append(0x80U | (code_point >> 6U & 0x3FU));
     }
-    append(0x80 | (code_point & 0x3F));
+    append(0x80U | (code_point & 0x3FU));
 }
 
 void append_windows_1252(std::string& text, char character) {
-    const auto byte = octet(character);
-    if (byte < 0x80) {
+    const std::uint32_t byte = octet(character);
+    const bool is_special = byte >= 0x80 && byte < 0xA0;
+    const auto code_point = is_special ? windows_1252[byte - 0x80U] : byte;
+    if (byte < 0x80 || code_point == 0) {
         text.push_back(character);
-    } else if (byte >= 0xA0) {
-        append_utf8(text, byte);
-    } else if (const auto code_point = windows_1252[byte - 0x80u]; code_point != 0) {
-        append_utf8(text, code_point);
     } else {
-        text.push_back(character);
+        append_utf8(text, code_point);
     }
 }
 

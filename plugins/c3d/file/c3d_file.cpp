@@ -21,7 +21,7 @@ constexpr std::size_t most_zeros = 65536;
 /// Read at first; most sections are smaller.
 constexpr std::size_t usual_section = 64 * block_bytes;
 /// 255 blocks are the format's limit; writers that go beyond stay far below this.
-constexpr std::size_t largest_section = 4 * 1024 * 1024;
+constexpr std::size_t largest_section = std::size_t{4} * 1024 * 1024;
 
 /// A cut file is told from a text whose second letter is P (0x50) by its first byte, the parameter
 /// block.

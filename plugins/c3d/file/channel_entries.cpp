@@ -68,7 +68,7 @@ std::optional<std::int16_t> channel_entries::word(std::uint64_t channel) const n
     const auto found = find(channel);
     if (!found || found->item->type != element_type::integer)
         return std::nullopt;
-    return static_cast<std::int16_t>(*found->item->number(found->index));
+    return static_cast<std::int16_t>(found->item->number(found->index).value_or(0.0));
 }
 
 std::vector<std::string> channel_entries::all_texts() const {

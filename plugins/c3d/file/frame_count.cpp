@@ -69,12 +69,11 @@ std::optional<frame_count> claimed_frames(const frame_claims& claims) {
     using enum count_reliability;
     if (claims.long_frames)
         return frame_count{*claims.long_frames, "POINT:LONG_FRAMES", exact};
-    if (above_zero(claims.real_frames))
-        return frame_count{*claims.real_frames, "POINT:FRAMES", exact};
+    if (const auto frames = above_zero(claims.real_frames))
+        return frame_count{*frames, "POINT:FRAMES", exact};
     const bool is_saturated = claims.word_frames == word_limit;
-    if (above_zero(claims.word_frames) && !is_saturated) {
-        return frame_count{*claims.word_frames, "POINT:FRAMES", may_be_wrapped};
-    }
+    if (const auto frames = above_zero(claims.word_frames); frames && !is_saturated)
+        return frame_count{*frames, "POINT:FRAMES", may_be_wrapped};
     if (const auto frames = trial_frames(claims))
         return frame_count{*frames, "TRIAL", exact};
     if (is_saturated)
@@ -141,11 +140,12 @@ std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& ro
 }
 
 std::uint64_t first_frame_number(const frame_claims& claims, std::uint64_t frames) {
-    const bool trial_holds = trial_frames(claims) == frames && *claims.trial_first > 0;
+    const auto trial_first = above_zero(claims.trial_first);
+    const bool trial_holds = trial_first && trial_frames(claims) == frames;
     // The header's words end at 65,535, and long recordings are advised to carry the range 1 to
     // 65,535 there.
     if (trial_holds && header_frames(claims) != frames)
-        return *claims.trial_first;
+        return *trial_first;
     // A writer that counts from 0.
     return claims.header_first == 0 ? 1 : claims.header_first;
 }

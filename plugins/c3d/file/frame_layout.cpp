@@ -115,7 +115,7 @@ void limit_channels_without_frames(const c3d_file& file, frame_layout& layout, w
 /// A channel costs about this much beside its samples; counts that are lies can announce thousands
 /// of channels that a short file has a sample or two of.
 constexpr std::uint64_t bytes_beside_samples = 1024;
-constexpr std::uint64_t bytes_always_allowed = 1024 * 1024;
+constexpr std::uint64_t bytes_always_allowed = std::uint64_t{1024} * 1024;
 
 /// True when so few of the announced frames are there that the channels would cost more than the
 /// file explains.

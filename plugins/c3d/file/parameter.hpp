@@ -56,7 +56,7 @@ struct parameter {
     std::uint64_t offset = 0;     ///< of its record in the file
     std::string_view name;        ///< as stored
     std::string_view description; ///< as stored
-    std::int8_t group_id = 0;     ///< 1 to 127
+    std::uint8_t group_id = 0;    ///< 1 to 127
     bool locked = false;
     element_type type = element_type::byte;
     number_format format = number_format::intel;

@@ -142,7 +142,7 @@ void record_walker::keep(const parameter_record& record, std::uint64_t limit) {
     } else {
         result_.groups.push_back({offset_ + record.at, record.name,
                                   counted_text(section_, record.description, limit),
-                                  static_cast<std::int8_t>(-record.id), record.locked});
+                                  static_cast<std::uint8_t>(-record.id), record.locked});
     }
 }
 
@@ -156,7 +156,7 @@ void record_walker::keep_parameter(const parameter_record& record, std::uint64_t
     parameter item;
     item.offset = offset_ + record.at;
     item.name = record.name;
-    item.group_id = record.id;
+    item.group_id = static_cast<std::uint8_t>(record.id);
     item.locked = record.locked;
     item.type = record.type;
     item.format = format_;

@@ -17,7 +17,7 @@ struct group_record {
     std::uint64_t offset = 0;     ///< in the file
     std::string_view name;        ///< as stored
     std::string_view description; ///< as stored
-    std::int8_t id = 0;           ///< 1 to 127; negative in the file
+    std::uint8_t id = 0;          ///< 1 to 127; negative in the file
     bool locked = false;
 };
 

@@ -64,7 +64,7 @@ void parameter_table::bind_groups(const std::vector<group_record>& records) {
     }
 }
 
-std::size_t parameter_table::group_without_record(std::int8_t id, warnings& notes) {
+std::size_t parameter_table::group_without_record(std::uint8_t id, warnings& notes) {
     parameter_group group;
     group.name = fmt::format("GROUP_{}", int{id});
     group.id = id;
@@ -83,13 +83,13 @@ void parameter_table::bind_parameters(const std::vector<group_record>& records, 
     std::array<std::size_t, 128> first_of_id;
     first_of_id.fill(no_group);
     for (std::size_t i = records.size(); i-- > 0;) {
-        first_of_id[static_cast<std::size_t>(records[i].id)] = i;
+        first_of_id[records[i].id] = i;
     }
     std::size_t passed = 0; // group records before the parameter
     for (std::size_t i = 0; i < parameters_.size(); ++i) {
         while (passed < records.size() && records[passed].offset < parameters_[i].offset)
             ++passed;
-        const auto id = static_cast<std::size_t>(parameters_[i].group_id);
+        const auto id = parameters_[i].group_id;
         auto owner = first_of_id[id];
         if (passed > 0 && records[passed - 1].id == parameters_[i].group_id)
             owner = passed - 1;
@@ -104,7 +104,7 @@ void parameter_table::bind_parameters(const std::vector<group_record>& records, 
 void parameter_table::note_repetitions(warnings& notes) const {
     std::array<bool, 128> seen{};
     for (std::size_t i = 0; i < groups_.size(); ++i) {
-        auto& id_seen = seen[static_cast<std::size_t>(groups_[i].id)];
+        auto& id_seen = seen[groups_[i].id];
         if (id_seen)
             notes.add("several groups have the id {}", int{groups_[i].id});
         id_seen = true;

@@ -16,7 +16,7 @@ namespace c3d {
 struct parameter_group {
     std::string name; ///< UTF-8, as spelled in the file; "GROUP_<id>" for one that has no record
     std::string description; ///< UTF-8
-    std::int8_t id = 0;      ///< 1 to 127
+    std::uint8_t id = 0;     ///< 1 to 127
     bool locked = false;
     bool has_record = true;
     std::size_t first_of_name =
@@ -63,7 +63,7 @@ class parameter_table {
     void bind_groups(const std::vector<group_record>& records);
     void bind_parameters(const std::vector<group_record>& records, warnings& notes);
     void note_repetitions(warnings& notes) const;
-    std::size_t group_without_record(std::int8_t id, warnings& notes);
+    std::size_t group_without_record(std::uint8_t id, warnings& notes);
     void merge_by_name(std::size_t group);
 
     std::vector<parameter_group> groups_;

@@ -35,9 +35,9 @@ void create_events(strata::data_group& header, const std::vector<header_event>& 
 }
 
 void create_blocks(strata::data_group& header, const c3d_file& file) {
-    std::vector<std::int16_t> head;
-    for (auto byte : file.section_head)
-        head.push_back(std::to_integer<std::int16_t>(byte));
+    std::vector<std::int16_t> head(file.section_head.size());
+    std::transform(file.section_head.begin(), file.section_head.end(), head.begin(),
+                   [](auto byte) { return std::to_integer<std::int16_t>(byte); });
     write_numbers(header, "SectionHead", head);
     if (!has_reserved_content(file.block))
         return;

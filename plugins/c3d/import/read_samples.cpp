@@ -9,7 +9,7 @@ namespace c3d {
 namespace {
 
 /// Stays in the second-level cache while it is decoded, together with the lines that are written.
-constexpr std::uint64_t cached_bytes = 256 * 1024;
+constexpr std::uint64_t cached_bytes = std::uint64_t{256} * 1024;
 
 /// Records of one size that lie one behind the other in the file, read a block at a time.
 class record_blocks {

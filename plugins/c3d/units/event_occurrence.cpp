@@ -64,7 +64,7 @@ class event_part {
 };
 
 template <typename Value>
-Value element_or(const std::vector<Value>& values, std::size_t index, Value missing) {
+Value element_or(const std::vector<Value>& values, std::size_t index, const Value& missing) {
     return index < values.size() ? values[index] : missing;
 }
 

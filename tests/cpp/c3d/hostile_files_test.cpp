@@ -73,6 +73,20 @@ TEST(HostileFiles, FramesWithoutAnythingInThemCostNothing) {
     EXPECT_THAT(found.numbers(points_set, "NumSamples"), ElementsAre(4294967295.0));
 }
 
+TEST(HostileFiles, MemoryThatCannotBeHadIsAnError) {
+    trial file;
+    file.more_parameters = [](parameter_writer& writer) {
+        writer.reals(trial::point, "LONG_FRAMES", {1e14F});
+    };
+    c3d_test::memory_device device(file.bytes());
+    device.announce(std::uint64_t{1} << 52);
+    const auto found = c3d_test::read(device);
+    EXPECT_EQ(found.status.message(""),
+              "'trial.c3d': not enough memory for the samples of a file of "
+              "4503599627370496 bytes");
+    EXPECT_FALSE(found.store.root().exists_group("Format"));
+}
+
 TEST(HostileFiles, TextsWithoutAWidthAreBounded) {
     trial file;
     file.more_parameters = [](parameter_writer& writer) {
