@@ -4,20 +4,12 @@
 
 #include <fmt/format.h>
 
+#include "acquisition/path_text.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox {
 
 namespace {
-
-std::filesystem::path path_from_utf8(const std::string& text) {
-    return {std::u8string(text.begin(), text.end())};
-}
-
-std::string utf8_from_path(const std::filesystem::path& path) {
-    const auto text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 bool starts_with_drive(std::string_view path) {
     return path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) != 0 &&
@@ -27,7 +19,7 @@ bool starts_with_drive(std::string_view path) {
 } // namespace
 
 std::filesystem::path canonical_path(const std::string& name) {
-    const auto path = path_from_utf8(name);
+    const auto path = path_from_text(name);
     std::error_code failure;
     if (name.find('\0') != std::string::npos || !std::filesystem::exists(path, failure))
         throw_runtime_error(fmt::format("The filename '{}' does not exist", name));
@@ -35,7 +27,7 @@ std::filesystem::path canonical_path(const std::string& name) {
     if (failure)
         throw_runtime_error(
             fmt::format("Error when retrieving the canonical path for the filename '{}'", name));
-    return path_from_utf8(without_long_path_prefix(utf8_from_path(canonical)));
+    return path_from_text(without_long_path_prefix(text_of_path(canonical)));
 }
 
 std::string without_long_path_prefix(std::string_view path) {

@@ -7,28 +7,11 @@
 #include <strata/data_importer.hpp>
 
 #include "acquisition/canonical_path.hpp"
+#include "acquisition/file_argument.hpp"
 #include "acquisition/post_import.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox::reading {
-
-namespace {
-
-/// Joins the messages of a status: each on a line of its own behind a tab and a dash.
-constexpr char message_separator[] = "\n\t - ";
-
-} // namespace
-
-std::string path_text(PyObject* path) {
-    if (!PyUnicode_Check(path)) {
-        throw swig_error(error_code::type,
-                         "Invalid call! The given path is not a str, maybe try to explicitly "
-                         "convert your object to one.");
-    }
-    const auto bytes = py_ref::checked(PyUnicode_EncodeFSDefault(path));
-    return {PyBytes_AS_STRING(bytes.get()),
-            static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
-}
 
 strata::data_store read_acquisition(PyObject* path) {
     const auto name = path_text(path);
@@ -40,7 +23,7 @@ strata::data_store read_acquisition(PyObject* path) {
     strata::data_store acquisition;
     const auto status = strata::data_importer(&file, "").read(acquisition.root());
     if (!status)
-        throw_runtime_error(status.message(message_separator));
+        throw_runtime_error(failure_text(status));
     file.close();
     shape_imported_layout(acquisition.root());
     return acquisition;

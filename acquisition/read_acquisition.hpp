@@ -6,10 +6,6 @@
 
 namespace mox::reading {
 
-/// The text of a file path, as bytes of the file system's encoding. TypeError when `path` is not a
-/// str.
-[[nodiscard]] std::string path_text(PyObject* path);
-
 /// A new acquisition with the content of the file that `path`, a str, names. The importer is chosen
 /// by the file's content. TypeError when `path` is not a str; RuntimeError when there is no such
 /// file, it cannot be opened, or the importer fails.

@@ -6,6 +6,7 @@
 #include "acquisition/read_acquisition.hpp"
 #include "acquisition/sampling.hpp"
 #include "acquisition/set_sampling.hpp"
+#include "acquisition/write_acquisition.hpp"
 #include "api/analogs/modify_analogs.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/analogs/set_analog_attributes.hpp"
@@ -142,6 +143,7 @@ PyMethodDef* function_table() {
         function_row<"moxRemoveAnalysisParameter", &analysis::remove_by_index, &analysis::remove_by_name>(),
         function_row<"moxSetFirstFrame", overload<void(data_store, int)>(&sampling::set_first_frame),
                      overload<void(data_store, int, int)>(&sampling::set_first_frame)>(),
+        function_row<"moxWriteAcquisition", &writing::write_acquisition>(),
         function_row<"moxCloseAcquisition", &lifecycle::close_acquisition>(),
         function_row<"moxDeleteAcquisition", &lifecycle::delete_acquisition>(),
         function_row<"moxGetAnglesValues", &points::angles_values>(),

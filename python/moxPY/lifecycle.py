@@ -1,4 +1,4 @@
-"""Reading, making and letting go of acquisitions."""
+"""Reading, making, writing and letting go of acquisitions."""
 
 from __future__ import annotations
 
@@ -11,6 +11,7 @@ __all__ = [
     "moxDeleteAcquisition",
     "moxNewAcquisition",
     "moxReadAcquisition",
+    "moxWriteAcquisition",
 ]
 
 
@@ -86,6 +87,41 @@ def moxNewAcquisition(
     """
     acquisition: data_store = _moxPY.moxNewAcquisition(points, frames, analogs, ratio)
     return acquisition
+
+
+def moxWriteAcquisition(acquisition: data_store, path: str) -> None:
+    """Write an acquisition to a C3D file.
+
+    The file appears, or takes the place of an older one of that name, in one step and only once it
+    is complete: whatever goes wrong, an older file stays as it was. It may be the file that the
+    acquisition was read from. Before it is written, force platforms and the order of the analog
+    channels are brought in line with the metadata.
+
+    Parameters
+    ----------
+    acquisition : data_store
+        An open acquisition; its frequency has to be set.
+    path : str
+        The file, with the extension ".c3d"; ``str(path)`` of a `pathlib.Path`.
+
+    Raises
+    ------
+    TypeError
+        `path` is not a str.
+    RuntimeError
+        The extension is another one, the point frequency is 0, the file cannot be created or
+        completed, or the acquisition holds something that a C3D file cannot; the message says what.
+
+    Examples
+    --------
+    >>> moxWriteAcquisition(trial, path)
+    >>> moxReadAcquisition(path)
+    <data_store: 360 frames at 100 Hz, 68 points, 20 analog channels>
+    >>> moxWriteAcquisition(trial, "walk.txt")
+    Traceback (most recent call last):
+    RuntimeError: The only supported export format is c3d.
+    """
+    _moxPY.moxWriteAcquisition(acquisition, path)
 
 
 def moxCloseAcquisition(acquisition: data_store) -> None:

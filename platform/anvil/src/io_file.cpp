@@ -45,6 +45,8 @@ io_result io_file::write(std::span<const std::byte> bytes) noexcept {
     return state_->writer.write(bytes);
 }
 
+std::error_code io_file::commit() noexcept { return state_->writer.commit(); }
+
 std::string io_file::name() const { return path_to_utf8(state_->path); }
 
 } // namespace anvil

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <span>
+#include <system_error>
 
 #include <anvil/io_device.hpp>
 
@@ -10,19 +11,35 @@
 
 namespace anvil {
 
-/// A regular file that is written from its start. The members have the contracts of io_device.
+/// The successor of a regular file, written beside it from its start. The members have the
+/// contracts of io_device and io_file.
 class write_file {
   public:
-    /// Requires: not open. Makes the file, or empties an existing one.
-    /// A directory, a pipe or a device node is not opened.
-    void open(const std::filesystem::path& path) noexcept;
+    write_file() = default;
+    write_file(const write_file&) = delete;
+    write_file& operator=(const write_file&) = delete;
+    ~write_file() { close(); }
+
+    /// Requires: not open. The destination is not touched.
+    void open(const std::filesystem::path& path);
+
+    /// Drops what was written and not committed.
     void close() noexcept;
 
     [[nodiscard]] bool is_open() const noexcept { return file_.is_open(); }
     [[nodiscard]] io_result write(std::span<const std::byte> bytes) noexcept;
+    [[nodiscard]] std::error_code commit() noexcept;
 
   private:
+    [[nodiscard]] io_result write_bytes(std::span<const std::byte> bytes) noexcept;
+    /// Brings what was written to the medium and gives the file the destination's name.
+    [[nodiscard]] std::error_code replace_destination() noexcept;
+    void remove_temporary() noexcept;
+
     file_handle file_;
+    std::filesystem::path destination_;
+    std::filesystem::path temporary_; ///< what is written so far; empty when there is nothing
+    std::error_code failure_;         ///< of the first write that failed
 };
 
 } // namespace anvil

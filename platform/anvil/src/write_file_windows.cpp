@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "platform/anvil/src/temporary_name.hpp"
+
 namespace anvil {
 
 namespace {
@@ -12,44 +14,64 @@ HANDLE handle_of(const file_handle& file) noexcept {
     return reinterpret_cast<HANDLE>(file.value());
 }
 
-} // namespace
-
-void write_file::open(const std::filesystem::path& path) noexcept {
-    // OPEN_ALWAYS: emptied only once it is known to be a regular file.
-    file_handle file{reinterpret_cast<file_handle::value_type>(
+file_handle create_file(const std::filesystem::path& path, DWORD disposition) noexcept {
+    return file_handle{reinterpret_cast<file_handle::value_type>(
         CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr))};
-    if (!file.is_open() || GetFileType(handle_of(file)) != FILE_TYPE_DISK ||
-        !SetEndOfFile(handle_of(file)))
-        return;
-    file_ = std::move(file);
+                    disposition, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr))};
 }
 
-void write_file::close() noexcept { file_.close(); }
+std::error_code last_error() noexcept {
+    return {static_cast<int>(GetLastError()), std::system_category()};
+}
 
-io_result write_file::write(std::span<const std::byte> bytes) noexcept {
+} // namespace
+
+void write_file::open(const std::filesystem::path& path) {
+    std::error_code failure;
+    destination_ = std::filesystem::weakly_canonical(path, failure);
+    if (failure)
+        destination_ = path;
+    // Whoever may not change the old file must not replace it either.
+    const auto old = create_file(destination_, OPEN_EXISTING);
+    if (old.is_open() ? GetFileType(handle_of(old)) != FILE_TYPE_DISK
+                      : GetLastError() != ERROR_FILE_NOT_FOUND)
+        return;
+    do {
+        temporary_ = temporary_name(destination_);
+        file_ = create_file(temporary_, CREATE_NEW);
+    } while (!file_.is_open() && GetLastError() == ERROR_FILE_EXISTS);
+    if (!file_.is_open())
+        temporary_.clear();
+}
+
+io_result write_file::write_bytes(std::span<const std::byte> bytes) noexcept {
     constexpr std::size_t most_bytes = std::size_t{1} << 30; // the system counts them in 32 bits
     io_result result;
-    if (!is_open()) {
-        result.error = std::make_error_code(std::errc::bad_file_descriptor);
-        return result;
-    }
-    while (result.bytes < bytes.size()) {
+    while (result.bytes < bytes.size() && !result.error) {
         const auto rest = bytes.subspan(result.bytes);
         DWORD count = 0;
         if (!WriteFile(handle_of(file_), rest.data(),
-                       static_cast<DWORD>(std::min(rest.size(), most_bytes)), &count, nullptr)) {
-            result.error =
-                std::error_code{static_cast<int>(GetLastError()), std::system_category()};
-            break;
-        }
-        if (count == 0) {
+                       static_cast<DWORD>(std::min(rest.size(), most_bytes)), &count, nullptr))
+            result.error = last_error();
+        else if (count == 0)
             result.error = std::make_error_code(std::errc::io_error);
-            break;
-        }
         result.bytes += count;
     }
     return result;
 }
+
+std::error_code write_file::replace_destination() noexcept {
+    if (!FlushFileBuffers(handle_of(file_)))
+        return last_error();
+    file_.close();
+    // ReplaceFileW keeps the old file's attributes and access rights, but there has to be one.
+    if (ReplaceFileW(destination_.c_str(), temporary_.c_str(), nullptr, 0, nullptr, nullptr) ||
+        (GetLastError() == ERROR_FILE_NOT_FOUND &&
+         MoveFileExW(temporary_.c_str(), destination_.c_str(), MOVEFILE_WRITE_THROUGH)))
+        return {};
+    return last_error();
+}
+
+void write_file::remove_temporary() noexcept { DeleteFileW(temporary_.c_str()); }
 
 } // namespace anvil

@@ -61,6 +61,89 @@ TEST(IoFilePosix, FullDiskIsAnErrorWithTheBytesThatWereWritten) {
     EXPECT_EQ(result.error, std::errc::file_too_large);
 }
 
+TEST(IoFilePosix, WhatCouldNotBeWrittenReplacesNothing) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    {
+        const anvil_test::full_disk disk{700};
+        EXPECT_TRUE(file.write(std::vector<std::byte>(1000)).error);
+    }
+    // The error of the first write stands, though there is room again.
+    EXPECT_FALSE(file.write(std::vector<std::byte>(1)).error);
+    EXPECT_EQ(file.commit(), std::errc::file_too_large);
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{folder.path()}, {}), 1);
+}
+
+TEST(IoFilePosix, SuccessorHasThePermissionsOfTheOldFile) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0640), 0);
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    EXPECT_FALSE(file.commit());
+    struct ::stat about{};
+    ASSERT_EQ(::stat((folder / "walk.c3d").c_str(), &about), 0);
+    EXPECT_EQ(about.st_mode & 07777U, 0640U);
+    EXPECT_EQ(about.st_size, 0);
+}
+
+TEST(IoFilePosix, WriteProtectedFileIsNotOpenedForWriting) {
+    const temporary_folder folder;
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    make_file(folder / "walk.c3d", "kept");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0444), 0);
+    const anvil_test::ordinary_user user;
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    EXPECT_FALSE(file.is_open());
+}
+
+TEST(IoFilePosix, LinkStaysALinkAndItsTargetIsReplaced) {
+    const temporary_folder folder;
+    std::filesystem::create_directory(folder / "trials");
+    make_file(folder / "trials" / "walk.c3d", "old");
+    std::filesystem::create_symlink("trials/walk.c3d", folder / "first.c3d");
+    std::filesystem::create_symlink("first.c3d", folder / "second.c3d");
+    io_file file;
+    file.open(folder / "second.c3d", anvil::io_write);
+    EXPECT_FALSE(file.write(std::as_bytes(std::span{"new", 3})).error);
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(content_of(folder / "trials" / "walk.c3d"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "first.c3d"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "second.c3d"));
+}
+
+TEST(IoFilePosix, LinkToAMissingFileMakesThatFile) {
+    const temporary_folder folder;
+    std::filesystem::create_symlink("walk.c3d", folder / "link.c3d");
+    io_file file;
+    file.open(folder / "link.c3d", anvil::io_write);
+    EXPECT_FALSE(file.commit());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.c3d"));
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "");
+}
+
+TEST(IoFilePosix, LinkToItselfIsNotOpened) {
+    const temporary_folder folder;
+    std::filesystem::create_symlink("link.c3d", folder / "link.c3d");
+    io_file file;
+    file.open(folder / "link.c3d", anvil::io_write);
+    EXPECT_FALSE(file.is_open());
+}
+
+TEST(IoFilePosix, FolderThatVanishedIsAnError) {
+    const temporary_folder folder;
+    std::filesystem::create_directory(folder / "trials");
+    io_file file;
+    file.open(folder / "trials" / "walk.c3d", anvil::io_write);
+    std::filesystem::remove_all(folder / "trials");
+    EXPECT_EQ(file.commit(), std::errc::no_such_file_or_directory);
+    EXPECT_FALSE(file.is_open());
+}
+
 TEST(IoFilePosix, NameKeepsBytesThatAreNoText) {
     io_file file;
     file.open("missing/\xff.c3d", anvil::io_read);
@@ -74,7 +157,7 @@ TEST(IoFilePosix, FileIsNotInheritedByOtherPrograms) {
     int open_files = 0;
     for (const auto& entry : std::filesystem::directory_iterator{"/proc/self/fd"}) {
         std::error_code ended;
-        if (std::filesystem::read_symlink(entry, ended) != folder / "walk.c3d")
+        if (std::filesystem::read_symlink(entry, ended).parent_path() != folder.path())
             continue;
         ++open_files;
         EXPECT_TRUE(::fcntl(std::stoi(entry.path().filename()), F_GETFD) & FD_CLOEXEC);
@@ -93,7 +176,7 @@ TEST(IoFilePosix, FileNeverBecomesAClosedStandardStream) {
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             if (::write(stream, "noise", 5) != -1)
                 throw stream;
-        if (file.write(content).error)
+        if (file.write(content).error || file.commit())
             throw folder.path();
     });
     EXPECT_TRUE(anvil_test::ended_well(child));

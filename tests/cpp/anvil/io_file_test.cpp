@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -114,18 +115,64 @@ TEST(IoFile, WritesAFileFromItsStart) {
     EXPECT_EQ(file.write(bytes_of("walk ")).bytes, 5U);
     EXPECT_EQ(file.write(bytes_of("")).bytes, 0U);
     EXPECT_EQ(file.write(bytes_of("on")).bytes, 2U);
-    file.close();
+    EXPECT_FALSE(file.commit());
+    EXPECT_FALSE(file.is_open());
     EXPECT_EQ(content_of(folder / "new.c3d"), "walk on");
 }
 
-TEST(IoFile, WritingReplacesWhatTheFileHeld) {
+std::vector<std::string> names_in(const temporary_folder& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        names.push_back(entry.path().filename().string());
+    return names;
+}
+
+TEST(IoFile, CommittingReplacesWhatTheFileHeld) {
     const temporary_folder folder;
     make_file(folder / "walk.c3d", "a longer content");
     io_file file;
     file.open(folder / "walk.c3d", anvil::io_write);
     EXPECT_FALSE(file.write(bytes_of("short")).error);
-    file.close();
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "a longer content");
+    EXPECT_FALSE(file.commit());
     EXPECT_EQ(content_of(folder / "walk.c3d"), "short");
+    EXPECT_EQ(names_in(folder), std::vector<std::string>{"walk.c3d"});
+}
+
+TEST(IoFile, ClosingWithoutCommitLeavesTheOldFileAndNothingElse) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    EXPECT_FALSE(file.write(bytes_of("new")).error);
+    file.close();
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "old");
+    file.open(folder / "other.c3d", anvil::io_write);
+    file.close();
+    EXPECT_EQ(names_in(folder), std::vector<std::string>{"walk.c3d"});
+}
+
+TEST(IoFile, FileThatIsOpenForReadingKeepsItsContentWhileItIsReplaced) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    io_file reader;
+    reader.open(folder / "walk.c3d", anvil::io_read);
+    io_file writer;
+    writer.open(folder / "walk.c3d", anvil::io_write);
+    EXPECT_FALSE(writer.write(bytes_of("newer")).error);
+    EXPECT_FALSE(writer.commit());
+    EXPECT_EQ(read(reader, 0, 8), "old");
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "newer");
+}
+
+TEST(IoFile, OnlyAFileThatIsBeingWrittenCanBeCommitted) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "kept");
+    io_file file;
+    EXPECT_EQ(file.commit(), std::errc::bad_file_descriptor);
+    file.open(folder / "walk.c3d", anvil::io_read);
+    EXPECT_EQ(file.commit(), std::errc::bad_file_descriptor);
+    EXPECT_TRUE(file.is_open());
 }
 
 TEST(IoFile, FileInAMissingFolderIsNotOpenedForWriting) {

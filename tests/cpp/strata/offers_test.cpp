@@ -96,12 +96,22 @@ TEST_F(Offers, ExporterWrites) {
     store_.root().create_group("Format");
     EXPECT_TRUE(data_exporter(&device, "test.exporter").write(store_.root()));
     EXPECT_EQ(device.written, "Format");
+    EXPECT_EQ(device.commits, 1);
+}
+
+TEST_F(Offers, WhatTheDeviceCannotCompleteIsAFailure) {
+    memory_device device{""};
+    device.commit_failure = std::make_error_code(std::errc::no_space_on_device);
+    store_.root().create_group("Format");
+    EXPECT_EQ(text(data_exporter(&device, "test.exporter").write(store_.root())),
+              "The file could not be completed: " + device.commit_failure.message());
 }
 
 TEST_F(Offers, FailureOfAnExporterIsHandedOver) {
     memory_device device{""};
     EXPECT_EQ(text(data_exporter(&device, "test.exporter").write(store_.root())),
               "there is nothing to write");
+    EXPECT_EQ(device.commits, 0);
 }
 
 TEST_F(Offers, ExporterWithoutDeviceFails) {

@@ -7,6 +7,7 @@ import importlib
 import inspect
 import pkgutil
 import re
+import shutil
 from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
@@ -37,9 +38,13 @@ def sections_of(name: str) -> list[str]:
 
 
 @pytest.mark.parametrize("example", list(examples()))
-def test_examples_are_true(example: doctest.DocTest, capsys: pytest.CaptureFixture[str]):
-    example.globs |= vars(moxPY) | {"path": str(TRIAL)}
-    with moxPY.moxReadAcquisition(str(TRIAL)) as trial:
+def test_examples_are_true(
+    example: doctest.DocTest, capsys: pytest.CaptureFixture[str], tmp_path: Path
+):
+    path = str(tmp_path / TRIAL.name)
+    shutil.copyfile(TRIAL, path)
+    example.globs |= vars(moxPY) | {"path": path}
+    with moxPY.moxReadAcquisition(path) as trial:
         example.globs["trial"] = trial
         with capsys.disabled():
             report: list[str] = []

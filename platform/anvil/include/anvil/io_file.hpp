@@ -11,17 +11,23 @@ namespace anvil {
 /// Modes of io_file::open.
 enum io_mode : int {
     io_read = 1,  ///< read an existing regular file
-    io_write = 2, ///< write a new file, or replace an existing one
+    io_write = 2, ///< write a new file, or the successor of an existing one
 };
 
 /// A file as a device. Closed on destruction.
+///
+/// What is written goes into a file of another name in the same folder. commit() puts it in the
+/// place of `path` in one step, with the permissions of the file that was there; until then, and
+/// when the process dies, the old file is what it was. Closing without commit() drops what was
+/// written.
 class ANVIL_EXPORT io_file final : public io_device {
   public:
     io_file();
     ~io_file() override;
 
     /// Opens `path`; a file that was open is closed first. Reports no failure itself: ask
-    /// is_open(). A directory, a pipe or a device node is not opened.
+    /// is_open(). A directory, a pipe or a device node is not opened, nor for writing a file that
+    /// must not be changed. A link is followed.
     void open(const std::filesystem::path& path, int mode);
     void close();
 
@@ -30,6 +36,8 @@ class ANVIL_EXPORT io_file final : public io_device {
     [[nodiscard]] io_result read_at(std::uint64_t offset,
                                     std::span<std::byte> buffer) noexcept override;
     [[nodiscard]] io_result write(std::span<const std::byte> bytes) noexcept override;
+    /// An error also when a write failed before. The file is closed afterwards in any case.
+    [[nodiscard]] std::error_code commit() noexcept override;
     [[nodiscard]] std::string name() const override;
 
   private:

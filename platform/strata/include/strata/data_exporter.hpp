@@ -20,8 +20,9 @@ class STRATA_EXPORT data_exporter {
     data_exporter(anvil::io_device* device, const std::string& plugin_id);
     ~data_exporter();
 
-    /// Writes `source` to the device. Fails when there is no such exporter, when it fails or
-    /// throws.
+    /// Writes `source` to the device and commits it there. Fails when there is no such exporter,
+    /// when it fails or throws, and when the device cannot complete what was written; nothing is
+    /// committed then.
     [[nodiscard]] anvil::status write(data_group source);
 
   private:

@@ -18,8 +18,13 @@ anvil::status data_exporter::write(data_group source) {
         return anvil::status::failure("There is no device to write to");
     if (!exporter_)
         return anvil::status::failure("The exporter '" + plugin_id_ + "' is not loaded");
-    return detail::guarded_call("The exporter '" + plugin_id_ + "'",
-                                [&] { return exporter_->write(*device_, source); });
+    auto status = detail::guarded_call("The exporter '" + plugin_id_ + "'",
+                                       [&] { return exporter_->write(*device_, source); });
+    if (!status)
+        return status;
+    if (const auto failure = device_->commit())
+        return anvil::status::failure("The file could not be completed: " + failure.message());
+    return status;
 }
 
 } // namespace strata

@@ -28,9 +28,15 @@ class memory_device final : public anvil::io_device {
         written.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
         return {.bytes = bytes.size(), .error = {}};
     }
+    [[nodiscard]] std::error_code commit() noexcept override {
+        ++commits;
+        return commit_failure;
+    }
     [[nodiscard]] std::string name() const override { return "memory.dat"; }
 
     std::string written;
+    int commits = 0;
+    std::error_code commit_failure;
 
   private:
     std::string content_;

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace anvil {
+
+/// A path in the folder of `destination` that hardly any other file has: hidden where a leading dot
+/// hides, and without the destination's name, which may already be as long as a name can be.
+[[nodiscard]] std::filesystem::path temporary_name(const std::filesystem::path& destination);
+
+} // namespace anvil
