@@ -17,6 +17,9 @@ std::string path_text(PyObject* path) {
             static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
 }
 
-std::string failure_text(const anvil::status& status) { return status.message("\n\t - "); }
+void throw_failure(const anvil::status& status, const std::string& introduction) {
+    const auto code = status.is_out_of_memory() ? error_code::memory : error_code::runtime;
+    throw swig_error(code, introduction + status.message("\n\t - "));
+}
 
 } // namespace mox

@@ -12,8 +12,9 @@ namespace mox {
 /// str.
 [[nodiscard]] std::string path_text(PyObject* path);
 
-/// The messages of a failed import or export, each but the first on a line of its own behind a tab
-/// and a dash.
-[[nodiscard]] std::string failure_text(const anvil::status& status);
+/// Raises the failure of an import or export: `introduction` and its messages, each but the first
+/// on a line of its own behind a tab and a dash. MemoryError when memory was short, else
+/// RuntimeError.
+[[noreturn]] void throw_failure(const anvil::status& status, const std::string& introduction = {});
 
 } // namespace mox

@@ -23,7 +23,7 @@ strata::data_store read_acquisition(PyObject* path) {
     strata::data_store acquisition;
     const auto status = strata::data_importer(&file, "").read(acquisition.root());
     if (!status)
-        throw_runtime_error(failure_text(status));
+        throw_failure(status);
     file.close();
     shape_imported_layout(acquisition.root());
     return acquisition;

@@ -1,5 +1,6 @@
 #include "acquisition/resize_channels.hpp"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <new>
@@ -18,11 +19,20 @@ namespace attribute = layout::attribute;
 
 namespace {
 
+/// What a sample's residual takes while it moves, in doubles; generously.
+constexpr std::uint64_t elements_of_residuals = 1;
+
+/// In blocks, which take next to no memory beside the channel.
 void fill_from(const strata::data_set& set, std::uint64_t components, std::uint64_t first,
                std::uint64_t samples, double value) {
-    const std::array<std::uint64_t, 6> box{0, components, 0, 1, first, samples - first};
-    write_vector(set.select(box.data(), box.size(), true),
-                 std::vector<double>(components * (samples - first), value));
+    constexpr std::uint64_t block = 4096;
+    std::vector<double> values;
+    for (auto at = first; at < samples; at += block) {
+        const auto count = std::min(block, samples - at);
+        const std::array<std::uint64_t, 6> box{0, components, 0, 1, at, count};
+        values.assign(components * count, value);
+        write_vector(set.select(box.data(), box.size(), true), values);
+    }
 }
 
 void resize_residuals(strata::data_set set, std::uint64_t samples) {
@@ -68,8 +78,9 @@ void require_memory(const std::vector<group_extent>& extents) {
     for (const auto& [group, samples] : extents) {
         if (samples <= samples_of(group))
             continue;
-        const auto channels = group.list_set_children_name().size() * components_of(group);
-        growth += static_cast<double>(channels) * static_cast<double>(samples);
+        const auto sets = group.list_set_children_name().size();
+        const auto elements = sets * (components_of(group) + elements_of_residuals);
+        growth += static_cast<double>(elements) * static_cast<double>(samples);
     }
     require_memory(growth);
 }

@@ -1,6 +1,7 @@
 #include "acquisition/set_sampling.hpp"
 
 #include <cmath>
+#include <new>
 #include <vector>
 
 #include <fmt/format.h>
@@ -18,6 +19,8 @@ namespace mox::sampling {
 namespace attribute = layout::attribute;
 
 namespace {
+
+constexpr double exact_counts = 9007199254740992.0; // 2^53
 
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
@@ -46,8 +49,7 @@ void write_to_parameter(const strata::data_group& root, const char* path, double
 /// Frame count of the raw points at a new rate; RuntimeError when no count can hold it.
 std::int64_t rescaled_count(double rate, double former_rate, double count) {
     const double rescaled = rate / former_rate * count;
-    constexpr double most = 9007199254740992.0; // 2^53: counts up to here are exact
-    if (!(rescaled < most))
+    if (!(rescaled < exact_counts))
         throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
     return static_cast<std::int64_t>(rescaled);
 }
@@ -75,13 +77,18 @@ void require_frames(int frames) {
             fmt::format("The number of frames cannot be negative, current is : {}", frames));
 }
 
-/// The extents of all device groups for `frames` frames with `ratio` analog samples each.
-std::vector<group_extent> extents_of(const strata::data_group& root, int frames, double ratio) {
+/// The extents of all device groups for `frames` frames with `ratio` analog samples each. Throws
+/// std::bad_alloc where no count can hold the samples.
+std::vector<group_extent> extents_of(const strata::data_group& root, std::uint64_t frames,
+                                     double ratio) {
+    const double samples = static_cast<double>(frames) * ratio;
+    if (!(samples < exact_counts))
+        throw std::bad_alloc();
     std::vector<group_extent> extents;
     for (const auto& group : point_groups(root))
-        extents.push_back({group, static_cast<std::uint64_t>(frames)});
+        extents.push_back({group, frames});
     extents.push_back(
-        {retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(frames * ratio)});
+        {retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(samples)});
     return extents;
 }
 
@@ -112,9 +119,12 @@ void set_frequency(strata::data_store acquisition, double rate) {
     const auto groups = point_groups(root);
     const auto analogs = retrieve_group(root, layout::analogs_export);
     const double analog_rate = rate * analog_samples_per_frame(acquisition);
+    if (!std::isfinite(analog_rate))
+        throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
     const double former_rate = point_frequency(acquisition);
+    const bool counts_frames = former_rate > 0.0 && root.exists_set(layout::points);
     const auto count =
-        former_rate > 0.0 ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
+        counts_frames ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
 
     write_to_raw_set(root, layout::points, attribute::sample_rate, rate);
     if (count >= 0)
@@ -127,8 +137,7 @@ void set_frequency(strata::data_store acquisition, double rate) {
     write_to_parameter(root, layout::metadata_analog, analog_rate);
 }
 
-void set_frame_number(strata::data_store acquisition, int frames) {
-    require_frames(frames);
+void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames) {
     const auto root = acquisition.root();
     const auto extents = extents_of(root, frames, analog_samples_per_frame(acquisition));
     resize_device_groups(extents);
@@ -138,10 +147,15 @@ void set_frame_number(strata::data_store acquisition, int frames) {
                      static_cast<std::int64_t>(extents.back().samples));
 }
 
+void set_frame_number(strata::data_store acquisition, int frames) {
+    require_frames(frames);
+    resize_to_frames(acquisition, static_cast<std::uint64_t>(frames));
+}
+
 void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
     require_frames(frames);
     require_ratio(ratio);
-    require_memory(extents_of(acquisition.root(), frames, ratio));
+    require_memory(extents_of(acquisition.root(), static_cast<std::uint64_t>(frames), ratio));
     set_analog_samples_per_frame(acquisition, ratio);
     set_frame_number(acquisition, frames);
 }
@@ -194,7 +208,12 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
 void set_analog_resolution(strata::data_store acquisition, int bits) {
     if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
         throw_runtime_error("Invalid analog resolution.");
-    const auto parameters = retrieve_group(acquisition.root(), layout::metadata_analog);
+    auto parameters = retrieve_group(acquisition.root(), layout::metadata_analog);
+    const auto former = parameters.retrieve_attribute(attribute::bits);
+    // A script may have made it a list or a text.
+    if (former && (strata::element_kind(former.type()) == strata::data_type::string ||
+                   former.shape().element_count() != 1))
+        parameters.delete_attribute(attribute::bits);
     write_or_create(parameters, attribute::bits, std::int32_t{bits});
 }
 

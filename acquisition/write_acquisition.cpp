@@ -77,7 +77,7 @@ void write_acquisition(strata::data_store acquisition, PyObject* path) {
                             std::string(layout::device::metadata));
     }
     if (!status)
-        throw_runtime_error(fmt::format("Export to c3d failed : {}", failure_text(status)));
+        throw_failure(status, "Export to c3d failed : ");
 }
 
 } // namespace mox::writing

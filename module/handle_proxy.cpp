@@ -35,6 +35,8 @@ void deallocate(PyObject* object) {
 
 PyObject* represent(PyObject* object) {
     const auto* self = self_of(object);
+    if (!self->wrapped)
+        return PyUnicode_FromFormat("<Swig Object of type '%s' at 0x0>", self->kind->name);
     return PyUnicode_FromFormat("<Swig Object of type '%s' at %p>", self->kind->name,
                                 self->wrapped);
 }
@@ -140,7 +142,10 @@ py_ref proxy_of(PyObject* object) noexcept {
             return current;
         auto inner = py_ref::steal(PyObject_GetAttr(current.get(), interned_this));
         if (!inner) {
-            PyErr_Clear();
+            // An interrupt, or a lack of memory, is not the object's answer.
+            if (PyErr_ExceptionMatches(PyExc_Exception) != 0 &&
+                PyErr_ExceptionMatches(PyExc_MemoryError) == 0)
+                PyErr_Clear();
             return {};
         }
         current = std::move(inner);

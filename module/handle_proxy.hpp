@@ -33,8 +33,8 @@ void share_proxy_type(PyTypeObject* type) noexcept;
 /// A new proxy. Takes over `wrapped`, also when it throws python_error.
 [[nodiscard]] py_ref new_proxy(void* wrapped, const proxy_kind& kind);
 
-/// The proxy that `object` is, or that its attribute "this" leads to; empty, with no exception
-/// pending, when there is none.
+/// The proxy that `object` is, or that its attribute "this" leads to; empty when there is none. An
+/// exception is pending then only if it must not be swallowed: an interrupt, a lack of memory.
 [[nodiscard]] py_ref proxy_of(PyObject* object) noexcept;
 
 [[nodiscard]] inline proxy_object* as_proxy(const py_ref& proxy) noexcept {

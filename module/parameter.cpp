@@ -122,6 +122,9 @@ std::string to_text(PyObject* value, const argument_place& place) {
         PyErr_Clear(); // a lone surrogate has no UTF-8 form
         raise_argument_error(PyExc_TypeError, place);
     }
+    // The store's texts end at their first NUL: what follows would be lost without a word.
+    if (std::memchr(text, '\0', static_cast<std::size_t>(length)) != nullptr)
+        raise_argument_error(PyExc_TypeError, place);
     return {text, static_cast<std::size_t>(length)};
 }
 
@@ -129,6 +132,8 @@ py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& p
     if (value == Py_None)
         raise_null_reference(place);
     auto proxy = proxy_of(value);
+    if (!proxy && PyErr_Occurred())
+        throw python_error{};
     if (!proxy || !is_of(proxy, kind))
         raise_argument_error(PyExc_TypeError, place);
     if (!as_proxy(proxy)->wrapped)
@@ -140,6 +145,8 @@ bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept {
     if (value == Py_None)
         return false;
     const auto proxy = proxy_of(value);
+    if (!proxy)
+        PyErr_Clear(); // no overload fits, which says enough
     return proxy && is_of(proxy, kind);
 }
 

@@ -41,6 +41,8 @@ py_ref with_shadow(py_ref proxy) {
 
 void initialise_shadow(PyObject* instance, PyObject* handle) {
     const auto proxy = proxy_of(handle);
+    if (!proxy && PyErr_Occurred())
+        throw python_error{};
     if (!proxy) {
         PyErr_SetString(
             PyExc_TypeError,

@@ -11,6 +11,12 @@ namespace {
     throw python_error{};
 }
 
+/// The code of an array's subclass could change the entry that the list is written to.
+[[noreturn]] void raise_array_in_list() {
+    PyErr_SetString(PyExc_ValueError, "A list of values cannot have arrays in it");
+    throw python_error{};
+}
+
 void flatten(PyObject* list, const std::vector<std::int64_t>& dimensions, std::size_t level,
              std::vector<py_ref>& items) {
     if (!PyList_Check(list) || PyList_GET_SIZE(list) != dimensions[level])
@@ -22,6 +28,8 @@ void flatten(PyObject* list, const std::vector<std::int64_t>& dimensions, std::s
             flatten(item.get(), dimensions, level + 1, items);
         else if (PyList_Check(item.get()))
             raise_ragged();
+        else if (PyArray_Check(item.get()))
+            raise_array_in_list();
         else
             items.push_back(std::move(item));
     }

@@ -22,7 +22,7 @@ class nesting {
     ~nesting() { --depth_; }
 
   private:
-    static constexpr int deepest = 1000;
+    static constexpr int deepest = 200;
     inline static int depth_ = 0; // the interpreter lock guards it
 };
 

@@ -2,6 +2,7 @@
 
 #include "store/python_write.hpp"
 
+#include <cstring>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -27,18 +28,19 @@ void write_elements(strata::data_attribute& attribute, const void* elements, std
     }
 }
 
-/// The text of a bytes or str item; the item owns it.
+/// The text of a bytes or str item without NUL, where the store's texts end; the item owns it.
 const char* text_of_item(PyObject* item) {
     if (PyBytes_Check(item)) {
-        const char* text = PyBytes_AsString(item);
-        if (!text) {
+        char* text = nullptr;
+        if (PyBytes_AsStringAndSize(item, &text, nullptr) == -1) {
             PyErr_Clear();
             throw_system_error("Internal error during string extraction");
         }
         return text;
     }
-    const char* text = PyUnicode_AsUTF8(item);
-    if (!text) {
+    Py_ssize_t length = 0;
+    const char* text = PyUnicode_AsUTF8AndSize(item, &length);
+    if (!text || std::memchr(text, '\0', static_cast<std::size_t>(length)) != nullptr) {
         PyErr_Clear();
         throw_system_error("Internal error during UTF8 string extraction");
     }

@@ -10,7 +10,29 @@
 
 namespace mox {
 
+namespace {
+
+/// A masked array with NaN where it is masked; anything else as it is. An array of integers has no
+/// NaN and keeps its mask: it is no matrix of values.
+py_ref without_mask(PyObject* value) {
+    if (!PyArray_Check(value) || PyArray_CheckExact(value) ||
+        !PyArray_ISFLOAT(reinterpret_cast<PyArrayObject*>(value)))
+        return py_ref::borrow(value);
+    const auto masked_array = py_ref::checked(PyImport_ImportModule("numpy.ma"));
+    const auto type = py_ref::checked(PyObject_GetAttrString(masked_array.get(), "MaskedArray"));
+    const int is_masked = PyObject_IsInstance(value, type.get());
+    if (is_masked == -1)
+        throw python_error{};
+    if (is_masked == 0)
+        return py_ref::borrow(value);
+    return py_ref::checked(PyObject_CallMethod(value, "filled", "d", Py_NAN));
+}
+
+} // namespace
+
 py_ref as_array(PyObject* value) {
+    if (PyArray_Check(value))
+        return without_mask(value);
     if (!PyList_Check(value) && !PyTuple_Check(value))
         return py_ref::borrow(value);
     return py_ref::checked(PyArray_FromAny(frozen_lists(value).get(), nullptr, 0, 0, 0, nullptr));

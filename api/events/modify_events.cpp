@@ -98,7 +98,9 @@ float single_precision_time(double time) {
     const auto narrowed = static_cast<float>(time);
     if (!std::isfinite(narrowed))
         throw_runtime_error(
-            fmt::format("The time of an event must be a finite number, current is : {}", time));
+            fmt::format("The time of an event must be a finite number in single precision, "
+                        "current is : {}",
+                        time));
     return narrowed;
 }
 

@@ -2,6 +2,8 @@
 
 #include "api/metadata/info_record.hpp"
 
+#include <fmt/format.h>
+
 #include "api/metadata/format_names.hpp"
 #include "store/dictionary.hpp"
 #include "store/json_conversion.hpp"
@@ -29,6 +31,15 @@ std::string checked_format(const anvil::json& info) {
     return name;
 }
 
+void require_depth(std::size_t dimensions) {
+    constexpr std::size_t most = 7; // as in a file
+    if (dimensions > most) {
+        throw_runtime_error(fmt::format(
+            "The values of a metadata entry can have at most {} dimensions, current has : {}", most,
+            dimensions));
+    }
+}
+
 } // namespace
 
 new_entry checked_info(PyObject* info) {
@@ -40,6 +51,7 @@ new_entry checked_info(PyObject* info) {
     if (!values)
         throw_runtime_error("Given struct has no field \"values\"");
     const auto type = type_of_format(format);
+    require_depth(shape_of_value(values.get()).dimensions().size());
     const auto given = store_type_of_value(values.get());
     if (given != strata::data_type::invalid)
         require_same_kind(type, given);

@@ -1,10 +1,9 @@
 #include "api/metadata/metadata_path.hpp"
 
-#include <filesystem>
-
 #include <fmt/format.h>
 
 #include "acquisition/layout.hpp"
+#include "acquisition/path_text.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 
@@ -25,7 +24,7 @@ strata::data_group format_group(const strata::data_store& acquisition) {
 
 entry_path path_of(const std::string& group, const std::string& entry) {
     return {fmt::format("{}/{}", layout::name::metadata, group),
-            std::filesystem::path(entry).filename().string()};
+            text_of_path(path_from_text(entry).filename())};
 }
 
 entry_path path_of(const std::string& path) {

@@ -134,19 +134,19 @@ py_ref set_description_at(strata::data_store acquisition, const std::string& /*p
 }
 
 py_ref remove_group(strata::data_store acquisition, const std::string& group) {
-    return remove_entry(acquisition, group, {});
+    const auto path = path_of(group, {});
+    (void)existing_group(acquisition, path);
+    delete_metadata_group(acquisition, path);
+    return all(acquisition);
 }
 
 py_ref remove_entry(strata::data_store acquisition, const std::string& group,
                     const std::string& entry) {
+    if (entry.empty())
+        return remove_group(acquisition, group);
     const auto path = path_of(group, entry);
-    auto holder = existing_group(acquisition, path);
-    if (!path.entry.empty()) {
-        (void)existing_entry(acquisition, path);
-        holder.delete_attribute(path.entry);
-        return all(acquisition);
-    }
-    delete_metadata_group(acquisition, path);
+    (void)existing_entry(acquisition, path);
+    existing_group(acquisition, path).delete_attribute(path.entry);
     return all(acquisition);
 }
 

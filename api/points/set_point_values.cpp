@@ -2,6 +2,7 @@
 
 #include "api/points/set_point_values.hpp"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -10,8 +11,8 @@
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
-#include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
+#include "acquisition/set_sampling.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
@@ -40,6 +41,15 @@ void set_point_values(const strata::data_set& set, const strata::data_group& hol
                       const py_ref& array) {
     write_channels_in_order({set}, checked_matrix(array, samples_of(holder), 1, components),
                             components);
+}
+
+/// False after a change of rate that changed the count of frames, but not yet the channels.
+bool has_frames_throughout(const strata::data_store& acquisition,
+                           const std::vector<strata::data_group>& groups, std::uint64_t frames) {
+    return sampling::analog_frame_number(acquisition) ==
+               static_cast<double>(frames) * sampling::analog_samples_per_frame(acquisition) &&
+           std::ranges::all_of(groups,
+                               [&](const auto& group) { return samples_of(group) == frames; });
 }
 
 /// Where the columns of each point begin; RuntimeError when an index lies outside of the matrix.
@@ -87,13 +97,8 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto values =
         checked_matrix(array, frames, static_cast<std::uint64_t>(count), components);
     const auto channels = columns_by_index(groups, count);
-    // A change of rate may have changed the count of frames; all of them are overwritten here.
-    std::vector<group_extent> extents;
-    for (const auto& group : groups) {
-        if (samples_of(group) != frames)
-            extents.push_back({group, frames});
-    }
-    resize_device_groups(extents);
+    if (!has_frames_throughout(acquisition, groups, frames))
+        sampling::resize_to_frames(acquisition, frames);
     write_channels(channels, values);
 }
 

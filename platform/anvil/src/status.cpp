@@ -11,7 +11,14 @@ status status::failure(std::string message) {
     return result;
 }
 
+status status::out_of_memory(std::string message) {
+    auto result = failure(std::move(message));
+    result.out_of_memory_ = true;
+    return result;
+}
+
 status& status::add(status step) {
+    out_of_memory_ = out_of_memory_ || step.out_of_memory_;
     messages_.insert(messages_.end(), std::make_move_iterator(step.messages_.begin()),
                      std::make_move_iterator(step.messages_.end()));
     return *this;

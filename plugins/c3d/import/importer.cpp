@@ -95,9 +95,8 @@ bool importer::accepts(anvil::io_device& device) const {
 
 anvil::status importer::read(anvil::io_device& device, strata::data_group target) const {
     const auto name = device.name();
-    const auto failure = [&](const auto& text) {
-        return anvil::status::failure(fmt::format("'{}': {}", name, text));
-    };
+    const auto located = [&](const auto& text) { return fmt::format("'{}': {}", name, text); };
+    using anvil::status;
     warnings notes;
     try {
         const file_reader reader(device);
@@ -106,12 +105,12 @@ anvil::status importer::read(anvil::io_device& device, strata::data_group target
         return {};
     } catch (const c3d_error& error) {
         notes.log(name);
-        return failure(fmt::format("byte {}: {}", error.offset(), error.what()));
+        return status::failure(located(fmt::format("byte {}: {}", error.offset(), error.what())));
     } catch (const std::bad_alloc&) {
-        return failure(
-            fmt::format("not enough memory for the samples of a file of {} bytes", device.size()));
+        return status::out_of_memory(located(
+            fmt::format("not enough memory for the samples of a file of {} bytes", device.size())));
     } catch (const std::exception& error) {
-        return failure(error.what());
+        return status::failure(located(error.what()));
     }
 }
 

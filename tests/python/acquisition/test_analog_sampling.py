@@ -126,6 +126,16 @@ def test_a_file_without_a_resolution_has_twelve_bits():
     assert _moxPY.moxGetAnalogResolution(acquisition) == 16.0
 
 
+@pytest.mark.parametrize(
+    ("kind", "values"), [("Char", "x"), ("Integer", [12, 16]), ("Real", [0.5, 1.0])]
+)
+def test_a_resolution_that_is_no_number_becomes_one(kind: str, values: Any):
+    acquisition = _moxPY.moxNewAcquisition()
+    _moxPY.moxAppendMetaData(acquisition, "ANALOG", "BITS", {"format": kind, "values": values})
+    _moxPY.moxSetAnalogResolution(acquisition, 16)
+    assert _moxPY.moxGetAnalogResolution(acquisition) == 16.0
+
+
 @pytest.mark.parametrize("gap", [0, 10, -1, 2**31 - 1])
 def test_the_interpolation_gap_reads_back(gap: int):
     acquisition = _moxPY.moxNewAcquisition()

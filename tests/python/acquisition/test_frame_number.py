@@ -118,6 +118,14 @@ def test_frames_beyond_memory_leave_everything(arguments: tuple[int, ...], analo
     assert snapshot(acquisition) == before
 
 
+def test_growing_takes_no_more_memory_than_the_frames_need():
+    acquisition = _moxPY.moxNewAcquisition(1, 10, 0, 2)
+    frames = 20_000_000
+    with address_space(5 * frames * 8):
+        _moxPY.moxSetFrameNumber(acquisition, frames)
+    assert _moxPY.moxGetPointFrameNumber(acquisition) == frames
+
+
 @pytest.mark.parametrize("name", [*POINT_GROUPS, "AnalogsExport"])
 def test_a_missing_group_is_named_and_nothing_changed(name: str):
     acquisition = _moxPY.moxNewAcquisition(2, 100)

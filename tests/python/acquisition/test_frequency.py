@@ -137,6 +137,23 @@ def test_a_rate_whose_frames_cannot_be_counted_leaves_everything():
     assert snapshot(acquisition) == before
 
 
+def test_a_rate_that_is_too_high_for_the_analogs_leaves_everything():
+    acquisition = _moxPY.moxNewAcquisition(1, 10, 1, 5)
+    before = snapshot(acquisition)
+    assert failure_of(_moxPY.moxSetFrequency, acquisition, 1.5e308) == (
+        RuntimeError,
+        "The frequency is too high, current is : 1.5e+308",
+    )
+    assert snapshot(acquisition) == before
+
+
+def test_a_new_acquisition_takes_any_rate_after_a_low_one():
+    acquisition = _moxPY.moxNewAcquisition(1, 10, 1, 5)
+    _moxPY.moxSetFrequency(acquisition, 1e-300)
+    _moxPY.moxSetFrequency(acquisition, 1000.0)
+    assert _moxPY.moxGetAnalogFrequency(acquisition) == 5000.0
+
+
 @pytest.mark.parametrize("name", [*POINT_GROUPS, "AnalogsExport"])
 def test_a_missing_group_is_named_and_nothing_changed(name: str):
     acquisition = _moxPY.moxNewAcquisition(2, 100)

@@ -189,6 +189,18 @@ def test_a_file_at_twice_its_rate_has_twice_the_frames_until_its_points_are_set(
     for group in POINT_GROUPS:
         read = getattr(_moxPY, f"moxGet{group}Values")(acquisition)
         assert len(read) == 2 * FRAMES
+    assert _moxPY.moxGetAnalogFrameNumber(acquisition) == 2 * FRAMES * RATIO
+    assert_agreement(acquisition)
+
+
+def test_analogs_follow_the_frames_also_where_no_point_has_to(tmp_path: Path) -> None:
+    acquisition = read_trial(tmp_path)
+    _moxPY.moxSetFrequency(acquisition, 2 * RATE)
+    new_ratio(acquisition, 3)
+    _moxPY.moxSetFrequency(acquisition, RATE)
+    _moxPY.moxSetPointsValues(acquisition, np.zeros((FRAMES, 3 * len(POINTS))))
+    assert _moxPY.moxGetAnalogFrameNumber(acquisition) == 3 * FRAMES
+    assert_agreement(acquisition)
 
 
 def test_a_new_acquisition_at_another_rate_keeps_its_frames(trial: Any) -> None:

@@ -232,7 +232,7 @@ def test_separators_in_a_name_are_refused(
 @pytest.mark.parametrize("time", [float("nan"), float("inf"), float("-inf"), 1e39])
 def test_a_time_that_is_no_finite_single_is_refused(any_trial: Any, time: float) -> None:
     before = snapshot(any_trial)
-    text = f"The time of an event must be a finite number, current is : {time}"
+    text = f"The time of an event must be a finite number in single precision, current is : {time}"
     failure = failure_of(_moxPY.moxAppendEvent, any_trial, "A", time, "Left")
     assert failure == (RuntimeError, text)
     assert snapshot(any_trial) == before

@@ -163,10 +163,13 @@ def test_an_array_that_was_read_is_not_the_stored_one(trial: Any, taker: Setter)
 
 
 @takers
-def test_what_a_mask_hides_is_written_as_it_stands_in_the_data(trial: Any, taker: Setter) -> None:
+def test_what_a_mask_hides_is_missing(trial: Any, taker: Setter) -> None:
     matrix = taker.matrix()
-    taker.write(trial, np.ma.masked_less(matrix, -1.0))
-    assert np.array_equal(taker.read(trial), matrix)
+    masked = np.ma.masked_less(matrix, np.median(matrix))
+    taker.write(trial, masked)
+    expected = np.where(np.ma.getmaskarray(masked), np.nan, matrix)
+    assert np.isnan(expected).any()
+    assert np.array_equal(taker.read(trial), expected, equal_nan=True)
 
 
 @pytest.mark.parametrize("setter", SETTERS, ids=str)

@@ -177,6 +177,12 @@ REFUSED_INFOS: list[tuple[Any, type[Exception], str]] = [
      "The nested lists of the given value have different lengths"),
     ({"format": "Real", "values": [[1.0], 2.0]}, ValueError,
      "The nested lists of the given value have different lengths"),
+    ({"format": "Real", "values": [[[[[[[[1.0]]]]]]]]}, RuntimeError,
+     "The values of a metadata entry can have at most 7 dimensions, current has : 8"),
+    ({"format": "Char", "values": "a\0b"}, SystemError,
+     "Internal error during UTF8 string extraction"),
+    ({"format": "Char", "values": ["a", "\0"]}, SystemError,
+     "Internal error during UTF8 string extraction"),
 ]  # fmt: skip
 
 

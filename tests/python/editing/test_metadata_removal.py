@@ -67,6 +67,7 @@ def test_a_removed_entry_can_be_appended_again(rich_trial: Any) -> None:
         (("A/B",), "Impossible to retrieve group with path : 'Metadata/A/B' does not exist"),
         (("",), "The group of all metadata cannot be removed"),
         (("", "NOPE"), "Unable to find the metadata entry 'NOPE' in the group 'Metadata/'"),
+        (("ANALOG", "x/"), "Unable to find the metadata entry '' in the group 'Metadata/ANALOG'"),
         (("ANALOG", "NO"), "Unable to find the metadata entry 'NO' in the group 'Metadata/ANALOG'"),
     ],
 )

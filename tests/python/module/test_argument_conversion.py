@@ -123,17 +123,19 @@ def test_float_takes_nothing_but_numbers_that_fit(value: Any):
 
 
 @pytest.mark.parametrize("take", [probe.take_text, probe.take_text_reference])
-@pytest.mark.parametrize("value", ["", "LASI", "mm/s²", "膝", "😀", "a\0b", Text("own")])
+@pytest.mark.parametrize("value", ["", "LASI", "mm/s²", "膝", "😀", "a\nb", Text("own")])
 def test_text_takes_any_str(take: Callable[..., str], value: str):
     assert take(value) == str.__str__(value)
 
 
-@pytest.mark.parametrize("value", [b"LASI", None, 1, ["LASI"], "\ud800", "a\udcff"])
+@pytest.mark.parametrize("value", [b"LASI", None, 1, ["LASI"], "\ud800", "a\udcff", "a\0b", "\0"])
 @pytest.mark.parametrize(
     ("name", "declared"),
     [("take_text", "std::string const &"), ("take_text_reference", "std::string &")],
 )
-def test_text_takes_nothing_but_str_with_a_utf8_form(value: Any, name: str, declared: str):
+def test_text_takes_nothing_but_str_with_a_utf8_form_and_without_nul(
+    value: Any, name: str, declared: str
+):
     assert failure_of(getattr(probe, name), value) == (
         TypeError,
         f"in method '{name}', argument 1 of type '{declared}'",

@@ -112,7 +112,7 @@ def test_a_plugin_of_another_interface_version_is_refused(package: PackageCopy):
     package.output_of("import _moxPY")
     assert package.log() == [
         *package.start_lines,
-        refusal(path, "it speaks version 2 of the plugin interface, not version 1"),
+        refusal(path, "it speaks version 3 of the plugin interface, not version 2"),
     ]
 
 

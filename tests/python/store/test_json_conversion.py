@@ -141,7 +141,7 @@ def test_a_list_that_holds_itself_is_refused():
 
 
 def test_deep_nesting_survives_the_way_there_and_back():
-    value = nested(500)
+    value = nested(150)
     assert there_and_back(value) == value
 
 

@@ -45,6 +45,7 @@ class PointEditModel(PointModel, SamplingModel):
         columns = checked(matrix, frames, len(self.points), 3)
         for group in self.point_groups.values():
             resize(group, frames, math.nan)
+        resize(self.analogs, frames * self.ratio, 0.0)
         for point in self.points:
             point.values = columns[:, 3 * point.index : 3 * point.index + 3].copy()
 

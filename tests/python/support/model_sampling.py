@@ -110,9 +110,11 @@ class SamplingModel(State):
             raise Refused("Invalid analog resolution.")
         self.moxGetAnalogResolution()  # needs the group
         entries = self.metadata.groups["ANALOG"].entries
-        if "BITS" in entries:
-            assign_number(entries["BITS"], bits)
+        former = entries.get("BITS")
+        if former and former.kind != "str" and len(former.elements) == 1:
+            assign_number(former, bits)
         else:
+            entries.pop("BITS", None)
             entries["BITS"] = Entry("int32", (), [bits])
 
     @property

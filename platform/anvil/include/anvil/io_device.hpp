@@ -39,13 +39,13 @@ class ANVIL_EXPORT io_device {
     /// Appends all of `bytes` behind what was written since the device was opened.
     [[nodiscard]] virtual io_result write(std::span<const std::byte> bytes) noexcept = 0;
 
+    /// What the device reads or writes, for messages: for a file its path as UTF-8.
+    [[nodiscard]] virtual std::string name() const = 0;
+
     /// Ends the writing: says that everything was written, so that it may take the place of what
     /// the device held before. An error means that it did not. A device that has nothing to replace
     /// need not do anything.
     [[nodiscard]] virtual std::error_code commit() noexcept;
-
-    /// What the device reads or writes, for messages: for a file its path as UTF-8.
-    [[nodiscard]] virtual std::string name() const = 0;
 };
 
 } // namespace anvil

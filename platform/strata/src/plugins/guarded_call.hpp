@@ -15,7 +15,7 @@ template <typename Call>
     try {
         return call();
     } catch (const std::bad_alloc&) {
-        return anvil::status::failure(subject + " failed : there is not enough memory");
+        return anvil::status::out_of_memory(subject + " failed : there is not enough memory");
     } catch (const std::exception& failure) {
         return anvil::status::failure(subject + " failed : " + failure.what());
     } catch (...) {

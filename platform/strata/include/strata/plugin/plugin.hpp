@@ -23,7 +23,7 @@ namespace strata {
 
 /// Version of everything in the public headers that a plugin is compiled against. A plugin of
 /// another version is refused.
-inline constexpr std::uint32_t plugin_interface_version = 1;
+inline constexpr std::uint32_t plugin_interface_version = 2;
 
 /// Reads one file format.
 class STRATA_EXPORT importer {
