@@ -1,11 +1,10 @@
 #include "acquisition/channels.hpp"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
+#include "layout/channel_names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -13,16 +12,6 @@
 namespace mox {
 
 namespace attribute = layout::attribute;
-
-namespace {
-
-std::string set_name_of(const std::string& label) {
-    auto name = label;
-    std::ranges::replace_if(name, [](char c) { return c == '/' || c == '\\'; }, '_');
-    return name;
-}
-
-} // namespace
 
 strata::data_group create_device_group(strata::data_group parent, const std::string& name,
                                        const std::string& device_type) {
@@ -63,7 +52,7 @@ std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}"
 strata::data_set create_channel(strata::data_group group, const std::string& given_label,
                                 std::int32_t index, const std::string& description) {
     const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
-    const auto name = set_name_of(label);
+    const auto name = acquisition_layout::path_component(label);
     if (group.exists_set(name) || group.exists_group(name))
         throw_channel_exists(label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,

@@ -19,6 +19,8 @@ inline constexpr char analogs_export[] =
 inline constexpr char markers[] = "Format/Data/Markers";
 inline constexpr char angles[] = "Format/Data/Angles";
 inline constexpr char skeleton[] = "Format/Data/Skeleton";
+inline constexpr char segments[] = "Format/Data/Skeleton/Segments"; ///< a group a segment
+inline constexpr char force_plates[] = "Devices/ForcePlate";        ///< a group FP<i> a platform
 
 /// Names below `data`, where nothing else is said.
 namespace name {
@@ -27,7 +29,10 @@ inline constexpr char analogs[] = "Analogs";
 inline constexpr char analogs_export[] = "AnalogsExport";
 inline constexpr char angles[] = "Angles";
 inline constexpr char markers[] = "Markers";
-inline constexpr char metadata[] = "Metadata"; ///< below `format`
+inline constexpr char metadata[] = "Metadata";       ///< below `format`
+inline constexpr char segment_rotations[] = "T_SCS"; ///< set of a segment's group
+inline constexpr char wrench_at_origin[] = "W_HO";   ///< sets of a platform's group
+inline constexpr char wrench_at_point[] = "W_POA";
 } // namespace name
 
 /// Attributes of groups, sets and the header.
@@ -37,6 +42,7 @@ inline constexpr char num_samples[] = "NumSamples";              ///< int64
 inline constexpr char sample_rate[] = "SampleRate";              ///< float64, Hz
 inline constexpr char start_time[] = "StartTime";                ///< float64, seconds
 inline constexpr char relative_set_index[] = "RelativeSetIndex"; ///< int32
+inline constexpr char devices_index[] = "DevicesIndex";          ///< int32, of a platform
 inline constexpr char description[] = "Description";
 inline constexpr char label[] = "Label";
 inline constexpr char unit[] = "Unit";

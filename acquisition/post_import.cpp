@@ -8,8 +8,8 @@
 #include <strata/callable_builder.hpp>
 
 #include "acquisition/layout.hpp"
-#include "acquisition/parameter_list.hpp"
 #include "acquisition/point_types.hpp"
+#include "layout/parameter_list.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -40,8 +40,8 @@ std::vector<std::string> labels_of_type(const strata::data_set& points, std::str
 
 /// Writes the file's description of each point, by the point's column; empty beyond the list.
 void describe_points(const strata::data_group& root, const strata::data_group& group) {
-    const auto descriptions =
-        read_parameter_list(root, layout::metadata_point, attribute::descriptions);
+    const auto descriptions = acquisition_layout::read_parameter_list(root, layout::metadata_point,
+                                                                      attribute::descriptions);
     if (!descriptions)
         return;
     for (const auto& set : sets_of(group)) {

@@ -10,6 +10,7 @@
 #include <strata/data_exporter.hpp>
 
 #include "acquisition/file_argument.hpp"
+#include "acquisition/force_platforms.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/path_text.hpp"
 #include "acquisition/sampling.hpp"
@@ -69,6 +70,7 @@ void write_acquisition(strata::data_store acquisition, PyObject* path) {
         throw_runtime_error("Frequency is not set, impossible to export to c3d");
 
     const auto root = acquisition.root();
+    (void)bring_platforms_up_to_date(root);
     const auto status = export_to(absolute_path(file_path), root);
     if (root.exists_group(layout::metadata)) {
         auto metadata = root.retrieve_group(layout::metadata);

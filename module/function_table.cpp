@@ -10,6 +10,9 @@
 #include "api/analogs/modify_analogs.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/analogs/set_analog_attributes.hpp"
+#include "api/devices/force_platforms.hpp"
+#include "api/devices/rotations.hpp"
+#include "api/devices/wrenches.hpp"
 #include "api/events/modify_events.hpp"
 #include "api/events/read_events.hpp"
 #include "api/metadata/analysis.hpp"
@@ -70,8 +73,13 @@ PyMethodDef* function_table() {
         function_row<"moxGetAnalogFrequency", &sampling::analog_frequency>(),
         function_row<"moxGetPointsUnit", &points::unit>(),
         function_row<"moxGetEventNumber", &events::number>(),
+        function_row<"moxGetForcePlatforms", &devices::force_platforms>(),
         function_row<"moxGetVersion", &version>(),
         function_row<"moxGetMetaData", &metadata::all, &metadata::of_group, &metadata::of_entry>(),
+        function_row<"moxGetGroundReactionWrenches", &devices::ground_reaction_wrenches_over,
+                     &devices::ground_reaction_wrenches>(),
+        function_row<"moxGetForcePlatformWrenches", &devices::platform_wrenches_in_frame,
+                     &devices::platform_wrenches>(),
         function_row<"moxGetAnalogSampleNumberPerFrame", &sampling::analog_samples_per_frame>(),
         function_row<"moxGetMaxInterpolationGap", &sampling::interpolation_gap>(),
         function_row<"moxGetLastFrame", &sampling::last_frame>(),
@@ -79,6 +87,8 @@ PyMethodDef* function_table() {
         function_row<"moxMetaDataInfo", &metadata::info_record_of_dimensions, &metadata::info_record>(),
         function_row<"moxFindMetaData", &metadata::of_group, &metadata::of_entry>(),
         function_row<"moxGetAnalysis", &analysis::all>(),
+        function_row<"moxGetRotations", &devices::rotations>(),
+        function_row<"moxGetRotation", &devices::rotation>(),
         function_row<"moxSetAnalogDescription", &analogs::set_description_by_index,
                      &analogs::set_description_by_label>(),
         function_row<"moxSetAnalogGain", &analogs::set_gain_by_index, &analogs::set_gain_by_label>(),

@@ -27,11 +27,13 @@ from . import (
     edit_metadata,
     edit_points,
     events,
+    force_platforms,
     lifecycle,
     metadata,
     plugins,
     point_values,
     points,
+    rotations,
     sampling,
     set_analog_attributes,
     set_point_values,
@@ -45,11 +47,13 @@ from .edit_events import *
 from .edit_metadata import *
 from .edit_points import *
 from .events import *
+from .force_platforms import *
 from .lifecycle import *
 from .metadata import *
 from .plugins import *
 from .point_values import *
 from .points import *
+from .rotations import *
 from .sampling import *
 from .set_analog_attributes import *
 from .set_point_values import *
@@ -65,11 +69,13 @@ __all__ += edit_events.__all__
 __all__ += edit_metadata.__all__
 __all__ += edit_points.__all__
 __all__ += events.__all__
+__all__ += force_platforms.__all__
 __all__ += lifecycle.__all__
 __all__ += metadata.__all__
 __all__ += plugins.__all__
 __all__ += point_values.__all__
 __all__ += points.__all__
+__all__ += rotations.__all__
 __all__ += sampling.__all__
 __all__ += set_analog_attributes.__all__
 __all__ += set_point_values.__all__

@@ -14,18 +14,19 @@ PLATFORM = {"anvil", "strata"}
 ALLOWED = {
     "platform/anvil": {"anvil"},
     "platform/strata": PLATFORM,
-    "plugins/c3d": PLATFORM,
-    "plugins/classical_mechanics": PLATFORM,
+    "layout": PLATFORM,
+    "plugins/c3d": PLATFORM | {"layout"},
+    "plugins/classical_mechanics": PLATFORM | {"layout"},
     "plugins/data_modifier": PLATFORM,
     "examples/plugin": PLATFORM,
     "store": PLATFORM,
-    "acquisition": PLATFORM | {"store"},
-    "api": PLATFORM | {"store", "acquisition"},
+    "acquisition": PLATFORM | {"layout", "store"},
+    "api": PLATFORM | {"layout", "store", "acquisition"},
     "module": PLATFORM | {"store", "acquisition", "api"},
 }
 # First components of include paths that lead into this project.
 OWN = PLATFORM | {"platform", "plugins", "examples", "store", "acquisition", "api", "module"}
-OWN |= {"tests", "benchmarks"}
+OWN |= {"layout", "tests", "benchmarks"}
 
 SOURCES = [path for folder in ALLOWED for path in sorted((REPOSITORY / folder).rglob("*.[ch]pp"))]
 
@@ -105,6 +106,8 @@ def test_sources_include_their_own_header():
 @pytest.mark.parametrize(
     ("folder", "include"),
     [
+        ("layout", "acquisition/layout.hpp"),
+        ("platform/strata", "layout/analog_pairing.hpp"),
         ("platform/anvil", "strata/data_set.hpp"),
         ("platform/strata", "store/typed_access.hpp"),
         ("plugins/c3d", "store/typed_access.hpp"),

@@ -6,6 +6,7 @@
 
 #include "plugins/c3d/decode/frame_kernels.hpp"
 #include "plugins/c3d/decode/number_format.hpp"
+#include "plugins/c3d/encode/element_bytes.hpp"
 
 namespace c3d {
 
@@ -64,10 +65,27 @@ struct portable_lanes {
         return result;
     }
 
+    static vector load(const float* source) noexcept {
+        return {source[0], source[1], source[2], source[3]};
+    }
     static void store(float* target, const vector& values) noexcept {
         for (std::size_t i = 0; i < 4; ++i)
             target[i] = values[i];
     }
+
+    static void transpose(tile& values) noexcept {
+        const std::array rows = {values.first, values.second, values.third, values.fourth};
+        const auto column = [&](std::size_t i) {
+            return vector{rows[0][i], rows[1][i], rows[2][i], rows[3][i]};
+        };
+        values = {column(0), column(1), column(2), column(3)};
+    }
+    // As the reals of an Intel file.
+    static void store_bytes(std::byte* target, const vector& values) noexcept {
+        for (std::size_t i = 0; i < 4; ++i)
+            put_real(target + 4 * i, values[i]);
+    }
+    static void store_real(std::byte* target, float value) noexcept { put_real(target, value); }
 
   private:
     template <typename Function> static mask each(Function function) noexcept {

@@ -62,7 +62,19 @@ struct sse2_lanes {
         return _mm_or_ps(_mm_and_ps(chosen, yes), _mm_andnot_ps(chosen, no));
     }
 
+    static vector load(const float* source) noexcept { return _mm_loadu_ps(source); }
     static void store(float* target, vector values) noexcept { _mm_storeu_ps(target, values); }
+
+    static void transpose(tile& values) noexcept {
+        _MM_TRANSPOSE4_PS(values.first, values.second, values.third, values.fourth);
+    }
+    // As the reals of an Intel file; addresses need no alignment.
+    static void store_bytes(std::byte* target, vector values) noexcept {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_castps_si128(values));
+    }
+    static void store_real(std::byte* target, float value) noexcept {
+        std::memcpy(target, &value, sizeof value);
+    }
 
   private:
     /// Bytes of each 16-bit word exchanged.

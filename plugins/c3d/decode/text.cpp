@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace c3d {
 
@@ -93,6 +94,18 @@ void append_windows_1252(std::string& text, char character) {
     }
 }
 
+/// The byte of a character of more than one byte; 0 when it has none.
+std::uint8_t windows_1252_of(std::string_view character) {
+    std::string candidate;
+    for (unsigned byte = 0x80; byte < 0x100; ++byte) {
+        candidate.clear();
+        append_windows_1252(candidate, static_cast<char>(byte));
+        if (candidate == character)
+            return static_cast<std::uint8_t>(byte);
+    }
+    return 0;
+}
+
 } // namespace
 
 std::string_view without_padding(std::string_view field) noexcept {
@@ -115,6 +128,32 @@ std::string as_utf8(std::string_view bytes) {
     for (char character : bytes)
         append_windows_1252(text, character);
     return text;
+}
+
+std::string as_stored(std::string_view text) {
+    if (as_utf8(text) != text) {
+        if (auto other = as_windows_1252(text))
+            return std::move(*other);
+    }
+    return std::string(text);
+}
+
+std::optional<std::string> as_windows_1252(std::string_view text) {
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto lead = octet(text[at]);
+        const auto length = std::min(length_of(lead), text.size() - at);
+        if (extent_of(text.substr(at, length)).valid != length || length == 0) {
+            bytes.push_back(text[at++]); // a byte that had no character when it was read
+            continue;
+        }
+        const auto byte = length == 1 ? lead : windows_1252_of(text.substr(at, length));
+        if (byte == 0)
+            return std::nullopt;
+        bytes.push_back(static_cast<char>(byte));
+        at += length;
+    }
+    return as_utf8(bytes) == text ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 } // namespace c3d

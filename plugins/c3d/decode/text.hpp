@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,12 @@ namespace c3d {
 
 /// True for complete UTF-8 without overlong forms and surrogates.
 [[nodiscard]] bool is_utf8(std::string_view bytes) noexcept;
+
+/// The bytes that a file has to hold so that as_utf8 gives `text`: the text itself, or, where that
+/// would be read as something else, its Windows-1252 form.
+[[nodiscard]] std::string as_stored(std::string_view text);
+
+/// The Windows-1252 form of a text, if it has one that as_utf8 turns back into the text.
+[[nodiscard]] std::optional<std::string> as_windows_1252(std::string_view text);
 
 } // namespace c3d

@@ -37,6 +37,12 @@ channel_entries::channel_entries(const parameter_table& parameters, std::string_
                     is_single(*parts_.front().item);
 }
 
+std::uint64_t channel_entries::count() const noexcept {
+    if (parts_.empty() || same_for_all_)
+        return 0;
+    return parts_.back().first + entry_count(*parts_.back().item);
+}
+
 std::optional<channel_entries::place> channel_entries::find(std::uint64_t channel) const noexcept {
     if (same_for_all_)
         channel = 0;

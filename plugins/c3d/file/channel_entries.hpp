@@ -23,6 +23,8 @@ class channel_entries {
                     std::string_view name, single_value single = single_value::of_first_channel);
 
     [[nodiscard]] bool empty() const noexcept { return parts_.empty(); }
+    /// The number of channels that the list has entries for; 0 when one value is for all.
+    [[nodiscard]] std::uint64_t count() const noexcept;
 
     /// The entry of a channel, counted from 0: as UTF-8 without padding, or as a number. Nothing
     /// where the list ends before.

@@ -51,7 +51,11 @@ std::optional<std::uint64_t> unwrapped(std::uint64_t frames, const frame_room& r
 } // namespace
 
 frame_claims frame_claims_of(const c3d_file& file) {
-    const auto& parameters = file.parameters;
+    return frame_claims_of(file.parameters, file.head.first_frame, file.head.last_frame);
+}
+
+frame_claims frame_claims_of(const parameter_table& parameters, std::uint16_t first,
+                             std::uint16_t last) {
     frame_claims claims;
     claims.long_frames = above_zero(parameters.count("POINT", "LONG_FRAMES"));
     if (const auto* frames = parameters.find("POINT", "FRAMES")) {
@@ -60,8 +64,8 @@ frame_claims frame_claims_of(const c3d_file& file) {
     }
     claims.trial_first = field_number(parameters.find("TRIAL", "ACTUAL_START_FIELD"));
     claims.trial_last = field_number(parameters.find("TRIAL", "ACTUAL_END_FIELD"));
-    claims.header_first = file.head.first_frame;
-    claims.header_last = file.head.last_frame;
+    claims.header_first = first;
+    claims.header_last = last;
     return claims;
 }
 

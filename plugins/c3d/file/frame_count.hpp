@@ -20,6 +20,9 @@ struct frame_claims {
 };
 
 [[nodiscard]] frame_claims frame_claims_of(const c3d_file& file);
+/// As above, for words 4 and 5 of a header.
+[[nodiscard]] frame_claims frame_claims_of(const parameter_table& parameters, std::uint16_t first,
+                                           std::uint16_t last);
 
 /// How far a count can be relied on.
 enum class count_reliability {

@@ -11,23 +11,16 @@ namespace c3d {
 
 namespace {
 
-/// Words are numbered from 1.
-constexpr std::size_t offset_of_word(std::size_t word) noexcept { return 2 * (word - 1); }
-
-constexpr std::size_t most_events = 18;
-constexpr std::size_t event_times = offset_of_word(153);
-constexpr std::size_t event_statuses = offset_of_word(189);
-constexpr std::size_t event_labels = offset_of_word(199);
-
-/// Says in word 150 that event labels have four characters; files without it are old and have two.
-constexpr std::uint16_t four_character_labels = 12345;
+using header_place::event_labels;
+using header_place::event_statuses;
+using header_place::event_times;
 
 /// Bytes that carry nothing in any file: first and end.
 constexpr std::array<std::pair<std::size_t, std::size_t>, 4> reserved_bytes = {{
-    {offset_of_word(13), offset_of_word(148)},
-    {offset_of_word(152), offset_of_word(153)},
-    {offset_of_word(198), offset_of_word(199)},
-    {offset_of_word(235), 512},
+    {header_place::word(13), header_place::word(148)},
+    {header_place::word(152), header_place::word(153)},
+    {header_place::word(198), header_place::word(199)},
+    {header_place::word(235), 512},
 }};
 
 class block_reader {
@@ -36,7 +29,7 @@ class block_reader {
         : format_(format), block_(block) {}
 
     [[nodiscard]] std::uint16_t word(std::size_t number) const noexcept {
-        return read_unsigned_word(format_, block_.data() + offset_of_word(number));
+        return read_unsigned_word(format_, block_.data() + header_place::word(number));
     }
     [[nodiscard]] float real(std::size_t offset) const noexcept {
         return read_real(format_, block_.data() + offset);
@@ -62,8 +55,8 @@ bool is_printable(std::string_view text) noexcept {
 std::vector<header_event> decode_events(const block_reader& block) {
     const bool has_key = block.word(150) == four_character_labels;
     std::size_t count = block.word(151);
-    if (count > most_events)
-        count = has_key ? most_events : 0;
+    if (count > most_header_events)
+        count = has_key ? most_header_events : 0;
     const std::size_t width = has_key ? 4 : 2;
     std::vector<header_event> events;
     for (std::size_t i = 0; i < count; ++i) {
@@ -88,10 +81,10 @@ header decode_header(number_format format, std::span<const std::byte, 512> bytes
     result.first_frame = block.word(4);
     result.last_frame = block.word(5);
     result.interpolation_gap = block.word(6);
-    result.scale = block.real(offset_of_word(7));
+    result.scale = block.real(header_place::word(7));
     result.data_start = block.word(9);
     result.samples_per_frame = block.word(10);
-    result.rate = block.real(offset_of_word(11));
+    result.rate = block.real(header_place::word(11));
     result.events = decode_events(block);
     return result;
 }
@@ -102,6 +95,12 @@ bool has_reserved_content(std::span<const std::byte, 512> block) noexcept {
         return std::any_of(bytes.begin(), bytes.end(),
                            [](auto byte) { return byte != std::byte{0}; });
     });
+}
+
+void copy_reserved(std::span<const std::byte, 512> from, std::span<std::byte, 512> to) noexcept {
+    for (const auto& [first, end] : reserved_bytes)
+        std::copy_n(from.begin() + static_cast<std::ptrdiff_t>(first), end - first,
+                    to.begin() + static_cast<std::ptrdiff_t>(first));
 }
 
 } // namespace c3d

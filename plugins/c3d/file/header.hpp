@@ -40,4 +40,24 @@ using header_block = std::array<std::byte, 512>;
 /// it.
 [[nodiscard]] bool has_reserved_content(std::span<const std::byte, 512> block) noexcept;
 
+/// Copies the reserved bytes.
+void copy_reserved(std::span<const std::byte, 512> from, std::span<std::byte, 512> to) noexcept;
+
+/// Places in the block, in bytes.
+namespace header_place {
+
+/// Words are numbered from 1.
+constexpr std::size_t word(std::size_t number) noexcept { return 2 * (number - 1); }
+
+inline constexpr std::size_t event_times = word(153);
+inline constexpr std::size_t event_statuses = word(189);
+inline constexpr std::size_t event_labels = word(199);
+
+} // namespace header_place
+
+inline constexpr std::size_t most_header_events = 18;
+
+/// Says in word 150 that event labels have four characters; files without it are old and have two.
+inline constexpr std::uint16_t four_character_labels = 12345;
+
 } // namespace c3d

@@ -9,17 +9,14 @@
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 
+#include "layout/channel_names.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
 #include "plugins/c3d/file/channel_entries.hpp"
 #include "plugins/c3d/import/analog_offsets.hpp"
-#include "plugins/c3d/import/channel_names.hpp"
 
 namespace c3d {
 
 namespace {
-
-/// Input range codes beyond the known ones mean nothing to anybody.
-constexpr std::int32_t most_gain_code = 5;
 
 std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
     return {reinterpret_cast<float*>(buffer.data()), static_cast<std::size_t>(buffer.count())};
@@ -74,8 +71,7 @@ std::vector<std::int32_t> gain_codes(const parameter_table& parameters, std::siz
     const channel_entries entries(parameters, "ANALOG", "GAIN", single_value::of_all_channels);
     std::vector<std::int32_t> codes(channels);
     for (std::size_t i = 0; i < channels; ++i) {
-        const auto code = entries.number(i).value_or(0.0);
-        codes[i] = code >= 0.0 && code <= most_gain_code ? static_cast<std::int32_t>(code) : 0;
+        codes[i] = gain_code_of(entries.number(i).value_or(0.0));
     }
     return codes;
 }
@@ -90,6 +86,11 @@ std::vector<std::string> texts_of(const parameter_table& parameters, std::string
 }
 
 } // namespace
+
+std::int32_t gain_code_of(double stored) noexcept {
+    constexpr double most = 5.0;
+    return stored >= 0.0 && stored <= most ? static_cast<std::int32_t>(stored) : 0;
+}
 
 std::vector<float*> analog_samples::targets() const {
     std::vector<float*> result;
@@ -114,7 +115,7 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
     write_texts(set, "Labels", labels);
-    write_texts(set, "SetNames", distinct_names(labels));
+    write_texts(set, "SetNames", acquisition_layout::distinct_names(labels));
     write_texts(set, "Units",
                 texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
     write_numbers(set, "Gain", gain_codes(parameters, channels));

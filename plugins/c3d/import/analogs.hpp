@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <strata/data_group.hpp>
@@ -20,6 +21,10 @@ struct analog_samples {
 
 /// Buffers for all samples, not initialised.
 [[nodiscard]] analog_samples allocate_analogs(const frame_layout& layout);
+
+/// The input range that an entry of ANALOG:GAIN stands for; codes other than 0 to 5 mean nothing to
+/// anybody and give 0.
+[[nodiscard]] std::int32_t gain_code_of(double stored) noexcept;
 
 /// Creates the set `Analogs` of `data`: values in physical units, (raw − offset) × scale × general
 /// scale, and what describes them. The samples have been decoded with the sign that ANALOG:FORMAT

@@ -1,31 +1,15 @@
 #include "plugins/c3d/import/point_kinds.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
 
 #include "plugins/c3d/file/channel_entries.hpp"
+#include "plugins/c3d/file/point_kind_table.hpp"
 
 namespace c3d {
 
 namespace {
-
-struct kind {
-    std::string_view type;
-    std::string_view labels; ///< parameter of POINT that lists the labels; none: all other points
-    std::string_view unit;   ///< parameter of POINT with their unit
-    std::string_view usual_unit; ///< where that is missing
-};
-
-constexpr std::array<kind, 5> kinds = {{
-    {"marker", "", "UNITS", "mm"},
-    {"angle", "ANGLES", "ANGLE_UNITS", "deg"},
-    {"force", "FORCES", "FORCE_UNITS", "N"},
-    {"moment", "MOMENTS", "MOMENT_UNITS", "Nmm"},
-    {"power", "POWERS", "POWER_UNITS", "W"},
-}};
-constexpr std::size_t marker = 0;
 
 std::string first_or(const std::vector<std::string>& texts, std::string_view usual) {
     const auto found =
@@ -41,11 +25,11 @@ bool all_equal(const std::vector<std::string>& texts) {
 } // namespace
 
 point_kinds::point_kinds(const parameter_table& parameters) {
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        const auto& [type, labels, unit, usual_unit] = kinds[i];
+    for (std::size_t i = 0; i < point_kind_table.size(); ++i) {
+        const auto& [type, group, labels, unit, usual_unit] = point_kind_table[i];
         auto units = channel_entries(parameters, "POINT", unit).all_texts();
         unit_by_kind_.push_back(first_or(units, usual_unit));
-        if (i == marker) {
+        if (i == marker_kind) {
             if (units.size() > 1 && !all_equal(units))
                 unit_by_point_ = std::move(units);
             continue;
@@ -59,11 +43,11 @@ point_kinds::point_kinds(const parameter_table& parameters) {
 
 std::size_t point_kinds::kind_of(const std::string& label) const {
     const auto found = kind_by_label_.find(label);
-    return found == kind_by_label_.end() ? marker : found->second;
+    return found == kind_by_label_.end() ? marker_kind : found->second;
 }
 
 std::string_view point_kinds::type_of(const std::string& label) const {
-    return kinds[kind_of(label)].type;
+    return point_kind_table[kind_of(label)].type;
 }
 
 const std::string& point_kinds::unit_of(std::uint64_t point, const std::string& label) const {

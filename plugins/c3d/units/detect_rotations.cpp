@@ -16,11 +16,11 @@
 #include <strata/data_set.hpp>
 #include <strata/plugin/channel_buffer.hpp>
 
+#include "layout/channel_names.hpp"
+#include "layout/unit_parameters.hpp"
 #include "plugins/c3d/attributes/read_attribute.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
-#include "plugins/c3d/import/channel_names.hpp"
 #include "plugins/c3d/import/rotations.hpp"
-#include "plugins/c3d/units/unit_parameters.hpp"
 
 namespace c3d {
 
@@ -98,9 +98,11 @@ void create_segment(strata::data_group& segments, const std::string& name, const
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
-    const auto source_path = text_parameter(parameters, detect_rotations::id, "SourceGroup");
+    const auto source_path =
+        acquisition_layout::text_parameter(parameters, detect_rotations::id, "SourceGroup");
     const auto destination =
-        text_parameter(parameters, detect_rotations::id, "DestinationGroup") + "/Segments";
+        acquisition_layout::text_parameter(parameters, detect_rotations::id, "DestinationGroup") +
+        "/Segments";
     strata::data_set rotations;
     if (target.exists_group(source_path)) {
         auto source = target.retrieve_group(source_path);
@@ -127,7 +129,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
     if (target.exists_group(destination))
         target.delete_group(destination);
     auto segments = target.create_group(destination);
-    const auto names = distinct_names(labels);
+    const auto names = acquisition_layout::distinct_names(labels);
     for (std::size_t i = 0; i < labels.size(); ++i) {
         create_segment(segments, names[i], labels[i], rotations, samples, std::move(content[i]));
     }

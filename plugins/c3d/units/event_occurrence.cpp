@@ -81,7 +81,8 @@ void append_part(const event_part& part, std::size_t used, std::vector<event_occ
     for (std::size_t i = 0; i < std::min(times.size(), used); ++i) {
         events.push_back({element_or(contexts, i, none), element_or(labels, i, none),
                           element_or(subjects, i, none), element_or(descriptions, i, none),
-                          times[i], element_or(icons, i, -1), element_or(flags, i, 0)});
+                          times[i], element_or(icons, i, -1), element_or(flags, i, 0),
+                          events.size()});
     }
 }
 
@@ -138,6 +139,7 @@ std::vector<event_occurrence> header_events(const strata::data_group& header) {
         event_occurrence event;
         event.label = element_or(labels, i, std::string());
         event.time_s = times[i];
+        event.position = i;
         events.push_back(std::move(event));
     }
     return events;

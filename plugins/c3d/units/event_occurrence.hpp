@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct event_occurrence {
     float time_s = 0.0F; ///< on the clock of the file
     int icon = -1;       ///< −1 when the file has none
     int flags = 0;
+    std::size_t position = 0; ///< among the events of the file
 };
 
 /// The events of the parameter group EVENT (`event`, a group below `Metadata`), in file order: as

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -11,16 +10,15 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include <strata/data_set.hpp>
 
+#include "layout/unit_parameters.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
-#include "plugins/c3d/units/event_occurrence.hpp"
-#include "plugins/c3d/units/unit_parameters.hpp"
+#include "plugins/c3d/units/event_grouping.hpp"
 
 namespace c3d {
 
@@ -43,9 +41,6 @@ constexpr std::array<label_synonym, 8> type_by_label = {{
     {"Foot Off", "Foot Off"},
 }};
 
-/// Half a millisecond: the header block and the group hold the same time with different roundings.
-constexpr float same_time_s = 0.0005F;
-
 std::string type_of(const event_occurrence& event) {
     if (event.icon >= 0 && static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
         return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
@@ -54,67 +49,6 @@ std::string type_of(const event_occurrence& event) {
         std::find_if(type_by_label.begin(), type_by_label.end(),
                      [&](const auto& synonym) { return synonym.label == event.label; });
     return found == type_by_label.end() ? event.label : std::string(found->type);
-}
-
-std::string without(std::string text, std::string_view part) {
-    if (part.empty())
-        return text;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at))
-        text.erase(at, part.size());
-    return text;
-}
-
-std::string name_of(const event_occurrence& event, const std::string& separator) {
-    auto name = without(event.context + separator + event.label, separator);
-    name = without(without(std::move(name), "/"), "\\");
-    return name.empty() ? "Event" : name;
-}
-
-/// The occurrences of one event set.
-struct event_set {
-    std::string name;
-    std::vector<event_occurrence> occurrences;
-};
-
-/// Gathers occurrences by name, in order of appearance. Contexts that differ are never mixed, even
-/// where context and label happen to read the same together: the later one's set gets a number.
-class event_sets {
-  public:
-    explicit event_sets(std::string separator) : separator_(std::move(separator)) {}
-
-    void add(event_occurrence event) {
-        const auto name = name_of(event, separator_);
-        auto candidate = name;
-        for (std::size_t number = 2;; ++number) {
-            const auto [entry, is_new] = by_name_.try_emplace(candidate, sets_.size());
-            if (is_new)
-                sets_.push_back({candidate, {}});
-            auto& occurrences = sets_[entry->second].occurrences;
-            if (is_new || occurrences.front().context == event.context) {
-                occurrences.push_back(std::move(event));
-                return;
-            }
-            candidate = fmt::format("{} {}", name, number);
-        }
-    }
-
-    [[nodiscard]] const std::vector<event_set>& all() const noexcept { return sets_; }
-
-  private:
-    std::string separator_;
-    std::vector<event_set> sets_;
-    std::unordered_map<std::string, std::size_t> by_name_;
-};
-
-/// True when the group has the header's event: its label alone, or with the context, at the same
-/// time.
-bool is_known(const event_occurrence& header_event,
-              const std::vector<event_occurrence>& group_events) {
-    return std::any_of(group_events.begin(), group_events.end(), [&](const auto& event) {
-        return std::abs(event.time_s - header_event.time_s) <= same_time_s &&
-               (event.label == header_event.label ||
-                event.context + event.label == header_event.label);
-    });
 }
 
 template <typename Value, typename Member>
@@ -165,9 +99,12 @@ std::optional<strata::data_group> find_group(const strata::data_group& root,
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
-    const auto source = text_parameter(parameters, events_detect::id, "SourceGroup");
-    const auto destination = text_parameter(parameters, events_detect::id, "DestinationGroup");
-    const auto separator = text_parameter(parameters, events_detect::id, "PartSeparator");
+    const auto source =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "SourceGroup");
+    const auto destination =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "DestinationGroup");
+    const auto separator =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "PartSeparator");
     std::vector<event_occurrence> from_group;
     if (const auto group = find_group(target, source, "Metadata/EVENT"))
         from_group = group_events(*group);
@@ -175,15 +112,9 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
     if (const auto group = find_group(target, source, "Header"))
         from_header = header_events(*group);
 
-    event_sets sets(separator);
-    for (const auto& event : from_group)
-        sets.add(event);
-    for (const auto& event : from_header) {
-        if (!is_known(event, from_group))
-            sets.add(event);
-    }
-    auto events = reach_group(target, destination);
-    for (const auto& set : sets.all())
+    const auto sets = grouped_events(from_group, from_header, separator);
+    auto events = acquisition_layout::reach_group(target, destination);
+    for (const auto& set : sets)
         create_event_set(events, set);
 }
 

@@ -143,6 +143,17 @@ data_attribute create_row_attribute(data_set set, std::string_view name, channel
     return create_row_attribute(set, name, detail::element_layout{extents}, std::move(rows));
 }
 
+channel_buffer share_elements(const data_attribute& attribute) {
+    const auto* node = access::node(attribute);
+    if (!node)
+        detail::throw_denotes_nothing("attribute");
+    if (!node->elements() || node->elements()->extents().rank() != 1)
+        throw_no_such_row(0);
+    if (!detail::is_number(node->elements()->type()))
+        throw_no_numbers();
+    return node->elements()->rows().front();
+}
+
 channel_buffer share_row(const data_attribute& attribute, std::uint64_t row) {
     const auto* node = access::node(attribute);
     if (!node)

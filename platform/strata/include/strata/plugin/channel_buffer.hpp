@@ -71,6 +71,9 @@ STRATA_EXPORT data_attribute create_row_attribute(data_set set, std::string_view
 STRATA_EXPORT data_attribute create_row_attribute(data_set set, std::string_view name,
                                                   channel_buffer row);
 
+/// The buffer of a one-dimensional numeric attribute, shared. Throws store_error for any other.
+[[nodiscard]] STRATA_EXPORT channel_buffer share_elements(const data_attribute& attribute);
+
 /// The buffer of one row of a two-dimensional attribute made by create_row_attribute, shared; a
 /// copy for any other two-dimensional numeric attribute.
 [[nodiscard]] STRATA_EXPORT channel_buffer share_row(const data_attribute& attribute,

@@ -1,0 +1,138 @@
+#include "acquisition/platform_detection.hpp"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include <fmt/format.h>
+#include <strata/access/same_set.hpp>
+#include <strata/callable_builder.hpp>
+
+#include "acquisition/layout.hpp"
+#include "layout/read_attribute.hpp"
+#include "layout/write_attribute.hpp"
+#include "store/path_helpers.hpp"
+#include "store/store_log.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+constexpr char detected_from[] = "DetectedFrom"; // the parameters that groups were made from
+constexpr char undetected[] = "Undetected";      // why a platform has no group, one text each
+
+/// The parameters that detection depends on, as numbers: two acquisitions' are the same where
+/// nothing that matters differs.
+std::vector<double> parameters_of(const strata::data_group& root) {
+    std::vector<double> numbers;
+    const auto group = root.retrieve_group(acquisition_layout::force_platform_path);
+    for (const auto* name :
+         {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX", "FPCOPPOLY"}) {
+        const auto parameter = group.retrieve_attribute(name);
+        const auto values = acquisition_layout::read_numbers<double>(parameter);
+        const auto extents = parameter ? parameter.shape().dimensions() : std::vector<int64_t>();
+        numbers.push_back(static_cast<double>(extents.size()));
+        for (const auto extent : extents)
+            numbers.push_back(static_cast<double>(extent));
+        numbers.push_back(static_cast<double>(values.size()));
+        numbers.insert(numbers.end(), values.begin(), values.end());
+    }
+    return numbers;
+}
+
+/// Bit by bit: a NaN equals itself.
+bool are_same(const std::vector<double>& left, const std::vector<double>& right) {
+    if (left.size() != right.size())
+        return false;
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        if (std::bit_cast<std::uint64_t>(left[i]) != std::bit_cast<std::uint64_t>(right[i]))
+            return false;
+    }
+    return true;
+}
+
+/// The group of all platforms, without those that other parameters made.
+strata::data_group platforms_group(const strata::data_group& root) {
+    auto group = retrieve_or_create_group(root, layout::force_plates);
+    const auto parameters = parameters_of(root);
+    const auto kept = group.retrieve_attribute(detected_from);
+    if (kept && are_same(acquisition_layout::read_numbers<double>(kept), parameters))
+        return group;
+    for (const auto& name : group.list_group_children_name())
+        group.delete_group(name);
+    if (kept)
+        group.delete_attribute(detected_from);
+    acquisition_layout::write_numbers(group, detected_from, parameters);
+    return group;
+}
+
+/// True when the group refers to the very sets that the platform has.
+bool refers_to(const strata::data_group& group, const std::vector<strata::data_set>& channels) {
+    if (!group.exists_group("Channels"))
+        return false;
+    const auto links = sets_of(group.retrieve_group("Channels"));
+    if (links.size() != channels.size())
+        return false;
+    for (std::size_t i = 0; i < links.size(); ++i) {
+        if (!strata::same_set(links[i], channels[i]))
+            return false;
+    }
+    return true;
+}
+
+anvil::status detect(strata::data_group root, std::size_t index, const std::string& path) {
+    return strata::callable_builder().evaluate(
+        root, {{"callable_unit", "org.c3d.forceplate-detect"},
+               {"SourceGroup", layout::analogs_export},
+               {"MetadataSourceGroup", ""},
+               {"DestinationGroup", path},
+               {"ForceplateIndex", static_cast<std::int64_t>(index)}});
+}
+
+/// Says why platforms have no group, once for each reason.
+void note_failures(strata::data_group group, const std::vector<std::string>& reasons) {
+    const auto attribute = group.retrieve_attribute(undetected);
+    auto noted = acquisition_layout::read_texts(attribute);
+    noted.resize(reasons.size());
+    if (attribute && noted == reasons)
+        return;
+    for (std::size_t i = 0; i < reasons.size(); ++i) {
+        if (!reasons[i].empty() && noted[i] != reasons[i])
+            log_store_failure(
+                fmt::format("Force platform {} has no wrench : {}", i + 1, reasons[i]));
+    }
+    if (attribute)
+        group.delete_attribute(undetected);
+    acquisition_layout::write_texts(group, undetected, reasons);
+}
+
+} // namespace
+
+void detect_platforms(strata::data_group root, std::vector<platform_state>& platforms) {
+    auto group = platforms_group(root);
+    std::vector<std::string> reasons(platforms.size());
+    for (std::size_t i = 0; i < platforms.size(); ++i) {
+        auto& platform = platforms[i];
+        const auto name = fmt::format("FP{}", i);
+        if (group.exists_group(name) && !refers_to(group.retrieve_group(name), platform.channels))
+            group.delete_group(name);
+        if (!group.exists_group(name)) {
+            const auto status = detect(root, i, fmt::format("{}/{}", layout::force_plates, name));
+            if (!status) {
+                reasons[i] = status.message(", ");
+                continue;
+            }
+            write_or_create(group.retrieve_group(name), attribute::devices_index,
+                            static_cast<std::int32_t>(i));
+        }
+        platform.group = group.retrieve_group(name);
+    }
+    note_failures(group, reasons);
+}
+
+} // namespace mox

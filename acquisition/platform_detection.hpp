@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include <strata/data_group.hpp>
+
+#include "acquisition/force_platforms.hpp"
+
+namespace mox {
+
+/// Finds the group of each platform, by the unit that makes one where there is none that still
+/// holds. `platforms` have no group yet.
+void detect_platforms(strata::data_group root, std::vector<platform_state>& platforms);
+
+} // namespace mox

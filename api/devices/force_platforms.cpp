@@ -1,0 +1,105 @@
+#include "store/python.hpp"
+
+#include "api/devices/force_platforms.hpp"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "acquisition/force_platforms.hpp"
+#include "acquisition/layout.hpp"
+#include "acquisition/sampling.hpp"
+#include "api/devices/sample_rows.hpp"
+#include "store/dictionary.hpp"
+#include "store/python_read.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::devices {
+
+namespace attribute = layout::attribute;
+
+namespace {
+
+/// Labels as keys: of channels that share one, the second gets "_2" and so on.
+class label_keys {
+  public:
+    std::string key_of(const strata::data_set& set) {
+        const auto label = read<std::string>(set.retrieve_attribute(attribute::label), set.name());
+        auto key = label;
+        for (int number = 2; !taken_.insert(key).second; ++number)
+            key = fmt::format("{}_{}", label, number);
+        return key;
+    }
+
+  private:
+    std::unordered_set<std::string> taken_;
+};
+
+/// The corners as columns.
+py_ref corners_of(const acquisition_layout::force_platform& platform) {
+    if (!platform.corners)
+        return numbers_as_array(nullptr, 3, 4);
+    std::array<double, 12> columns{};
+    for (std::size_t corner = 0; corner < 4; ++corner) {
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            columns[4 * axis + corner] = (*platform.corners)[corner][axis];
+    }
+    return numbers_as_array(columns.data(), 3, 4);
+}
+
+py_ref matrix_of(const acquisition_layout::force_platform& platform) {
+    const auto& matrix = platform.calibration;
+    if (matrix.size == 0)
+        return numbers_as_array(nullptr, 0);
+    const auto size = static_cast<std::int64_t>(matrix.size);
+    return numbers_as_array(matrix.elements.data(), size, size);
+}
+
+py_ref describe(const platform_state& platform, const py_ref& channels) {
+    const auto& described = platform.described;
+    auto dictionary = py_ref::checked(PyDict_New());
+    set_item(dictionary.get(), "channels", channels);
+    set_item(dictionary.get(), "corners", corners_of(described));
+    set_item(dictionary.get(), "origin",
+             numbers_as_array(described.origin ? described.origin->data() : nullptr, 3));
+    set_item(dictionary.get(), "type", py_ref::checked(PyLong_FromLongLong(described.type)));
+    set_item(dictionary.get(), "cal_matrix", matrix_of(described));
+    return dictionary;
+}
+
+void append(const py_ref& list, const py_ref& item) {
+    if (PyList_Append(list.get(), item.get()) < 0)
+        throw python_error{};
+}
+
+} // namespace
+
+outputs<2> force_platforms(strata::data_store acquisition) {
+    auto descriptions = py_ref::checked(PyList_New(0));
+    auto infos = py_ref::checked(PyList_New(0));
+    for (const auto& platform : bring_platforms_up_to_date(acquisition.root())) {
+        auto channels = py_ref::checked(PyDict_New());
+        auto units = py_ref::checked(PyDict_New());
+        label_keys keys;
+        for (const auto& set : platform.channels) {
+            const auto key = keys.key_of(set);
+            set_item(channels.get(), std::string_view(key), samples_as_array(set));
+            set_item(
+                units.get(), std::string_view(key),
+                text_to_python(read<std::string>(set.retrieve_attribute(attribute::unit), {})));
+        }
+        append(descriptions, describe(platform, channels));
+        auto info = py_ref::checked(PyDict_New());
+        set_item(info.get(), "frequency",
+                 py_ref::checked(PyFloat_FromDouble(sampling::analog_frequency(acquisition))));
+        set_item(info.get(), "units", units);
+        append(infos, info);
+    }
+    return {std::move(descriptions), std::move(infos)};
+}
+
+} // namespace mox::devices

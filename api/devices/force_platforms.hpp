@@ -1,0 +1,15 @@
+#pragma once
+
+#include "store/python.hpp"
+
+#include <strata/data_store.hpp>
+
+#include "store/outputs.hpp"
+
+namespace mox::devices {
+
+/// All force platforms: a list of their descriptions ("channels", "corners", "origin", "type",
+/// "cal_matrix") and one of the channels' information ("frequency", "units").
+[[nodiscard]] outputs<2> force_platforms(strata::data_store acquisition);
+
+} // namespace mox::devices

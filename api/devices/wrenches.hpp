@@ -1,0 +1,27 @@
+#pragma once
+
+#include "store/python.hpp"
+
+#include <strata/data_store.hpp>
+
+namespace mox::devices {
+
+// Each gives a list with a dictionary a platform: "F", "M" and "P", arrays of (samples, 3) in the
+// laboratory; NaN where a platform has no wrench.
+
+/// At the hardware origins.
+[[nodiscard]] py_ref platform_wrenches(strata::data_store acquisition);
+
+/// `in_global_frame` 1 gives the same; RuntimeError for 0, which is not supported yet, and for
+/// every other number.
+[[nodiscard]] py_ref platform_wrenches_in_frame(strata::data_store acquisition,
+                                                int in_global_frame);
+
+/// At the points of application.
+[[nodiscard]] py_ref ground_reaction_wrenches(strata::data_store acquisition);
+
+/// RuntimeError when the threshold is negative or NaN.
+[[nodiscard]] py_ref ground_reaction_wrenches_over(strata::data_store acquisition,
+                                                   const double& fz_threshold);
+
+} // namespace mox::devices

@@ -1,0 +1,92 @@
+#include "plugins/c3d/export/analog_parameters.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "plugins/c3d/export/analog_scaling.hpp"
+#include "plugins/c3d/export/export_error.hpp"
+#include "plugins/c3d/export/put_column.hpp"
+#include "plugins/c3d/export/put_parameter.hpp"
+#include "plugins/c3d/import/analogs.hpp"
+
+namespace c3d {
+
+namespace {
+
+constexpr std::uint64_t most_values_per_frame = 65535;
+constexpr std::size_t least_label_width = 4;
+
+template <typename Member>
+std::vector<std::string> texts(std::span<const analog_column> columns, Member member) {
+    std::vector<std::string> result;
+    result.reserve(columns.size());
+    for (const auto& column : columns)
+        result.push_back(column.*member);
+    return result;
+}
+
+void require_room(std::uint64_t channels, std::uint64_t samples_per_frame) {
+    if (channels <= most_values_per_frame && samples_per_frame <= most_values_per_frame &&
+        channels * samples_per_frame <= most_values_per_frame) {
+        return;
+    }
+    throw export_error("{} analog channels with {} samples a frame are {} values a frame; a C3D "
+                       "file holds {}",
+                       channels, samples_per_frame, channels * samples_per_frame,
+                       most_values_per_frame);
+}
+
+/// The rate of the channels, when it is the one that the samples of a frame give.
+float told_rate(const analog_rate& rate) {
+    const auto samples = static_cast<double>(rate.samples_per_frame);
+    const auto computed = samples * rate.point_rate;
+    const bool agrees =
+        rate.rate > 0.0 && (rate.point_rate <= 0.0 ||
+                            std::abs(rate.rate / rate.point_rate - samples) <= 0.01 * samples);
+    return static_cast<float>(agrees ? rate.rate : computed);
+}
+
+/// Codes that mean nothing to a reader stay with their channels.
+void put_gains(parameter_tree& tree, std::span<const analog_column> columns, surplus rule) {
+    std::vector<std::int64_t> codes;
+    {
+        const auto table = tree.as_table();
+        const channel_entries former(table, "ANALOG", "GAIN", single_value::of_all_channels);
+        bool told = may_stay(former, columns.size(), rule);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const auto& column = columns[i];
+            told = told && gain_code_of(former.number(i).value_or(0.0)) == column.gain;
+            const auto code =
+                column.column_read ? former.number(*column.column_read).value_or(0.0) : 0.0;
+            const bool is_kept =
+                code >= -32768.0 && code <= 32767.0 && gain_code_of(code) == column.gain;
+            codes.push_back(is_kept ? static_cast<std::int64_t>(code) : column.gain);
+        }
+        if (told)
+            return;
+    }
+    put_words(tree.reach("ANALOG"), "GAIN", codes);
+}
+
+} // namespace
+
+std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const analog_column> columns,
+                                       const analog_rate& rate, surplus rule, warnings& notes) {
+    require_room(columns.size(), rate.samples_per_frame);
+    put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
+    if (columns.empty() && !tree.find("ANALOG")->find("LABELS"))
+        return {};
+    put_column(tree, {"ANALOG", "LABELS"}, texts(columns, &analog_column::label), least_label_width,
+               rule);
+    put_column(tree, {"ANALOG", "DESCRIPTIONS"}, texts(columns, &analog_column::description), 1,
+               rule);
+    auto sources = put_analog_scaling(tree, columns, rule, notes);
+    put_column(tree, {"ANALOG", "UNITS"}, texts(columns, &analog_column::unit), 4, rule,
+               single_value::of_all_channels);
+    put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
+    put_gains(tree, columns, rule);
+    return sources;
+}
+
+} // namespace c3d

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "plugins/c3d/export/parameter_tree.hpp"
+#include "plugins/c3d/export/parameter_values.hpp"
+#include "plugins/c3d/file/channel_entries.hpp"
+
+namespace c3d {
+
+/// What becomes of entries behind the last channel. Files may have such, and keep them while
+/// channels are neither added nor removed.
+enum class surplus { kept, dropped };
+
+/// True when a list has no more entries than channels, or may keep what it has.
+[[nodiscard]] bool may_stay(const channel_entries& entries, std::size_t channels,
+                            surplus rule) noexcept;
+
+/// Makes the list at `place` hold a text for each channel. It stays as it is when a reader would
+/// already take these from it.
+void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
+                std::size_t least_width, surplus rule,
+                single_value single = single_value::of_first_channel);
+
+} // namespace c3d

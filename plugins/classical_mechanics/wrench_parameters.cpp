@@ -1,0 +1,51 @@
+#include "plugins/classical_mechanics/wrench_parameters.hpp"
+
+#include <stdexcept>
+
+#include <fmt/format.h>
+
+#include "layout/unit_parameters.hpp"
+#include "plugins/classical_mechanics/ground_reaction_wrench.hpp"
+
+namespace classical_mechanics {
+
+namespace {
+
+[[noreturn]] void throw_expected(const char* what, const char* name) {
+    throw std::invalid_argument(fmt::format("{}: {} \"{}\" is expected among the parameters",
+                                            ground_reaction_wrench::id, what, name));
+}
+
+double threshold_of(const anvil::json& parameters) {
+    const auto found = parameters.find("FzThreshold");
+    if (found == parameters.end() || !found->is_number() || !(found->get<double>() >= 0.0))
+        throw_expected("a number that is not negative", "FzThreshold");
+    return found->get<double>();
+}
+
+bool frame_of(const anvil::json& parameters) {
+    const auto found = parameters.find("GlobalTransformation");
+    if (found == parameters.end() || !found->is_boolean())
+        throw_expected("true or false", "GlobalTransformation");
+    return found->get<bool>();
+}
+
+wrench_location location_of(const std::string& text) {
+    if (text == "hardware-origin")
+        return wrench_location::hardware_origin;
+    if (text == "point-of-application")
+        return wrench_location::point_of_application;
+    throw_expected("\"hardware-origin\" or \"point-of-application\" as", "Location");
+}
+
+} // namespace
+
+wrench_parameters read_wrench_parameters(const anvil::json& parameters) {
+    constexpr auto* unit = ground_reaction_wrench::id;
+    using acquisition_layout::text_parameter;
+    return {text_parameter(parameters, unit, "SourceGroup"),
+            text_parameter(parameters, unit, "DestinationGroup"), threshold_of(parameters),
+            frame_of(parameters), location_of(text_parameter(parameters, unit, "Location"))};
+}
+
+} // namespace classical_mechanics
