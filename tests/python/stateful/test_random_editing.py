@@ -20,6 +20,7 @@ from stateful.point_rules import PointRules
 from stateful.refusal_rules import RefusalRules
 from stateful.sampling_rules import SamplingRules
 from stateful.start_files import TYPES, UNITS, file_with_everything, file_without_analogs
+from stateful.writing_rules import WritingRules
 from support.c3d_bytes import C3DFile
 from support.model_acquisition import Acquisition, acquisition_of, new_acquisition
 
@@ -37,9 +38,16 @@ SETTINGS = settings(
 
 
 class Editing(
-    PointRules, AnalogRules, EventRules, MetadataRules, SamplingRules, RefusalRules, EditingMachine
+    PointRules,
+    AnalogRules,
+    EventRules,
+    MetadataRules,
+    SamplingRules,
+    RefusalRules,
+    WritingRules,
+    EditingMachine,
 ):
-    """All modifiers."""
+    """All modifiers, and writing."""
 
     # One rule for all, since there is little to see in an empty acquisition.
     @precondition(lambda self: self.model.points and self.model.metadata.groups)
