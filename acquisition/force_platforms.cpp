@@ -118,6 +118,12 @@ void compute_wrench(strata::data_group root, strata::data_group platform, const 
         platform.delete_set(kind.set_name);
 }
 
+void compute_wrenches(const strata::data_group& root, const strata::data_group& platform,
+                      double fz_threshold) {
+    for (const auto& kind : wrench_kinds)
+        compute_wrench(root, platform, kind, fz_threshold);
+}
+
 } // namespace
 
 std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root,
@@ -130,10 +136,8 @@ std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root,
     if (root.exists_group(layout::analogs_export))
         number_channels(root.retrieve_group(layout::analogs_export), columns, platforms);
     for (const auto& platform : platforms) {
-        if (!platform.group)
-            continue;
-        for (const auto& kind : wrench_kinds)
-            compute_wrench(root, *platform.group, kind, fz_threshold);
+        if (platform.group)
+            compute_wrenches(root, *platform.group, fz_threshold);
     }
     return platforms;
 }

@@ -35,7 +35,8 @@ std::vector<double> parameters_of(const strata::data_group& root) {
          {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX", "FPCOPPOLY"}) {
         const auto parameter = group.retrieve_attribute(name);
         const auto values = acquisition_layout::read_numbers<double>(parameter);
-        const auto extents = parameter ? parameter.shape().dimensions() : std::vector<int64_t>();
+        const auto extents =
+            parameter ? parameter.shape().dimensions() : std::vector<std::int64_t>();
         numbers.push_back(static_cast<double>(extents.size()));
         for (const auto extent : extents)
             numbers.push_back(static_cast<double>(extent));
@@ -113,7 +114,7 @@ void note_failures(strata::data_group group, const std::vector<std::string>& rea
 
 } // namespace
 
-void detect_platforms(strata::data_group root, std::vector<platform_state>& platforms) {
+void detect_platforms(const strata::data_group& root, std::vector<platform_state>& platforms) {
     auto group = platforms_group(root);
     std::vector<std::string> reasons(platforms.size());
     for (std::size_t i = 0; i < platforms.size(); ++i) {

@@ -10,6 +10,6 @@ namespace mox {
 
 /// Finds the group of each platform, by the unit that makes one where there is none that still
 /// holds. `platforms` have no group yet.
-void detect_platforms(strata::data_group root, std::vector<platform_state>& platforms);
+void detect_platforms(const strata::data_group& root, std::vector<platform_state>& platforms);
 
 } // namespace mox

@@ -12,6 +12,7 @@ from typing import Any
 import numpy as np
 
 PLAIN = "plain C++"
+SYNCED = "plain C++, fsync"
 MEGABYTE = 1e6
 
 
@@ -60,6 +61,30 @@ def summary(
     }
 
 
+def writing_summary(
+    file_bytes: int, answers: dict[str, list[dict[str, Any]]], cold: int
+) -> dict[str, Any]:
+    """Medians, ratios and memory of writing a file."""
+    seconds = {
+        writer: [median(answer["seconds"][cold:] or answer["seconds"]) for answer in given]
+        for writer, given in answers.items()
+    }
+    return {
+        "file_bytes": file_bytes,
+        "writers": {
+            writer: {
+                "seconds": seconds[writer],
+                "median_seconds": median(seconds[writer]),
+                "ratio_to_plain": ratio(seconds[writer], seconds[PLAIN]),
+                "ratio_to_synced": ratio(seconds[writer], seconds[SYNCED]),
+                "ratio_to_moxpy": ratio(seconds[writer], seconds["moxPY"]),
+                "peak_bytes": median(answer["peak"] for answer in given),
+            }
+            for writer, given in answers.items()
+        },
+    }
+
+
 def ratio(seconds: list[float], others: list[float]) -> float:
     """Median of the ratios of the rounds in which both took part."""
     return median(time / other for time, other in zip(seconds, others, strict=False))
@@ -85,6 +110,24 @@ def table(kind: str, result: dict[str, Any]) -> list[str]:
             f"  {figures['ratio_to_plain']:9.2f}{figures['ratio_to_moxpy']:8.2f}"
             f"  {memory(figures['peak_read_bytes'], final):>15}"
             f" {memory(figures['peak_bytes'], final):>15}"
+        )
+    return lines
+
+
+def writing_table(kind: str, result: dict[str, Any]) -> list[str]:
+    lines = [
+        f"{kind}, writing: file {megabytes(result['file_bytes'])} MB",
+        f"  {'':16}  {'time, ms':>27}  {'times the one of':>26}  {'peak memory':>11}",
+        f"  {'':16}  {'median':>9}{'fastest':>9}{'slowest':>9}  {'plain C++':>9}{'fsync':>9}"
+        f"{'moxPY':>8}  {'MB':>11}",
+    ]
+    for writer, figures in result["writers"].items():
+        seconds = figures["seconds"]
+        times = [f"{1000 * time:9.2f}" for time in (median(seconds), min(seconds), max(seconds))]
+        lines.append(
+            f"  {writer:16}  {''.join(times)}"
+            f"  {figures['ratio_to_plain']:9.2f}{figures['ratio_to_synced']:9.2f}"
+            f"{figures['ratio_to_moxpy']:8.2f}  {megabytes(figures['peak_bytes']):>11}"
         )
     return lines
 

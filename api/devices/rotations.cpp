@@ -29,6 +29,7 @@ py_ref matrices_of(const strata::data_set& set) {
     if (extents.size() != 3 || extents[0] != edge || extents[1] != edge)
         return read_as_python(set, {.transpose = true, .squeeze = false});
     std::vector<strata::matrix_columns> columns;
+    columns.reserve(edge);
     for (std::uint64_t row = 0; row < edge; ++row)
         columns.push_back({set, row, row * edge});
     auto array = new_array(strata::data_shape({extents[2], edge, edge}, false), NPY_DOUBLE);

@@ -69,18 +69,31 @@ void put_gains(parameter_tree& tree, std::span<const analog_column> columns, sur
     put_words(tree.reach("ANALOG"), "GAIN", codes);
 }
 
+/// Without channels nothing but the lists' entries can be wrong.
+std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
+    auto& group = tree.reach("ANALOG");
+    if (rule == surplus::dropped) {
+        put_column(tree, {"ANALOG", "UNITS"}, {}, 4, rule, single_value::of_all_channels);
+        for (const auto* name : {"SCALE", "OFFSET", "GAIN"}) {
+            if (const auto* item = group.find(name); item && !item->extents.empty())
+                put_words(group, name, {});
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const analog_column> columns,
                                        const analog_rate& rate, surplus rule, warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
-    if (columns.empty() && !tree.find("ANALOG")->find("LABELS"))
-        return {};
     put_column(tree, {"ANALOG", "LABELS"}, texts(columns, &analog_column::label), least_label_width,
                rule);
     put_column(tree, {"ANALOG", "DESCRIPTIONS"}, texts(columns, &analog_column::description), 1,
                rule);
+    if (columns.empty())
+        return remove_entries(tree, rule);
     auto sources = put_analog_scaling(tree, columns, rule, notes);
     put_column(tree, {"ANALOG", "UNITS"}, texts(columns, &analog_column::unit), 4, rule,
                single_value::of_all_channels);

@@ -8,15 +8,11 @@
 #include "plugins/c3d/export/export_error.hpp"
 #include "plugins/c3d/export/output.hpp"
 #include "plugins/c3d/export/put_parameter.hpp"
-#include "plugins/c3d/file/file_reader.hpp"
+#include "plugins/c3d/export/section_places.hpp"
 
 namespace c3d {
 
 namespace {
-
-constexpr std::uint64_t largest_block_number = 65535;
-
-std::uint64_t blocks_of(std::uint64_t bytes) { return (bytes + block_bytes - 1) / block_bytes; }
 
 /// The sections of a file before its samples, once their places are known.
 struct file_head {
@@ -24,38 +20,57 @@ struct file_head {
     byte_list parameters;
 };
 
-file_head make_head(acquisition_content& content, const strata::data_group& format) {
-    auto& tree = content.parameters;
-    // The places have a fixed width, so the section's length does not depend on them.
-    const auto blocks = blocks_of(section_bytes(tree, content.mark).size());
-    const auto data_start = 2 + blocks;
-    const auto data_blocks = blocks_of(content.frames.frames * content.frames.frame_bytes());
-    put_block(tree.reach("POINT"), "DATA_START", data_start);
-    if (content.rotations.bytes() != 0) {
-        const auto rotation_start = data_start + data_blocks;
-        if (rotation_start > largest_block_number) {
-            throw export_error("ROTATION:DATA_START would be block {}; a C3D file holds {}",
-                               rotation_start, largest_block_number);
-        }
-        put_block(tree.reach("ROTATION"), "DATA_START", rotation_start);
+/// Makes texts narrower where the parameters would not fit otherwise.
+std::uint64_t fitted_blocks(parameter_tree& tree, warnings& notes) {
+    auto blocks = section_blocks(tree);
+    if (blocks > most_section_blocks) {
+        narrow_texts(tree);
+        notes.add("the parameters would take {} blocks; texts are written without padding beyond "
+                  "the longest of their list",
+                  blocks);
+        blocks = section_blocks(tree);
     }
-    content.header.data_start = data_start;
+    return blocks;
+}
+
+file_head make_head(acquisition_content& content, const section_places& places,
+                    const strata::data_group& format) {
+    auto& tree = content.parameters;
+    put_block(tree.reach("POINT"), "DATA_START", places.data);
+    if (places.rotations != 0)
+        put_block(tree.reach("ROTATION"), "DATA_START", places.rotations);
+    content.header.data_start = places.data;
     return {header_block_of(content.header, format), section_bytes(tree, content.mark)};
+}
+
+void write_samples(output& target, const acquisition_content& content) {
+    write_frames(target, content.frames);
+    target.pad_block();
+}
+
+void write_rotations(output& target, const acquisition_content& content) {
+    write_rows(target, content.rotations.columns, content.rotations.rows);
+    target.pad_block();
 }
 
 void write_file(anvil::io_device& device, const strata::data_group& root, warnings& notes) {
     if (!root.exists_group("Format"))
         throw export_error("there is no group 'Format', which holds an acquisition");
     auto content = content_of(root, notes);
-    const auto head = make_head(content, root.retrieve_group("Format"));
+    // The places have a fixed width, so the section's length does not depend on them.
+    const auto places =
+        places_of(fitted_blocks(content.parameters, notes),
+                  content.frames.frames * content.frames.frame_bytes(), content.rotations.bytes());
+    const auto head = make_head(content, places, root.retrieve_group("Format"));
     output target(device);
     byte_list bytes(head.header.begin(), head.header.end());
     bytes.insert(bytes.end(), head.parameters.begin(), head.parameters.end());
     target.write(bytes);
-    write_frames(target, content.frames);
-    target.pad_block();
-    write_rows(target, content.rotations.columns, content.rotations.rows);
-    target.pad_block();
+    if (places.rotations_come_first())
+        write_rotations(target, content);
+    write_samples(target, content);
+    if (!places.rotations_come_first())
+        write_rotations(target, content);
 }
 
 } // namespace

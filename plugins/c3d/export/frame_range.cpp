@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include <strata/data_set.hpp>
 
@@ -77,7 +79,9 @@ bool is_told(const parameter_table& parameters, const frame_range& range) {
 void put_field(written_group& trial, std::string_view name, std::uint64_t number) {
     const std::array<std::int64_t, 2> words = {static_cast<std::int64_t>(number & 0xFFFFU),
                                                static_cast<std::int64_t>(number >> 16U)};
-    set_words(trial.reach(name), words, {2});
+    auto& item = trial.reach(name);
+    const bool is_pair = item.type == element_type::integer && item.element_count() == 2;
+    set_words(item, words, is_pair ? item.extents : std::vector<std::uint8_t>{2});
 }
 
 } // namespace

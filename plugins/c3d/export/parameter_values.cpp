@@ -20,27 +20,29 @@ std::size_t longest_of(const std::vector<std::string>& texts) {
     return longest;
 }
 
-/// Texts that were read from one byte a character take more as UTF-8; those that do not fit are
-/// given their former bytes back.
-void shorten(std::vector<std::string>& stored, std::span<const std::string> texts,
-             std::size_t width) {
+/// The texts with those that are too long in one byte a character, where that gives them back.
+std::vector<std::string> shortened(std::vector<std::string> stored,
+                                   std::span<const std::string> texts, std::size_t width) {
     for (std::size_t i = 0; i < stored.size(); ++i) {
         if (stored[i].size() <= width)
             continue;
         if (auto shorter = as_windows_1252(texts[i]))
             stored[i] = std::move(*shorter);
     }
+    return stored;
 }
 
 std::vector<std::string> stored_texts(parameter_place place, std::span<const std::string> texts,
-                                      std::size_t usual_width) {
+                                      text_width width) {
     std::vector<std::string> stored;
     stored.reserve(texts.size());
     for (const auto& text : texts)
         stored.push_back(as_stored(text));
-    if (usual_width > 0)
-        shorten(stored, texts, usual_width);
-    shorten(stored, texts, longest_text);
+    if (longest_of(stored) > width.least && width.was_read) {
+        auto as_read = shortened(stored, texts, width.least);
+        if (longest_of(as_read) <= width.least)
+            return as_read;
+    }
     for (const auto& text : stored) {
         if (text.size() > longest_text) {
             throw export_error("the parameter {}:{} has a text of {} bytes; a C3D file holds {}: "
@@ -73,9 +75,9 @@ std::vector<std::uint8_t> stored_extents(parameter_place place,
 }
 
 void set_texts(written_parameter& item, parameter_place place, std::span<const std::string> texts,
-               std::span<const std::int64_t> extents, std::size_t least_width) {
-    const auto stored = stored_texts(place, texts, least_width);
-    const auto width = std::max(least_width, longest_of(stored));
+               std::span<const std::int64_t> extents, text_width wanted) {
+    const auto stored = stored_texts(place, texts, wanted);
+    const auto width = std::max(wanted.least, longest_of(stored));
     std::vector<std::int64_t> all{static_cast<std::int64_t>(width)};
     all.insert(all.end(), extents.begin(), extents.end());
     item.extents = stored_extents(place, all);

@@ -22,10 +22,18 @@ struct parameter_place {
 [[nodiscard]] std::vector<std::uint8_t> stored_extents(parameter_place place,
                                                        std::span<const std::int64_t> extents);
 
-/// Makes `item` hold texts, `extents` of them, padded with blanks to the longest one and at least
-/// to `least_width`. Throws export_error when a text is longer than 255 bytes.
+/// How wide texts are at least.
+struct text_width {
+    std::size_t least = 1;
+    /// The texts were read with this width. As UTF-8 they may have become longer than they were; if
+    /// they fit as they were, they are written so.
+    bool was_read = false;
+};
+
+/// Makes `item` hold texts, `extents` of them, padded with blanks to the longest one. Throws
+/// export_error when a text is longer than 255 bytes.
 void set_texts(written_parameter& item, parameter_place place, std::span<const std::string> texts,
-               std::span<const std::int64_t> extents, std::size_t least_width);
+               std::span<const std::int64_t> extents, text_width width);
 
 // As many numbers as the extents say.
 void set_bytes(written_parameter& item, std::span<const std::int64_t> values,

@@ -26,6 +26,9 @@ bool may_stay(const channel_entries& entries, std::size_t channels, surplus rule
 
 void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
                 std::size_t least_width, surplus rule, single_value single) {
+    const bool is_missing = !tree.reach(place.group).find(place.name);
+    if (is_missing && texts.empty())
+        return;
     if (!are_told(tree.as_table(), place, texts, rule, single))
         put_texts(tree.reach(place.group), place.name, texts, least_width);
 }

@@ -114,7 +114,7 @@ void put_text(written_group& group, std::string_view name, const std::string& va
         least_width = std::max<std::size_t>(least_width, item.extents.front());
     const bool is_list = item.type == element_type::character && item.extents.size() == 2;
     const std::vector<std::int64_t> extents(is_list ? 1 : 0, 1);
-    set_texts(item, {group.name, item.name}, std::span(&value, 1), extents, least_width);
+    set_texts(item, {group.name, item.name}, std::span(&value, 1), extents, {least_width});
 }
 
 void put_texts(written_group& group, std::string_view name, std::span<const std::string> texts,
@@ -124,7 +124,7 @@ void put_texts(written_group& group, std::string_view name, std::span<const std:
         if (item.type == element_type::character && !item.extents.empty())
             width = std::max<std::size_t>(width, item.extents.front());
         const std::array extents = {static_cast<std::int64_t>(part.size())};
-        set_texts(item, {group.name, item.name}, part, extents, width);
+        set_texts(item, {group.name, item.name}, part, extents, {width});
     });
 }
 

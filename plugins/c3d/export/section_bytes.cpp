@@ -16,8 +16,11 @@ namespace {
 constexpr std::size_t longest_name = 127;
 constexpr std::size_t longest_description = 255;
 constexpr std::size_t longest_distance = 65535;
-constexpr std::size_t most_blocks = 255;
 constexpr std::size_t bytes_behind_last_record = 4;
+
+/// Of a record, beside its name, extents, elements and description.
+constexpr std::size_t group_bytes = 5;
+constexpr std::size_t parameter_bytes = 7;
 
 bool is_control(char character) {
     const auto octet = static_cast<unsigned char>(character);
@@ -58,15 +61,9 @@ class section_writer {
         end(description);
     }
 
-    byte_list finish() && {
+    byte_list finish(std::size_t blocks) && {
         if (next_field_ != 0)
             put_word(bytes_.data() + next_field_, 0);
-        const auto blocks =
-            (bytes_.size() + bytes_behind_last_record + block_bytes - 1) / block_bytes;
-        if (blocks > most_blocks) {
-            throw export_error("the parameters take {} blocks of {} bytes; a C3D file holds {}",
-                               blocks, block_bytes, most_blocks);
-        }
         bytes_.resize(blocks * block_bytes);
         bytes_[2] = static_cast<std::byte>(blocks);
         return std::move(bytes_);
@@ -108,16 +105,67 @@ class section_writer {
     std::size_t next_field_ = 0; // of the last record
 };
 
+/// Bytes of the longest text, without its padding.
+std::size_t longest_text(const written_parameter& item, std::size_t width) {
+    std::size_t longest = 1;
+    for (std::size_t first = 0; first < item.data.size(); first += width) {
+        auto length = std::min(width, item.data.size() - first);
+        while (length > longest && item.data[first + length - 1] == std::byte{' '})
+            --length;
+        longest = std::max(longest, length);
+    }
+    return longest;
+}
+
+void narrow(written_parameter& item) {
+    const std::size_t width = item.extents.front();
+    const auto longest = longest_text(item, width);
+    byte_list data;
+    for (std::size_t first = 0; first < item.data.size(); first += width) {
+        const auto text = item.data.begin() + static_cast<std::ptrdiff_t>(first);
+        data.insert(data.end(), text, text + static_cast<std::ptrdiff_t>(longest));
+    }
+    item.data = std::move(data);
+    item.extents.front() = static_cast<std::uint8_t>(longest);
+}
+
 } // namespace
 
+std::size_t section_blocks(const parameter_tree& tree) noexcept {
+    auto bytes = section_head_bytes + bytes_behind_last_record;
+    for (const auto& group : tree.groups()) {
+        bytes += group_bytes + group.name.size() + group.description.size();
+        for (const auto& item : group.parameters) {
+            bytes += parameter_bytes + item.name.size() + item.extents.size() + item.data.size() +
+                     item.description.size();
+        }
+    }
+    return static_cast<std::size_t>((bytes + block_bytes - 1) / block_bytes);
+}
+
+void narrow_texts(parameter_tree& tree) {
+    for (auto& group : tree.groups()) {
+        for (auto& item : group.parameters) {
+            const bool is_text = item.type == element_type::character && !item.extents.empty();
+            if (is_text && item.extents.front() > 1)
+                narrow(item);
+        }
+    }
+}
+
 byte_list section_bytes(const parameter_tree& tree, section_mark mark) {
+    const auto blocks = section_blocks(tree);
     section_writer writer(mark);
     for (const auto& group : tree.groups()) {
         writer.add(group);
         for (const auto& item : group.parameters)
             writer.add(group, item);
     }
-    return std::move(writer).finish();
+    if (blocks > most_section_blocks) {
+        throw export_error("the parameters take {} blocks of {} bytes; a C3D file holds {}", blocks,
+                           block_bytes, most_section_blocks);
+    }
+    return std::move(writer).finish(blocks);
 }
 
 } // namespace c3d

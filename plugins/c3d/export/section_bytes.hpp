@@ -13,6 +13,15 @@ struct section_mark {
     unsigned second = 80;
 };
 
+inline constexpr std::size_t most_section_blocks = 255;
+
+/// Blocks that the section takes, however many.
+[[nodiscard]] std::size_t section_blocks(const parameter_tree& tree) noexcept;
+
+/// Where a section of more than 255 blocks would be too long: makes texts no wider than the longest
+/// one of their parameter. No text is changed.
+void narrow_texts(parameter_tree& tree);
+
 /// The parameter section of an Intel file: each group and behind it its parameters, padded to whole
 /// blocks. The last record says so, and at least four zero bytes follow it.
 ///

@@ -37,6 +37,10 @@ void arrange(written_group& group, std::span<const std::string_view> order) {
 } // namespace
 
 void complete_new_parameters(parameter_tree& tree) {
+    for (const auto* name : {"LABELS", "DESCRIPTIONS"}) {
+        if (!tree.reach("POINT").find(name))
+            put_texts(tree.reach("POINT"), name, {}, 4);
+    }
     auto& analog = tree.reach("ANALOG");
     if (!analog.find("FORMAT"))
         put_text(analog, "FORMAT", "SIGNED", 8, new_lock::on);

@@ -37,8 +37,9 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
         return item;
     }
     const bool has_width = was_text && record.width >= 0;
-    const auto least_width = has_width ? static_cast<std::size_t>(record.width) : 1U;
-    set_texts(item, place, texts, extents, least_width);
+    const auto width =
+        has_width ? text_width{static_cast<std::size_t>(record.width), true} : text_width{};
+    set_texts(item, place, texts, extents, width);
     return item;
 }
 

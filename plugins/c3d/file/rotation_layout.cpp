@@ -1,5 +1,6 @@
 #include "plugins/c3d/file/rotation_layout.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace c3d {
@@ -8,7 +9,8 @@ namespace {
 
 /// ROTATION:DATA_START; some writers keep only its low byte, which then points before the end of
 /// the data.
-std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, warnings& notes) {
+std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, std::uint64_t bytes,
+                              warnings& notes) {
     const auto data_end = frames.data_offset + frames.frames * frames.frame_bytes();
     const auto behind_data =
         file.origin + (data_end - file.origin + block_bytes - 1) / block_bytes * block_bytes;
@@ -16,6 +18,9 @@ std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, 
     const bool has_data = frames.frame_bytes() != 0 && frames.frames != 0;
     const auto offset = block == 0 ? 0 : block_offset(file.origin, block);
     if (offset >= (has_data ? data_end : file.parameters_end))
+        return offset;
+    // Behind long samples, blocks have no number: some rotations come first.
+    if (offset >= file.parameters_end && bytes != 0 && offset + bytes <= frames.data_offset)
         return offset;
     notes.add("ROTATION:DATA_START is block {}, which is taken by other data; the rotations are "
               "read from byte {}",
@@ -47,7 +52,11 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
     const bool has_rate = std::isfinite(stored_rate) && stored_rate > 0.0;
     result.ratio = ratio_of(file, has_rate ? stored_rate : 0.0, frames.point_rate);
     result.rate = has_rate ? stored_rate : static_cast<double>(result.ratio) * frames.point_rate;
-    result.offset = rotation_offset(file, frames, notes);
+    // No file is so long that as many rows as this could be in it.
+    constexpr std::uint64_t most_rows = std::uint64_t{1} << 40U;
+    const auto announced = std::min(frames.frames * result.ratio, most_rows);
+    const auto bytes = segments > 65535 ? 0 : announced * result.row_bytes();
+    result.offset = rotation_offset(file, frames, bytes, notes);
 
     const auto room = result.offset < file.size ? file.size - result.offset : 0;
     const auto most = segments > room ? 0 : room / result.row_bytes();

@@ -121,6 +121,7 @@ std::vector<strata::data_set> channels_of(const force_platform& platform,
 /// What goes into the group, complete before anything is changed.
 struct detected_platform {
     force_platform described;
+    acquisition_layout::plate_corners corners{};
     vector3 origin{};
     std::vector<double> calibration; ///< of type 4
     std::vector<strata::data_set> channels;
@@ -133,7 +134,8 @@ detected_platform detect(const force_platform& described,
             fmt::format("the channels of type {} are not known", described.type));
     if (!described.corners || !acquisition_layout::frame_of_corners(*described.corners))
         throw std::runtime_error("FORCE_PLATFORM:CORNERS span no plane for it");
-    detected_platform platform{described, repaired_origin(described, notes), {}, {}};
+    detected_platform platform{
+        described, *described.corners, repaired_origin(described, notes), {}, {}};
     platform.channels = channels_of(described, columns, notes);
     if (described.type == 4)
         platform.calibration = calibration_of(described, notes);
@@ -144,7 +146,7 @@ void write_group(strata::data_group group, const detected_platform& platform) {
     const auto& described = platform.described;
     write_number(group, "Type", static_cast<std::int32_t>(described.type));
     std::vector<double> corners;
-    for (const auto& corner : *described.corners)
+    for (const auto& corner : platform.corners)
         corners.insert(corners.end(), corner.begin(), corner.end());
     write_numbers(group, "Corners", strata::data_shape({4, 3}, false),
                   std::span<const double>(corners));

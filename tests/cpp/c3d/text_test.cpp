@@ -58,4 +58,21 @@ TEST(IsUtf8, RefusesOverlongFormsSurrogatesAndWhatLiesBeyond) {
     EXPECT_TRUE(is_utf8("\xF4\x8F\xBF\xBF"));
 }
 
+TEST(StoredText, IsTheTextWhereItIsReadAgain) {
+    EXPECT_EQ(c3d::as_stored("mm/s\xC2\xB2"), "mm/s\xC2\xB2");
+    EXPECT_EQ(c3d::as_stored("plain"), "plain");
+}
+
+TEST(StoredText, IsWindows1252WhereUtf8WouldBeReadAsSomethingElse) {
+    const auto read = c3d::as_utf8("caf\xE9 \x81");
+    EXPECT_EQ(read, "caf\xC3\xA9 \x81");
+    EXPECT_EQ(c3d::as_stored(read), "caf\xE9 \x81");
+}
+
+TEST(StoredText, HasAOneByteFormOnlyWhereThatIsReadAgain) {
+    EXPECT_EQ(c3d::as_windows_1252("mm/s\xC2\xB2"), "mm/s\xB2");
+    EXPECT_EQ(c3d::as_windows_1252("\xE2\x82\xAC"), "\x80");   // the euro sign
+    EXPECT_EQ(c3d::as_windows_1252("\xCE\xB1"), std::nullopt); // a Greek letter
+}
+
 } // namespace

@@ -1,5 +1,9 @@
 #include <cmath>
 
+#include <gtest/gtest.h>
+
+#include <strata/store_error.hpp>
+
 #include "tests/cpp/strata/support/buffers.hpp"
 
 namespace {
@@ -176,6 +180,27 @@ TEST(ChannelBuffer, RowsDoNotOverlapInALargeBlock) {
         EXPECT_EQ(rows[i].data()[0], static_cast<std::byte>(i + 1));
         EXPECT_EQ(rows[i].data()[elements * 4 - 1], static_cast<std::byte>(i + 1));
     }
+}
+
+TEST(RowAttribute, OfOneRowIsShared) {
+    const data_store store;
+    const auto set = create_channel_set(store.root(), "s", 1, 2, {buffer<double>({1, 2})});
+    const auto attribute = strata::create_row_attribute(set, "Residuals", buffer<float>({3, 4}));
+    const auto first = strata::share_elements(attribute);
+    EXPECT_EQ(first.stored(), data_type::float32);
+    EXPECT_EQ(first.count(), 2U);
+    EXPECT_EQ(reinterpret_cast<const float*>(first.data())[1], 4.0F);
+    EXPECT_EQ(first.data(), strata::share_elements(attribute).data());
+}
+
+TEST(RowAttribute, OnlyNumbersOfOneDimensionAreSharedAsElements) {
+    const data_store store;
+    auto set = create_channel_set(store.root(), "s", 1, 2, {buffer<double>({1, 2})});
+    const auto rows = strata::create_row_attribute(set, "Rows", buffers<float>({{3, 4}, {5, 6}}));
+    EXPECT_THROW((void)strata::share_elements(rows), strata::store_error);
+    const auto texts = set.create_attribute("Texts", shape({2}), data_type::string);
+    EXPECT_THROW((void)strata::share_elements(texts), strata::store_error);
+    EXPECT_THROW((void)strata::share_elements({}), strata::store_error);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <strata/access/same_set.hpp>
+
 #include "tests/cpp/strata/support/values.hpp"
 
 namespace {
@@ -148,6 +150,24 @@ TEST(HardLinks, ShareAttributesAndExtent) {
     const auto linked = store.root().retrieve_set("t");
     EXPECT_EQ(strata_test::texts(linked.retrieve_attribute("Unit")), names{"mm"});
     EXPECT_EQ(linked.shape(false), shape({5}));
+}
+
+TEST(HardLinks, AreTheSameSetUnderBothNames) {
+    const data_store store;
+    const auto set = counting_set(store.root(), "s", {2});
+    const auto other = counting_set(store.root(), "other", {2});
+    ASSERT_TRUE(store.root().create_hard_link_internal("t", &set));
+    EXPECT_TRUE(strata::same_set(set, store.root().retrieve_set("t")));
+    EXPECT_FALSE(strata::same_set(set, other));
+    EXPECT_FALSE(strata::same_set(set, {}));
+    EXPECT_TRUE(strata::same_set({}, {}));
+}
+
+TEST(HardLinks, ASetMadeAgainUnderItsNameIsAnotherOne) {
+    const data_store store;
+    const auto set = counting_set(store.root(), "s", {2});
+    store.root().delete_set("s");
+    EXPECT_FALSE(strata::same_set(set, counting_set(store.root(), "s", {2})));
 }
 
 TEST(HardLinks, OutliveTheFirstName) {

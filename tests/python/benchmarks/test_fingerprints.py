@@ -62,6 +62,17 @@ def test_matrices_of_many_rows_are_summed_in_blocks(sums: Any, monkeypatch: pyte
     assert sums.agree(sums.column_sums(MATRIX), at_once)
 
 
+@pytest.mark.parametrize("writer", ["moxPY", "moxPY, edited", "ezc3d", "c3d"])
+def test_a_writer_writes_what_it_read(sums: Any, tmp_path: Path, writer: str):
+    run("make_trial.py", "small", tmp_path)
+    written = json.loads((tmp_path / "small.json").read_text())["sums"]
+    answer = run("write_trial.py", writer, tmp_path / "small.c3d", tmp_path / "new.c3d", "2")
+    assert len(json.loads(answer)["seconds"]) == 2
+    read = json.loads(run("read_trial.py", "moxPY", tmp_path / "new.c3d", "1"))["sums"]
+    assert sums.agree(read["points"], written["points"])
+    assert sums.agree(read["analogs"], written["analogs"])
+
+
 def test_the_module_reads_what_was_written(sums: Any, tmp_path: Path):
     run("make_trial.py", "small", tmp_path)
     written = json.loads((tmp_path / "small.json").read_text())["sums"]

@@ -1,4 +1,4 @@
-"""Calls of every modifier that every acquisition refuses."""
+"""Calls, of every modifier above all, that every acquisition refuses."""
 
 from __future__ import annotations
 
@@ -156,9 +156,19 @@ def analysis() -> list[Call]:
     ]  # fmt: skip
 
 
+def devices() -> list[Call]:
+    return [
+        ("moxGetRotation", ("no such segment",)), ("moxGetRotation", (0,)),
+        ("moxGetForcePlatformWrenches", (0,)), ("moxGetForcePlatformWrenches", (2,)),
+        ("moxGetForcePlatformWrenches", (1.0,)), ("moxGetGroundReactionWrenches", (-1.0,)),
+        ("moxGetGroundReactionWrenches", (np.nan,)), ("moxGetGroundReactionWrenches", ("10",)),
+    ]  # fmt: skip
+
+
 FAMILIES = {
     "values": values, "points": points, "analogs": analogs, "events": events,
     "metadata": metadata, "sampling": sampling, "analysis": analysis,
+    "devices": devices,
 }  # fmt: skip
 ALL = {family: make() for family, make in FAMILIES.items()}
 

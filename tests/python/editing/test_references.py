@@ -4,6 +4,7 @@ from __future__ import annotations
 
 from collections.abc import Callable
 from functools import partial
+from pathlib import Path
 from typing import Any
 
 import _moxPY
@@ -11,6 +12,8 @@ import numpy as np
 import pytest
 from editing.refused_calls import ALL
 from editing.trials import new_trial
+from reading.read_c3d import read_c3d
+from support.c3d_bytes import Analog, Platform
 from support.failures import failure_of
 from support.interface import REGISTERED
 from support.memory_level import Growth, growth_of, python_blocks_are_counted
@@ -95,6 +98,14 @@ EVEN += [
     and function.name not in ("moxGetAnalysis", "moxGetAnalogResolution", "moxGetMetaData")
 ]
 
+# Calls that need a file with a force plate and rotations, and do more than others.
+DEVICES: list[Step] = [
+    ("moxGetForcePlatforms", ()), ("moxGetForcePlatformWrenches", ()),
+    ("moxGetForcePlatformWrenches", (1,)), ("moxGetGroundReactionWrenches", ()),
+    ("moxGetGroundReactionWrenches", (5.0,)), ("moxGetRotations", ()), ("moxGetRotation", ("S",)),
+]  # fmt: skip
+EVEN = [step for step in EVEN if step not in DEVICES]
+
 # What takes more than one call to come back to where it began.
 ROUND_TRIPS: dict[str, list[Step]] = {
     "point by label": [("moxAppendPoint", ("force", "B", POINT)), ("moxRemovePoint", ("B",))],
@@ -150,6 +161,19 @@ def test_a_call_leaves_nothing_behind(step: Step) -> None:
     assert_level(growth, CALLS)
 
 
+@pytest.mark.parametrize("step", DEVICES, ids=step_name)
+def test_a_call_about_devices_leaves_nothing_behind(tmp_path: Path, step: Step) -> None:
+    handle = read_c3d(
+        tmp_path,
+        analogs=[Analog(name, np.ones(1)) for name in "abcdef"],
+        platforms=[Platform(corners=[(1, 1, 0), (0, 1, 0), (0, 0, 0), (1, 0, 0)])],
+        rotations={"S": np.ones((1, 17))},
+    )
+    _moxPY.moxGetForcePlatforms(handle)
+    calls = CALLS // 10  # they compute wrenches, too
+    assert_level(growth_of(calls_of(handle, [step]), calls, handle, *WATCHED), calls)
+
+
 @pytest.mark.parametrize("trip", ROUND_TRIPS)
 def test_calls_that_undo_each_other_leave_nothing_behind(trip: str) -> None:
     handle = acquisition()
@@ -189,7 +213,7 @@ def test_refused_calls_leave_nothing_behind(family: str) -> None:
 
 
 def test_every_function_is_called_here() -> None:
-    steps = EVEN + [step for trip in ROUND_TRIPS.values() for step in trip]
+    steps = EVEN + DEVICES + [step for trip in ROUND_TRIPS.values() for step in trip]
     called = {name for name, _ in steps} | REFUSED_ALWAYS | ELSEWHERE
     acquisitions_own = {f.name for f in REGISTERED if f.name.startswith("mox")}
     assert called == acquisitions_own

@@ -28,7 +28,7 @@ def test_nothing_is_changed_by_a_refused_call(any_trial: Any, family: str) -> No
 
 def test_every_modifier_is_refused_somewhere() -> None:
     refused = {function for calls in ALL.values() for function, _ in calls}
-    assert refused == {function.name for function in MODIFIERS}
+    assert refused >= {function.name for function in MODIFIERS}
 
 
 @pytest.mark.parametrize("function", MODIFIERS, ids=str)

@@ -1,0 +1,107 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "plugins/c3d/attributes/write_attribute.hpp"
+#include "tests/cpp/c3d/support/trial.hpp"
+#include "tests/cpp/c3d/support/writing.hpp"
+
+namespace {
+
+using c3d_test::new_acquisition;
+using c3d_test::opened;
+using c3d_test::parameter_writer;
+using c3d_test::reading;
+using c3d_test::trial;
+using c3d_test::write;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto parameters = "Format/Metadata/EVENT";
+
+trial with_events() {
+    trial file;
+    file.more_parameters = [](parameter_writer& writer) {
+        writer.group(7, "EVENT");
+        writer.words(7, "USED", {3});
+        writer.texts(7, "CONTEXTS", {"Left", "Right", "Left"}, 16);
+        writer.texts(7, "LABELS", {"Foot Strike", "Foot Off", "Foot Strike"}, 32);
+        writer.reals(7, "TIMES", {0, 1.5F, 1, 2.5F, 0, 3.5F}, {2, 3});
+    };
+    return file;
+}
+
+strata::data_group events_of(const reading& found) {
+    return found.store.root().retrieve_group("Format/Events");
+}
+
+TEST(ExportedEvents, StayAsTheFileHasThem) {
+    const auto again = opened(write(opened(with_events().bytes()).store).bytes);
+    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
+    EXPECT_THAT(again.store.root().retrieve_group(parameters).list_attributes_name(),
+                ElementsAre("USED", "CONTEXTS", "LABELS", "TIMES"));
+}
+
+TEST(ExportedEvents, AppendedOnesComeBehindInTheFilesOrder) {
+    const auto found = opened(with_events().bytes());
+    auto strikes = events_of(found).retrieve_set("LeftFoot Strike");
+    const std::uint64_t extent = 3;
+    strikes.resize(&extent, 1);
+    const std::vector<float> times = {1.5F, 3.5F, 125.25F};
+    ASSERT_TRUE(strikes.select(strikes.shape(false), false)
+                    .write_value(times.data(), strata::data_type::float32));
+    const auto again = opened(write(found.store).bytes);
+    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(4));
+    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5, 2, 5.25));
+    EXPECT_THAT(again.texts(parameters, "CONTEXTS"), ElementsAre("Left", "Right", "Left", "Left"));
+    EXPECT_THAT(again.numbers("Format/Events/LeftFoot Strike", "Icons"), ElementsAre(0));
+}
+
+TEST(ExportedEvents, NewAcquisitionsGetTheWholeGroup) {
+    new_acquisition made(1, 50.0);
+    made.add_event("Left", "Foot Strike", {0.1F, -70.5F});
+    const auto found = opened(write(made.store).bytes);
+    EXPECT_THAT(found.store.root().retrieve_group(parameters).list_attributes_name(),
+                ElementsAre("USED", "CONTEXTS", "LABELS", "DESCRIPTIONS", "TIMES", "SUBJECTS",
+                            "ICON_IDS", "GENERIC_FLAGS"));
+    const auto set = found.store.root().retrieve_set("Format/Events/LeftFoot Strike");
+    std::vector<float> times(2);
+    ASSERT_TRUE(
+        set.select(set.shape(false), false).read_value(times.data(), strata::data_type::float32));
+    EXPECT_THAT(times, ElementsAre(0.1F, -70.5F));
+}
+
+TEST(ExportedEvents, ThatAreGoneLeaveEmptyLists) {
+    const auto found = opened(with_events().bytes());
+    for (const auto* name : {"LeftFoot Strike", "RightFoot Off"})
+        events_of(found).delete_set(name);
+    const auto again = opened(write(found.store).bytes);
+    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(0));
+    EXPECT_THAT(events_of(again).list_set_children_name(), IsEmpty());
+}
+
+TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {
+    trial file;
+    file.header_words = {{151, 1}, {153, 0},      {154, 0x3F80},
+                         {189, 1}, {199, 0x4852}, {200, 0x2053}}; // "RHS " at 1 s
+    const auto found = opened(file.bytes());
+    EXPECT_THAT(events_of(found).list_set_children_name(), ElementsAre("RHS"));
+    const auto kept = write(found.store);
+    EXPECT_EQ(kept.part(300, 8), c3d_test::hex("01 00 00 00 00 00 80 3F"));
+    EXPECT_EQ(kept.part(376, 1), c3d_test::hex("01"));
+    EXPECT_EQ(kept.part(396, 4), c3d_test::characters("RHS "));
+
+    events_of(found).delete_set("RHS");
+    const auto gone = write(found.store);
+    EXPECT_EQ(gone.part(300, 8), c3d_test::hex("00 00 00 00 00 00 00 00"));
+    EXPECT_THAT(events_of(opened(gone.bytes)).list_set_children_name(), IsEmpty());
+}
+
+TEST(ExportedEvents, IdsBeyondAWordAreRefused) {
+    new_acquisition made(1, 50.0);
+    auto set = made.add_event("Left", "Heel", {0.1F});
+    c3d::write_number(set, "Icons", std::int32_t{40000});
+    EXPECT_EQ(write(made.store).status.message(""),
+              "EVENT:ICON_IDS of the event 'Heel' is 40000; a C3D file holds -32768 to 32767");
+}
+
+} // namespace

@@ -1,0 +1,142 @@
+#include <cmath>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "plugins/c3d/export/export_error.hpp"
+#include "plugins/c3d/export/section_places.hpp"
+#include "tests/cpp/c3d/support/trial.hpp"
+#include "tests/cpp/c3d/support/writing.hpp"
+
+namespace {
+
+using c3d::places_of;
+using c3d_test::byte_vector;
+using c3d_test::opened;
+using c3d_test::parameter_writer;
+using c3d_test::trial;
+using c3d_test::write;
+using testing::ElementsAre;
+
+constexpr auto rotations_set = "Format/Data/Rotations";
+constexpr auto intel = c3d::number_format::intel;
+constexpr int rotation = 9;
+
+/// One row of one segment: elements `first`, `first` + 1 and so on, reliability 1.
+byte_vector row_from(float first) {
+    byte_vector bytes;
+    for (int i = 0; i < 16; ++i)
+        c3d_test::append(bytes, c3d_test::real(intel, first + static_cast<float>(i)));
+    c3d_test::append(bytes, c3d_test::real(intel, 1.0F));
+    return bytes;
+}
+
+/// Two frames of a point and of a segment, whose section begins in block `block` of the file.
+trial with_rotations(int block) {
+    trial file;
+    file.more_parameters = [=](parameter_writer& writer) {
+        writer.group(rotation, "ROTATION").words(rotation, "USED", {1});
+        writer.texts(rotation, "LABELS", {"Pelvis"}, 8).words(rotation, "RATIO", {1});
+        writer.words(rotation, "DATA_START", {block});
+    };
+    return file;
+}
+
+byte_vector section() {
+    byte_vector bytes;
+    c3d_test::append(bytes, row_from(0.0F));
+    c3d_test::append(bytes, row_from(100.0F));
+    c3d_test::pad_block(bytes);
+    return bytes;
+}
+
+byte_vector file_with_rotations() {
+    auto bytes = with_rotations(4).bytes();
+    EXPECT_EQ(bytes.size(), 3 * 512U);
+    c3d_test::append(bytes, section());
+    return bytes;
+}
+
+TEST(ExportedRotations, ComeBehindTheSamples) {
+    const auto written = write(opened(file_with_rotations()).store);
+    ASSERT_TRUE(written.status) << written.status.message("");
+    const auto begin = written.bytes.size() - 512;
+    EXPECT_EQ(written.part(begin, 512), section());
+    const auto found = opened(written.bytes);
+    EXPECT_THAT(found.numbers("Format/Metadata/ROTATION", "DATA_START"),
+                ElementsAre(static_cast<double>(begin / 512 + 1)));
+    EXPECT_THAT(found.texts(rotations_set, "Labels"), ElementsAre("Pelvis"));
+}
+
+TEST(ExportedRotations, FollowTheFrames) {
+    const auto found = opened(file_with_rotations());
+    for (const auto* name : {"Markers", "Angles", "Forces", "Moments", "Powers"}) {
+        auto group = found.store.root().retrieve_group(std::string("Format/Data/") + name);
+        const double frames = 3.0;
+        ASSERT_TRUE(group.retrieve_attribute("NumSamples")
+                        .write_value(&frames, strata::data_type::float64));
+    }
+    auto point = found.store.root().retrieve_set("Format/Data/Markers/LASI");
+    const std::array<std::uint64_t, 3> extent = {3, 1, 3};
+    point.resize(extent.data(), extent.size());
+    const auto again = opened(write(found.store).bytes);
+    EXPECT_THAT(again.shape(rotations_set), ElementsAre(17, 1, 3));
+    EXPECT_THAT(again.row(rotations_set, 16, 0), ElementsAre(1, 1, -1));
+    EXPECT_TRUE(std::isnan(again.row(rotations_set, 0, 0).at(2)));
+    EXPECT_EQ(again.row(rotations_set, 3, 0).at(1), 103.0);
+}
+
+TEST(ExportedRotations, ThatAreNotThereAreNotAnnounced) {
+    const auto found = opened(with_rotations(4).bytes());
+    const auto again = opened(write(found.store).bytes);
+    EXPECT_THAT(again.numbers("Format/Metadata/ROTATION", "USED"), ElementsAre(0));
+}
+
+TEST(SectionPlaces, SamplesComeFirst) {
+    EXPECT_EQ(places_of(3, 1000, 0).data, 5U);
+    EXPECT_EQ(places_of(3, 1000, 0).rotations, 0U);
+    const auto places = places_of(3, 1025, 10);
+    EXPECT_EQ(places.data, 5U);
+    EXPECT_EQ(places.rotations, 8U);
+    EXPECT_FALSE(places.rotations_come_first());
+}
+
+TEST(SectionPlaces, RotationsComeFirstWhereBlocksBehindTheSamplesHaveNoNumber) {
+    EXPECT_EQ(places_of(1, 65532U * 512U, 600).rotations, 65535U);
+    const auto places = places_of(1, 65533U * 512U, 600);
+    EXPECT_EQ(places.rotations, 3U);
+    EXPECT_EQ(places.data, 5U);
+    EXPECT_TRUE(places.rotations_come_first());
+}
+
+TEST(SectionPlaces, TwoLongSectionsAreRefused) {
+    try {
+        (void)places_of(1, 65533U * 512U, 65533U * 512U);
+        FAIL();
+    } catch (const c3d::export_error& error) {
+        EXPECT_STREQ(error.what(), "ROTATION:DATA_START would be block 65536, or POINT:DATA_START "
+                                   "block 65536; a C3D file holds 65535");
+    }
+}
+
+TEST(SectionPlaces, RotationsBeforeTheSamplesAreRead) {
+    auto file = with_rotations(3);
+    file.header_words = {{9, 4}};
+    file.left_out = {"POINT:DATA_START"};
+    const auto more = file.more_parameters;
+    file.more_parameters = [=](parameter_writer& writer) {
+        more(writer);
+        writer.words(trial::point, "DATA_START", {4});
+    };
+    auto bytes = file.bytes();
+    ASSERT_EQ(bytes.size(), 3 * 512U);
+    const auto between = section();
+    bytes.insert(bytes.begin() + 1024, between.begin(), between.end());
+    const auto found = c3d_test::read(bytes);
+    ASSERT_TRUE(found.status) << found.status.message("");
+    EXPECT_THAT(found.warnings, testing::IsEmpty());
+    EXPECT_THAT(found.row(rotations_set, 2, 0), ElementsAre(2, 102));
+    EXPECT_THAT(found.row(c3d_test::points_set, 0, 0), ElementsAre(1, 4));
+}
+
+} // namespace

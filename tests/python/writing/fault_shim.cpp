@@ -1,0 +1,100 @@
+// Makes one call of the system fail that concerns files in one folder. To be loaded with
+// LD_PRELOAD; what shall fail is told by environment variables, which are looked up at each call:
+//
+//     MOX_FAULT_FOLDER   absolute path; calls elsewhere are passed on
+//     MOX_FAULT_CALL     "write", "fsync" or "rename"
+//     MOX_FAULT_NUMBER   the call that fails, from 1
+//     MOX_FAULT_KIND     a number: errno; "half": write some of the bytes; "zero": write none;
+//                        "kill": end the process; "vanish": the folder gets another name
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include <dlfcn.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#define FAULT_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+std::atomic<int> calls{0}; // of the chosen function in the folder, since the last reset
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+template <typename Function> Function* next(const char* name) {
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+bool is_in_folder(std::string_view path) {
+    const auto folder = variable("MOX_FAULT_FOLDER");
+    return !folder.empty() && path.starts_with(folder + "/");
+}
+
+std::string path_of(int descriptor) {
+    char path[4096];
+    const auto link = "/proc/self/fd/" + std::to_string(descriptor);
+    const auto length = ::readlink(link.c_str(), path, sizeof path);
+    return length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string();
+}
+
+/// What shall happen in this call; empty: nothing.
+std::string fault_of(const char* call, std::string_view path) {
+    if (variable("MOX_FAULT_CALL") != call || !is_in_folder(path))
+        return {};
+    if (++calls != std::atoi(variable("MOX_FAULT_NUMBER").c_str()))
+        return {};
+    return variable("MOX_FAULT_KIND");
+}
+
+void move_folder_away() {
+    const auto folder = variable("MOX_FAULT_FOLDER");
+    next<int(const char*, const char*)>("rename")(folder.c_str(), (folder + ".moved").c_str());
+}
+
+/// Does what can be done to any call. True when the call itself shall fail, errno being set.
+bool is_refused(const std::string& kind) {
+    if (kind == "kill")
+        ::raise(SIGKILL);
+    if (kind == "vanish")
+        move_folder_away();
+    errno = std::atoi(kind.c_str());
+    return errno != 0;
+}
+
+} // namespace
+
+FAULT_EXPORT int mox_fault_calls() { return calls; }
+
+FAULT_EXPORT void mox_fault_reset() { calls = 0; }
+
+FAULT_EXPORT ssize_t write(int descriptor, const void* bytes, std::size_t count) {
+    static auto* const real = next<ssize_t(int, const void*, std::size_t)>("write");
+    if (!std::getenv("MOX_FAULT_CALL"))
+        return real(descriptor, bytes, count);
+    const auto kind = fault_of("write", path_of(descriptor));
+    if (kind == "zero")
+        return 0;
+    if (is_refused(kind))
+        return -1;
+    return real(descriptor, bytes, kind == "half" ? (count + 1) / 2 : count);
+}
+
+FAULT_EXPORT int fsync(int descriptor) {
+    static auto* const real = next<int(int)>("fsync");
+    return is_refused(fault_of("fsync", path_of(descriptor))) ? -1 : real(descriptor);
+}
+
+FAULT_EXPORT int rename(const char* old_name, const char* new_name) {
+    static auto* const real = next<int(const char*, const char*)>("rename");
+    return is_refused(fault_of("rename", new_name)) ? -1 : real(old_name, new_name);
+}
