@@ -165,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
     Plugins, RefusedPlugin,
     testing::Values(
         refused_plugin{"other_version",
-                       "it speaks version 99 of the plugin interface, not version 1"},
+                       "it speaks version 99 of the plugin interface, not version 2"},
         refused_plugin{"throws", "it failed to register : the licence is missing"},
         refused_plugin{"throws_number",
                        "it failed to register : it threw something that is no exception"},
