@@ -47,9 +47,8 @@ def read_kinds(trial: moxPY.data_store) -> Kinds:
 
 
 def events(trial: moxPY.data_store) -> dict[str, list[float]]:
-    """Times in seconds of each kind of event; none where the module does not offer events yet."""
-    read = getattr(moxPY, "moxGetEvents", None)
-    values = read(trial)[0] if read else {}
+    """Times in seconds of each kind of event."""
+    values, _ = moxPY.moxGetEvents(trial)
     return {name: np.atleast_1d(times).tolist() for name, times in values.items()}
 
 
@@ -103,6 +102,19 @@ def print_events(found: dict[str, list[float]]) -> None:
         print("\n  events, s")
     for name, times in found.items():
         print(f"  {name:>18}  " + "  ".join(f"{time:5.2f}" for time in times))
+
+
+def print_platforms(trial: moxPY.data_store) -> None:
+    """Largest force that each platform carries."""
+    platforms, infos = moxPY.moxGetForcePlatforms(trial)
+    wrenches = moxPY.moxGetForcePlatformWrenches(trial)
+    if platforms:
+        print("\n  force platforms")
+    for platform, info, wrench in zip(platforms, infos, wrenches, strict=True):
+        force = np.linalg.norm(wrench["F"], axis=1)
+        unit = next(iter(info["units"].values()), "")
+        peak = f"{np.nanmax(force):.0f} {unit}" if np.isfinite(force).any() else "no force"
+        print(f"  {'type':>8} {platform['type']}   up to {peak}")
 
 
 # ---- plot
@@ -161,6 +173,7 @@ def main() -> None:
         print_channels(kinds)
         print_gaps(gaps(kinds["markers"][0], first), moxPY.moxGetPointFrameNumber(trial))
         print_events(found)
+        print_platforms(trial)
     # The arrays are ours: they are still there when the trial is closed.
     mpl.use("Agg")  # draws into files, so that no screen is needed
     plot(kinds, found, start_s, picture)

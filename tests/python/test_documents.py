@@ -6,6 +6,7 @@ import contextlib
 import doctest
 import io
 import re
+import shutil
 from pathlib import Path
 
 import moxPY
@@ -29,12 +30,18 @@ def documented_bytes(document: str) -> dict[int, bytes]:
     return {int(offset, 16): bytes.fromhex(digits) for offset, digits in lines}
 
 
-def test_the_first_script_prints_what_the_readme_says(monkeypatch: pytest.MonkeyPatch):
-    monkeypatch.chdir(REPOSITORY)
+def test_the_first_script_prints_what_the_readme_says(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+):
+    (tmp_path / "examples").mkdir()
+    shutil.copy(REPOSITORY / "examples" / "gait_trial.c3d", tmp_path / "examples")
+    monkeypatch.chdir(tmp_path)
     script, printed = blocks("README.md", "python")[0], blocks("README.md", "text")[0]
     with contextlib.redirect_stdout(io.StringIO()) as output:
         exec(script, {})
     assert output.getvalue() == printed
+    with moxPY.moxReadAcquisition("renamed.c3d") as renamed:
+        assert "LeftFinger" in moxPY.moxGetMarkers(renamed)[0]
 
 
 def test_the_examples_about_reading_are_true(monkeypatch: pytest.MonkeyPatch):

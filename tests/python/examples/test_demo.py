@@ -32,6 +32,7 @@ def test_the_summary_tells_rates_channels_units_and_gaps(tmp_path: Path):
     assert "  analogs  3600 samples at 1000 Hz, 10 per frame" in lines
     assert "     40 markers  mm         LFHD, LBHD, RFHD, RBHD, ..." in lines
     assert "     20 analogs  N, Nmm, V  Fx1, Fy1, Fz1, Mx1, ..." in lines
+    assert "      type 2   up to 764 N" in lines
     assert "      RWRB   11 of 360 frames: 119 to 123, 232 to 237" in lines
 
 
