@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -83,18 +84,26 @@ section_mark mark_of(const strata::data_group& format) {
     return {static_cast<unsigned>(head[0]), static_cast<unsigned>(head[1])};
 }
 
+float stored_rate(double rate) {
+    const auto stored = static_cast<float>(rate);
+    if (!std::isfinite(stored) || (stored == 0.0F && rate != 0.0))
+        throw export_error("POINT:RATE is {} Hz, which no real of a C3D file holds", rate);
+    return stored;
+}
+
 class content_builder {
   public:
     content_builder(const strata::data_group& root, warnings& notes)
         : root_(root), format_(group_or_empty(root, "Format")),
-          data_(group_or_empty(format_, "Data")), notes_(notes), time_base_(time_base_of(data_)) {}
+          data_(group_or_empty(format_, "Data")), notes_(notes), time_base_(time_base_of(data_)),
+          is_read_(format_.exists_group("Header/Groups")) {}
 
     acquisition_content build() && {
         content_.parameters = kept_parameters(format_);
         content_.mark = mark_of(format_);
         content_.header.range = frame_range_of(time_base_);
         content_.header.interpolation_gap = interpolation_gap_of(format_);
-        content_.header.rate = static_cast<float>(time_base_.rate);
+        content_.header.rate = stored_rate(time_base_.rate);
         add_points();
         add_analogs();
         put_count(content_.parameters.reach("FORCE_PLATFORM"), "USED",
@@ -102,7 +111,7 @@ class content_builder {
         content_.header.events = put_events(content_.parameters, format_);
         content_.rotations =
             put_rotations(content_.parameters, data_, time_base_.frames, time_base_.rate);
-        if (!format_.exists_group("Header/Groups"))
+        if (!is_read_)
             complete_new_parameters(content_.parameters);
         return std::move(content_);
     }
@@ -144,11 +153,17 @@ class content_builder {
         content_.header.samples_per_frame = frames.samples_per_frame;
 
         const auto group = group_or_empty(data_, "AnalogsExport");
-        const auto rate = read_number<double>(group.retrieve_attribute("SampleRate")).value_or(0.0);
+        const auto rate =
+            is_read_ ? read_number<double>(group.retrieve_attribute("SampleRate")).value_or(0.0)
+                     : 0.0;
         const bool same_count = labels_read(data_, "Analogs").size() == columns.size();
         frames.channels = put_analogs(content_.parameters, columns,
                                       {frames.samples_per_frame, time_base_.rate, rate},
                                       same_count ? surplus::kept : surplus::dropped, notes_);
+        // A file without channels may say that they have no samples, by the rate 0.
+        const auto told = content_.parameters.as_table().number("ANALOG", "RATE");
+        if (columns.empty() && frames.samples_per_frame == 1 && told == 0.0)
+            content_.header.samples_per_frame = 0;
         put_platform_channels(content_.parameters, root_, columns);
     }
 
@@ -157,6 +172,7 @@ class content_builder {
     strata::data_group data_;
     warnings& notes_;
     point_time_base time_base_;
+    bool is_read_;
     acquisition_content content_;
 };
 

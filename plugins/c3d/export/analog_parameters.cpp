@@ -40,11 +40,15 @@ void require_room(std::uint64_t channels, std::uint64_t samples_per_frame) {
 /// The rate of the channels, when it is the one that the samples of a frame give.
 float told_rate(const analog_rate& rate) {
     const auto samples = static_cast<double>(rate.samples_per_frame);
-    const auto computed = samples * rate.point_rate;
+    // Others divide the rates as they are stored.
+    const auto computed = samples * double{static_cast<float>(rate.point_rate)};
     const bool agrees =
         rate.rate > 0.0 && (rate.point_rate <= 0.0 ||
                             std::abs(rate.rate / rate.point_rate - samples) <= 0.01 * samples);
-    return static_cast<float>(agrees ? rate.rate : computed);
+    const auto told = static_cast<float>(agrees ? rate.rate : computed);
+    if (!std::isfinite(told))
+        throw export_error("ANALOG:RATE would be {} Hz, more than a C3D file holds", computed);
+    return told;
 }
 
 /// Codes that mean nothing to a reader stay with their channels.
@@ -53,7 +57,7 @@ void put_gains(parameter_tree& tree, std::span<const analog_column> columns, sur
     {
         const auto table = tree.as_table();
         const channel_entries former(table, "ANALOG", "GAIN", single_value::of_all_channels);
-        bool told = may_stay(former, columns.size(), rule);
+        bool told = former.empty() || may_stay(former, columns.size(), rule);
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const auto& column = columns[i];
             told = told && gain_code_of(former.number(i).value_or(0.0)) == column.gain;

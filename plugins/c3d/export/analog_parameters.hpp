@@ -16,7 +16,7 @@ namespace c3d {
 struct analog_rate {
     std::uint64_t samples_per_frame = 1;
     double point_rate = 0.0; ///< frames per second
-    double rate = 0.0;       ///< samples per second, as the acquisition says
+    double rate = 0.0;       ///< samples per second of the file that was read; 0 without one
 };
 
 /// Makes the parameters of ANALOG tell what the channels are, and gives the source of each

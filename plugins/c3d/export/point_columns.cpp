@@ -35,6 +35,7 @@ std::vector<indexed_point> listed_points(const strata::data_group& data) {
             point_column column;
             column.set = group.retrieve_set(name);
             column.kind = kind;
+            column.listed = points.size();
             column.label = label_of(column.set);
             column.unit = known_unit_of(column.set);
             column.description = text_of(column.set, "Description");

@@ -15,9 +15,10 @@ namespace c3d {
 /// A point that is going to be written.
 struct point_column {
     strata::data_set set;
-    std::size_t kind = 0; ///< index in point_kind_table
-    std::string label;    ///< as the file gets it
-    std::string unit;     ///< empty where it is "Unknown"
+    std::size_t kind = 0;   ///< index in point_kind_table
+    std::size_t listed = 0; ///< place among all points as the store lists them
+    std::string label;      ///< as the file gets it
+    std::string unit;       ///< empty where it is "Unknown"
     std::string description;
 };
 

@@ -118,21 +118,25 @@ void put_kinds(parameter_tree& tree, std::span<const point_column> points,
     }
 }
 
-/// The unit of a kind: the first one that is known.
+/// The unit of a kind: the first known one in the order of the store, in which points that became
+/// one of the kind come behind.
 std::string unit_of(std::span<const point_column> points, std::size_t kind, warnings& notes) {
-    std::string unit;
+    const point_column* first = nullptr;
     for (const auto& point : points) {
-        if (point.kind != kind || point.unit.empty() || point.unit == unit)
+        const bool is_candidate = point.kind == kind && !point.unit.empty();
+        if (is_candidate && (!first || point.listed < first->listed))
+            first = &point;
+    }
+    if (!first)
+        return {};
+    for (const auto& point : points) {
+        if (point.kind != kind || point.unit.empty() || point.unit == first->unit)
             continue;
-        if (unit.empty()) {
-            unit = point.unit;
-            continue;
-        }
         notes.add("points of the kind '{}' have the units '{}' and '{}'; a C3D file has one, the "
                   "first is written",
-                  point_kind_table[kind].type, unit, point.unit);
+                  point_kind_table[kind].type, first->unit, point.unit);
     }
-    return unit;
+    return first->unit;
 }
 
 /// Whether a reader gives every point the unit that it has; unknown ones may be anything.

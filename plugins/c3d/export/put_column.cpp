@@ -21,7 +21,7 @@ bool are_told(const parameter_table& table, parameter_place place,
 } // namespace
 
 bool may_stay(const channel_entries& entries, std::size_t channels, surplus rule) noexcept {
-    return rule == surplus::kept || entries.count() <= channels;
+    return rule == surplus::kept || entries.hold_for_all() || entries.count() == channels;
 }
 
 void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,

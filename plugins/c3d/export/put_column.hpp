@@ -10,11 +10,11 @@
 
 namespace c3d {
 
-/// What becomes of entries behind the last channel. Files may have such, and keep them while
-/// channels are neither added nor removed.
+/// What becomes of a list with more or fewer entries than channels. Files may have such, and keep
+/// them while channels are neither added nor removed.
 enum class surplus { kept, dropped };
 
-/// True when a list has no more entries than channels, or may keep what it has.
+/// True when a list has an entry for each channel, or may keep what it has.
 [[nodiscard]] bool may_stay(const channel_entries& entries, std::size_t channels,
                             surplus rule) noexcept;
 

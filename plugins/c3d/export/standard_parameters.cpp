@@ -17,7 +17,18 @@ constexpr std::array<std::string_view, 8> point_order = {
 constexpr std::array<std::string_view, 10> analog_order = {
     "USED",   "LABELS", "DESCRIPTIONS", "GEN_SCALE", "SCALE",
     "OFFSET", "UNITS",  "RATE",         "FORMAT",    "BITS"};
+constexpr std::array<std::string_view, 5> locked_in_point = {"USED", "SCALE", "RATE", "DATA_START",
+                                                             "FRAMES"};
+constexpr std::array<std::string_view, 4> locked_in_analog = {"USED", "RATE", "FORMAT", "BITS"};
 constexpr std::array<std::string_view, 1> platform_order = {"USED"};
+
+/// What a script has made is locked like the rest.
+void lock(written_group& group, std::span<const std::string_view> names) {
+    for (auto name : names) {
+        if (auto* item = group.find(name))
+            item->locked = true;
+    }
+}
 
 /// The parameter's name without the number of a list that goes on.
 std::string_view base_of(std::string_view name) {
@@ -46,7 +57,8 @@ void complete_new_parameters(parameter_tree& tree) {
         put_text(analog, "FORMAT", "SIGNED", 8, new_lock::on);
     if (!analog.find("BITS"))
         put_count(analog, "BITS", 12);
-    analog.find("BITS")->locked = true;
+    lock(tree.reach("POINT"), locked_in_point);
+    lock(analog, locked_in_analog);
     arrange(tree.reach("POINT"), point_order);
     arrange(analog, analog_order);
     arrange(tree.reach("FORCE_PLATFORM"), platform_order);

@@ -38,7 +38,7 @@ channel_entries::channel_entries(const parameter_table& parameters, std::string_
 }
 
 std::uint64_t channel_entries::count() const noexcept {
-    if (parts_.empty() || same_for_all_)
+    if (parts_.empty())
         return 0;
     return parts_.back().first + entry_count(*parts_.back().item);
 }

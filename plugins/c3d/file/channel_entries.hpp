@@ -23,7 +23,9 @@ class channel_entries {
                     std::string_view name, single_value single = single_value::of_first_channel);
 
     [[nodiscard]] bool empty() const noexcept { return parts_.empty(); }
-    /// The number of channels that the list has entries for; 0 when one value is for all.
+    /// True when one value is for all channels, however many.
+    [[nodiscard]] bool hold_for_all() const noexcept { return same_for_all_; }
+    /// The number of channels that the list has entries for.
     [[nodiscard]] std::uint64_t count() const noexcept;
 
     /// The entry of a channel, counted from 0: as UTF-8 without padding, or as a number. Nothing

@@ -142,6 +142,21 @@ TEST(ExportedParameters, AppendedKindsGetTheirListAndUnit) {
     EXPECT_THAT(found.texts(point_parameters, "UNITS"), ElementsAre("mm"));
 }
 
+TEST(ExportedParameters, ShortListsAreFilledWhenAPointIsAppended) {
+    auto file = points_of({"A", "B"});
+    file.more_parameters = [](parameter_writer& writer) {
+        writer.texts(trial::point, "DESCRIPTIONS", {"of A"}, 8);
+    };
+    const auto found = opened(file.bytes());
+    EXPECT_THAT(written_again(found).texts(point_parameters, "DESCRIPTIONS"), ElementsAre("of A"));
+    auto markers = found.store.root().retrieve_group("Format/Data/Markers");
+    auto added =
+        markers.create_set("C", strata::data_shape({3, 1, 1}, false), strata::data_type::float64);
+    c3d::write_number(added, "RelativeSetIndex", std::int32_t{2});
+    EXPECT_THAT(written_again(found).texts(point_parameters, "DESCRIPTIONS"),
+                ElementsAre("of A", "", ""));
+}
+
 TEST(ExportedParameters, LabelsTellKindsApart) {
     new_acquisition made(1, 50.0);
     made.add_point("Markers", "Knee", {1, 2, 3});

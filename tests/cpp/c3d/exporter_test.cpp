@@ -154,6 +154,33 @@ TEST(Exporter, GapBeyondAWordIsRefused) {
     EXPECT_THAT(written.bytes, IsEmpty());
 }
 
+TEST(Exporter, RatesThatNoRealHoldsAreRefused) {
+    EXPECT_EQ(write(new_acquisition(1, 1e39).store).status.message(""),
+              "POINT:RATE is 1e+39 Hz, which no real of a C3D file holds");
+    EXPECT_EQ(write(new_acquisition(1, 1e-50).store).status.message(""),
+              "POINT:RATE is 1e-50 Hz, which no real of a C3D file holds");
+}
+
+TEST(Exporter, AnalogRateIsThatOfThePointsAsItIsStored) {
+    new_acquisition made(1, 59.94, 5);
+    made.add_analog("A", std::vector<double>(5));
+    const auto found = opened(write(made.store).bytes);
+    EXPECT_THAT(found.numbers("Format/Metadata/ANALOG", "RATE"),
+                ElementsAre(double{static_cast<float>(5.0 * double{59.94F})}));
+}
+
+TEST(Exporter, FilesWithoutChannelsMayHaveNoSamplesOfThem) {
+    auto file = small_trial();
+    file.analog_labels = {};
+    file.analogs = {};
+    file.samples_per_frame = 0;
+    file.more_parameters = nullptr;
+    const auto written = write(opened(file.bytes()).store);
+    ASSERT_TRUE(written.status) << written.status.message("");
+    EXPECT_EQ(written.part(18, 2), hex("00 00"));
+    EXPECT_THAT(opened(written.bytes).numbers("Format/Metadata/ANALOG", "RATE"), ElementsAre(0.0));
+}
+
 TEST(Exporter, TooManyAnalogValuesInAFrameAreRefused) {
     new_acquisition made(1, 50.0, 40000);
     made.add_analog("A", std::vector<double>(40000));
