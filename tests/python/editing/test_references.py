@@ -138,7 +138,10 @@ REFUSED_ALWAYS = {
     "moxSetEventLabel", "moxSetEventTime", "moxSetEventSubject", "moxAppendAnalysisParameter",
     "moxRemoveAnalysisParameter", "moxClearAnalysis",
 }  # fmt: skip
-ELSEWHERE = {"moxReadAcquisition", "moxGetVersion", "moxNewAcquisition", "moxMetaDataInfo"}
+ELSEWHERE = {
+    "moxGetVersion", "moxMetaDataInfo", "moxNewAcquisition", "moxReadAcquisition",
+    "moxWriteAcquisition",
+}  # fmt: skip
 
 
 def assert_level(growth: Growth, calls: int) -> None:
@@ -172,6 +175,13 @@ def test_a_call_about_devices_leaves_nothing_behind(tmp_path: Path, step: Step) 
     _moxPY.moxGetForcePlatforms(handle)
     calls = CALLS // 10  # they compute wrenches, too
     assert_level(growth_of(calls_of(handle, [step]), calls, handle, *WATCHED), calls)
+
+
+def test_writing_leaves_nothing_behind(tmp_path: Path) -> None:
+    path = str(tmp_path / "trial.c3d")
+    calls = CALLS // 100  # files on the disk
+    growth = growth_of(partial(_moxPY.moxWriteAcquisition, acquisition(), path), calls, path)
+    assert_level(growth, calls)
 
 
 @pytest.mark.parametrize("trip", ROUND_TRIPS)

@@ -22,12 +22,13 @@ from stateful.sampling_rules import SamplingRules
 from stateful.start_files import TYPES, UNITS, file_with_everything, file_without_analogs
 from stateful.writing_rules import WritingRules
 from support.c3d_bytes import C3DFile
+from support.memory import under_a_sanitizer
 from support.model_acquisition import Acquisition, acquisition_of, new_acquisition
 
 # The same sequences in every run. A number in MOXPY_EDITING_EXAMPLES searches that many new ones.
 EXAMPLES = os.environ.get("MOXPY_EDITING_EXAMPLES")
 SETTINGS = settings(
-    max_examples=int(EXAMPLES or 120),
+    max_examples=int(EXAMPLES or (30 if under_a_sanitizer() else 120)),
     stateful_step_count=50,
     derandomize=EXAMPLES is None,
     database=None,

@@ -8,7 +8,7 @@ from contextlib import contextmanager
 from pathlib import Path
 
 
-def _under_a_sanitizer() -> bool:
+def under_a_sanitizer() -> bool:
     """Sanitizers reserve more address space than any limit would leave."""
     maps = Path("/proc/self/maps")
     return maps.exists() and "libasan" in maps.read_text()
@@ -17,7 +17,7 @@ def _under_a_sanitizer() -> bool:
 @contextmanager
 def address_space(bytes_more: int) -> Iterator[None]:
     """Lets this process map no more than so many bytes beyond what it has, where that can be."""
-    if os.name != "posix" or not Path("/proc/self/statm").exists() or _under_a_sanitizer():
+    if os.name != "posix" or not Path("/proc/self/statm").exists() or under_a_sanitizer():
         yield
         return
     import resource
