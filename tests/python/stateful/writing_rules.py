@@ -16,8 +16,9 @@ from support.model_state import Entry
 
 NO_RATE = (RuntimeError, "Frequency is not set, impossible to export to c3d")
 
-# Values that 16 bits do not hold.
+# Values that 16 bits do not hold, and groups in groups.
 NOT_IN_A_FILE = (
+    "Export to c3d failed : the metadata group 'MINE' has the group 'DEEP' in it; ",
     "Export to c3d failed : the maximum interpolation gap is ",
     "Export to c3d failed : EVENT:ICON_IDS of the event ",
 )
