@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include <strata/access/set_count.hpp>
 #include <strata/data_store.hpp>
 
 #include "acquisition/channels.hpp"
@@ -78,7 +79,7 @@ void require_memory(const std::vector<group_extent>& extents) {
     for (const auto& [group, samples] : extents) {
         if (samples <= samples_of(group))
             continue;
-        const auto sets = group.list_set_children_name().size();
+        const auto sets = strata::set_count(group);
         const auto elements = sets * (components_of(group) + elements_of_residuals);
         growth += static_cast<double>(elements) * static_cast<double>(samples);
     }

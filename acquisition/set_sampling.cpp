@@ -20,7 +20,8 @@ namespace attribute = layout::attribute;
 
 namespace {
 
-constexpr double exact_counts = 9007199254740992.0; // 2^53
+constexpr double exact_counts = 9007199254740992.0;     // 2^53
+constexpr double largest_count = 9223372036854775808.0; // 2^63
 
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
@@ -56,8 +57,7 @@ std::int64_t rescaled_count(double rate, double former_rate, double count) {
 
 /// Samples of an analog channel; RuntimeError when no count can hold them.
 std::int64_t analog_sample_count(double frames, int ratio) {
-    constexpr double most = 9223372036854775808.0; // 2^63
-    if (!(frames * ratio < most))
+    if (!(frames * ratio < largest_count))
         throw_runtime_error(fmt::format(
             "The number of analog samples per 3D frame is too high, current is : {}", ratio));
     return static_cast<std::int64_t>(frames * ratio);
@@ -82,7 +82,7 @@ void require_frames(int frames) {
 std::vector<group_extent> extents_of(const strata::data_group& root, std::uint64_t frames,
                                      double ratio) {
     const double samples = static_cast<double>(frames) * ratio;
-    if (!(samples < exact_counts))
+    if (!(samples < largest_count))
         throw std::bad_alloc();
     std::vector<group_extent> extents;
     for (const auto& group : point_groups(root))
@@ -196,7 +196,9 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     const auto analogs = retrieve_group(root, layout::analogs_export);
     require_no_channels(analogs);
     const auto header = retrieve_group(root, layout::header);
-    const auto samples = analog_sample_count(point_frame_number(acquisition), ratio);
+    // Of the channels: a change of rate may have given a file another count than they have.
+    const auto frames = samples_of(retrieve_group(root, layout::angles));
+    const auto samples = analog_sample_count(static_cast<double>(frames), ratio);
     const double rate = point_frequency(acquisition) * ratio;
     write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
     write_or_create(analogs, attribute::num_samples, samples);

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include <strata/access/set_count.hpp>
+
 #include "acquisition/layout.hpp"
 #include "api/analogs/gain_table.hpp"
 #include "api/channels/channel_info.hpp"
@@ -91,7 +93,7 @@ py_ref values(strata::data_store acquisition) {
 }
 
 double number(strata::data_store acquisition) {
-    return static_cast<double>(analog_group(acquisition).list_set_children_name().size());
+    return static_cast<double>(strata::set_count(analog_group(acquisition)));
 }
 
 } // namespace mox::analogs

@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include <strata/access/set_count.hpp>
+
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
@@ -61,7 +63,7 @@ void require_memory_for_channels(double channels, double elements) {
 std::int32_t channel_count(const std::vector<strata::data_group>& groups) {
     std::size_t count = 0;
     for (const auto& group : groups)
-        count += group.list_set_children_name().size();
+        count += strata::set_count(group);
     return static_cast<std::int32_t>(count);
 }
 

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <vector>
 
+#include <strata/access/set_count.hpp>
+
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "api/channels/channel_info.hpp"
@@ -143,7 +145,7 @@ std::string unit(strata::data_store acquisition, const std::string& group_name) 
 double number(strata::data_store acquisition) {
     std::size_t count = 0;
     for (const auto& type : point_types)
-        count += retrieve_group(acquisition.root(), type.path).list_set_children_name().size();
+        count += strata::set_count(retrieve_group(acquisition.root(), type.path));
     return static_cast<double>(count);
 }
 

@@ -118,6 +118,35 @@ TEST(Groups, DeletingRemovesEverythingBelow) {
     EXPECT_TRUE(store.root().exists_group("Format"));
 }
 
+TEST(Groups, DeletedGroupIsNotFoundOnPathsThatLedToIt) {
+    const data_store store;
+    store.root().create_group("Format/Data/Angles");
+    EXPECT_TRUE(store.root().exists_group("Format/Data/Angles"));
+    EXPECT_FALSE(store.root().exists_set("Format/Data/Angles/LKnee"));
+    store.root().retrieve_group("Format").delete_group("Data");
+    EXPECT_FALSE(store.root().exists_group("Format/Data/Angles"));
+    EXPECT_FALSE(store.root().exists_attribute("Format/Data/Angles/NumSamples"));
+}
+
+TEST(Groups, PathLeadsToTheGroupThatWasMadeAnew) {
+    const data_store store;
+    const auto old = store.root().create_group("Format/Data");
+    EXPECT_FALSE(store.root().exists_set("Format/Data/Points"));
+    store.root().delete_group("Format/Data");
+    store.root().create_group("Format/Data");
+    store.root().create_set("Format/Data/Points", shape({1}), data_type::int8);
+    EXPECT_TRUE(store.root().exists_set("Format/Data/Points"));
+    EXPECT_FALSE(old.exists_set("Points"));
+}
+
+TEST(Groups, PathIsLookedUpFromEachGroupOnItsOwn) {
+    const data_store store;
+    store.root().create_group("Format/Data/Inner");
+    store.root().create_group("Other/Data");
+    EXPECT_TRUE(store.root().retrieve_group("Format").exists_group("Data/Inner"));
+    EXPECT_FALSE(store.root().retrieve_group("Other").exists_group("Data/Inner"));
+}
+
 TEST(Groups, HandlesOutliveDeletion) {
     const data_store store;
     auto data = store.root().create_group("Format/Data");

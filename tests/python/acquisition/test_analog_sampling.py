@@ -74,17 +74,6 @@ def test_analog_channels_fix_the_ratio(ratio: int, make: Callable[[], Any]):
     assert snapshot(acquisition) == before
 
 
-def test_samples_that_cannot_be_counted_leave_everything():
-    acquisition = read_trial(analogs=())
-    _moxPY.moxSetFrequency(acquisition, 1e15)  # and with it as many frames
-    before = snapshot(acquisition)
-    assert failure_of(_moxPY.moxSetAnalogSampleNumberPerFrame, acquisition, 2**31 - 1) == (
-        RuntimeError,
-        "The number of analog samples per 3D frame is too high, current is : 2147483647",
-    )
-    assert snapshot(acquisition) == before
-
-
 @pytest.mark.parametrize("bits", [8, 12, 14, 16])
 def test_resolution_is_one_of_four(bits: int):
     acquisition = _moxPY.moxNewAcquisition()

@@ -193,6 +193,19 @@ def test_a_file_at_twice_its_rate_has_twice_the_frames_until_its_points_are_set(
     assert_agreement(acquisition)
 
 
+def test_a_new_ratio_after_a_new_rate_fits_the_frames_that_are_there(tmp_path: Path) -> None:
+    acquisition = read_trial(tmp_path)
+    _moxPY.moxSetFrequency(acquisition, 2 * RATE)
+    new_ratio(acquisition, 3)
+    append_analogs(acquisition, 1)
+    path = str(tmp_path / "written.c3d")
+    _moxPY.moxWriteAcquisition(acquisition, path)
+    written = _moxPY.moxReadAcquisition(path)
+    assert frames_of(written) == FRAMES
+    assert _moxPY.moxGetAnalogFrameNumber(written) == 3 * FRAMES
+    assert_agreement(written)
+
+
 def test_analogs_follow_the_frames_also_where_no_point_has_to(tmp_path: Path) -> None:
     acquisition = read_trial(tmp_path)
     _moxPY.moxSetFrequency(acquisition, 2 * RATE)

@@ -71,7 +71,7 @@ void data_group::delete_group(std::string_view name) {
     const auto [owner, last] = find_owner(node_of(node_), name);
     if (owner == node_.get() && last.empty())
         detail::throw_deletes_itself();
-    if (!owner || !owner->groups().remove(last))
+    if (!owner || !owner->remove_group(last))
         detail::throw_no_such_group(name);
 }
 

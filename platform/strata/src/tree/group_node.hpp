@@ -8,6 +8,7 @@
 
 #include "platform/strata/src/tree/attribute_list.hpp"
 #include "platform/strata/src/tree/named_list.hpp"
+#include "platform/strata/src/tree/recent_path.hpp"
 #include "platform/strata/src/tree/set_node.hpp"
 
 namespace strata::detail {
@@ -23,9 +24,19 @@ class group_node final : public counted {
 
     [[nodiscard]] std::string_view name() const noexcept { return name_; }
     [[nodiscard]] std::size_t depth() const noexcept { return depth_; }
+    /// To look groups up and add some; remove_group removes them.
     [[nodiscard]] named_list<group_node>& groups() noexcept { return groups_; }
     [[nodiscard]] named_list<set_entry>& sets() noexcept { return sets_; }
     [[nodiscard]] attribute_list& attributes() noexcept { return attributes_; }
+    [[nodiscard]] recent_path& recent() noexcept { return recent_; }
+
+    /// Removes a child group; false when there is none of that name.
+    bool remove_group(std::string_view name) noexcept {
+        if (!groups_.remove(name))
+            return false;
+        recent_path::forget_all();
+        return true;
+    }
 
   private:
     std::string name_;
@@ -33,6 +44,7 @@ class group_node final : public counted {
     named_list<group_node> groups_;
     named_list<set_entry> sets_;
     attribute_list attributes_;
+    recent_path recent_;
 };
 
 /// Creates the group at `path` and those on the way. Throws store_error when it exists or cannot

@@ -51,6 +51,8 @@ template <typename Node> class named_list {
         return true;
     }
 
+    [[nodiscard]] std::size_t count() const noexcept { return count_; }
+
     [[nodiscard]] std::vector<std::string> names() const {
         std::vector<std::string> list;
         list.reserve(count_);

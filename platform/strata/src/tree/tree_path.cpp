@@ -6,8 +6,7 @@ namespace strata::detail {
 
 namespace {
 
-/// As find_group, for a trimmed path with one component at least.
-group_node* descend(group_node& from, std::string_view path) noexcept {
+group_node* walk(group_node& from, std::string_view path) noexcept {
     auto* node = &from;
     for (;;) {
         const auto end = path.find(path_separator);
@@ -16,6 +15,16 @@ group_node* descend(group_node& from, std::string_view path) noexcept {
             return node;
         path.remove_prefix(end + 1);
     }
+}
+
+/// As find_group, for a trimmed path with one component at least.
+group_node* descend(group_node& from, std::string_view path) noexcept {
+    if (auto* remembered = from.recent().find(path))
+        return remembered;
+    auto* node = walk(from, path);
+    if (node)
+        from.recent().remember(path, node);
+    return node;
 }
 
 } // namespace
