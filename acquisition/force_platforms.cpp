@@ -1,6 +1,5 @@
 #include "acquisition/force_platforms.hpp"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -8,14 +7,10 @@
 #include <unordered_set>
 #include <utility>
 
-#include <fmt/format.h>
-#include <strata/callable_builder.hpp>
-
 #include "acquisition/layout.hpp"
 #include "acquisition/platform_detection.hpp"
 #include "layout/analog_pairing.hpp"
 #include "store/path_helpers.hpp"
-#include "store/store_log.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
@@ -24,25 +19,12 @@ namespace attribute = layout::attribute;
 
 namespace {
 
-/// One of the four wrenches of a platform.
-struct wrench_kind {
-    const char* location;
-    bool in_laboratory;
-    const char* set_name;
-};
-
-constexpr std::array<wrench_kind, 4> wrench_kinds = {{
-    {"hardware-origin", true, layout::name::wrench_at_origin},
-    {"hardware-origin", false, "W_HO^LCS"},
-    {"point-of-application", true, layout::name::wrench_at_point},
-    {"point-of-application", false, "W_POA^LCS"},
-}};
-
-std::vector<platform_state> platforms_of(const strata::data_group& root,
+std::vector<platform_state> platforms_of(const acquisition_layout::force_platform_table& table,
                                          const std::vector<strata::data_set>& columns) {
     std::vector<platform_state> platforms;
-    for (auto& described : acquisition_layout::read_force_platforms(root)) {
-        platform_state platform{std::move(described), {}, std::nullopt};
+    platforms.reserve(table.count());
+    for (std::size_t i = 0; i < table.count(); ++i) {
+        platform_state platform{table.platform(i), {}, std::nullopt};
         for (const auto number : platform.described.channels) {
             const auto index = static_cast<std::size_t>(number) - 1; // huge for the unused 0
             if (index < columns.size() && columns[index])
@@ -99,46 +81,32 @@ void number_channels(const strata::data_group& analogs,
     }
 }
 
-void compute_wrench(strata::data_group root, strata::data_group platform, const wrench_kind& kind,
-                    double fz_threshold) {
-    const auto path = fmt::format("{}/{}", layout::force_plates, platform.name());
-    // The unit takes the sets of the platform's own axes from the platforms' group on.
-    const auto& holder = kind.in_laboratory ? path : platform.name();
-    const auto status = strata::callable_builder().evaluate(
-        root, {{"callable_unit", "classical-mechanics.ground-reaction-wrench"},
-               {"SourceGroup", path},
-               {"DestinationGroup", fmt::format("{}/{}", holder, kind.set_name)},
-               {"FzThreshold", fz_threshold},
-               {"GlobalTransformation", kind.in_laboratory},
-               {"Location", kind.location}});
-    if (status)
+/// Takes away what was there for platforms.
+void forget_platforms(strata::data_group root) {
+    if (!root.exists_group(layout::force_plates))
         return;
-    log_store_failure(status.message(", "));
-    if (platform.exists_set(kind.set_name)) // of an earlier call, when it could be computed
-        platform.delete_set(kind.set_name);
-}
-
-void compute_wrenches(const strata::data_group& root, const strata::data_group& platform,
-                      double fz_threshold) {
-    for (const auto& kind : wrench_kinds)
-        compute_wrench(root, platform, kind, fz_threshold);
+    root.delete_group(layout::force_plates);
+    if (!root.exists_group(layout::analogs_export))
+        return;
+    for (auto set : sets_of(root.retrieve_group(layout::analogs_export))) {
+        if (set.exists_attribute(attribute::devices_index))
+            set.delete_attribute(attribute::devices_index);
+    }
 }
 
 } // namespace
 
-std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root,
-                                                       double fz_threshold) {
-    if (!root.exists_group(acquisition_layout::force_platform_path))
+std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root) {
+    if (!root.exists_group(acquisition_layout::force_platform_path)) {
+        forget_platforms(root);
         return {};
+    }
     const auto columns = acquisition_layout::pair_analogs(root);
-    auto platforms = platforms_of(root, columns);
-    detect_platforms(root, platforms);
+    const acquisition_layout::force_platform_table table(root);
+    auto platforms = platforms_of(table, columns);
+    detect_platforms(root, table, columns, platforms);
     if (root.exists_group(layout::analogs_export))
         number_channels(root.retrieve_group(layout::analogs_export), columns, platforms);
-    for (const auto& platform : platforms) {
-        if (platform.group)
-            compute_wrenches(root, *platform.group, fz_threshold);
-    }
     return platforms;
 }
 

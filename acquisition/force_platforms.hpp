@@ -10,8 +10,6 @@
 
 namespace mox {
 
-inline constexpr double default_fz_threshold = 10.0; // in the unit of the force channels
-
 /// A force platform as it is now.
 struct platform_state {
     acquisition_layout::force_platform described; ///< by the parameters
@@ -26,15 +24,13 @@ struct platform_state {
 ///   the parameters and the channels it refers to are the same, and made anew otherwise;
 /// - the analog channels: `RelativeSetIndex` without gaps, first the channels that ANALOG:LABELS
 ///   names, in its order, then the others in the order they had; `DevicesIndex`, the platform that
-///   uses the channel, on those that one uses;
-/// - the sets `W_HO`, `W_HO^LCS`, `W_POA` and `W_POA^LCS` of each group: computed anew.
+///   uses the channel, on those that one uses.
 ///
-/// What cannot be detected or computed is a line in the log, and has no group or no set. Doing it
-/// again without a change between gives the same. Without FORCE_PLATFORM nothing happens.
+/// What cannot be detected is a line in the log, once, and has no group. Doing it again without a
+/// change between gives the same. Without FORCE_PLATFORM nothing of that is there. Throws
+/// std::bad_alloc when memory is short. The cost is linear in what the acquisition holds.
 ///
-/// Gives all platforms. `fz_threshold`, not negative: least absolute Fz that has a point of
-/// application.
-std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root,
-                                                       double fz_threshold = default_fz_threshold);
+/// Gives all platforms.
+std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root);
 
 } // namespace mox

@@ -16,6 +16,7 @@ inline constexpr char points[] = "Format/Data/Points";   ///< raw set of a file'
 inline constexpr char analogs[] = "Format/Data/Analogs"; ///< raw set of a file's analog channels
 inline constexpr char analogs_export[] =
     "Format/Data/AnalogsExport"; ///< device group of the analog channels
+inline constexpr char rotations[] = "Format/Data/Rotations"; ///< raw set of a file's rotations
 inline constexpr char markers[] = "Format/Data/Markers";
 inline constexpr char angles[] = "Format/Data/Angles";
 inline constexpr char skeleton[] = "Format/Data/Skeleton";
@@ -53,6 +54,7 @@ inline constexpr char offset[] = "Offset"; ///< float32
 inline constexpr char scale[] = "Scale";   ///< float32
 inline constexpr char residuals[] =
     "Residuals"; ///< float32 a sample: the fourth word of the file's point records
+inline constexpr char reliability[] = "Reliability"; ///< float32 a sample of rotations
 inline constexpr char labels[] = "Labels";
 inline constexpr char types[] = "Types";
 inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32

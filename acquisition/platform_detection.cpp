@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,8 @@
 #include <strata/callable_builder.hpp>
 
 #include "acquisition/layout.hpp"
+#include "acquisition/platform_remarks.hpp"
+#include "layout/platform_obstacles.hpp"
 #include "layout/read_attribute.hpp"
 #include "layout/write_attribute.hpp"
 #include "store/path_helpers.hpp"
@@ -24,7 +27,8 @@ namespace attribute = layout::attribute;
 namespace {
 
 constexpr char detected_from[] = "DetectedFrom"; // the parameters that groups were made from
-constexpr char undetected[] = "Undetected";      // why a platform has no group, one text each
+constexpr char undetected[] = "Undetected";      // why platforms have no group
+constexpr char remarks[] = "Remarks";            // what else was logged
 
 /// The parameters that detection depends on, as numbers: two acquisitions' are the same where
 /// nothing that matters differs.
@@ -37,6 +41,7 @@ std::vector<double> parameters_of(const strata::data_group& root) {
         const auto values = acquisition_layout::read_numbers<double>(parameter);
         const auto extents =
             parameter ? parameter.shape().dimensions() : std::vector<std::int64_t>();
+        numbers.push_back(parameter ? 1.0 : 0.0);
         numbers.push_back(static_cast<double>(extents.size()));
         for (const auto extent : extents)
             numbers.push_back(static_cast<double>(extent));
@@ -58,7 +63,8 @@ bool are_same(const std::vector<double>& left, const std::vector<double>& right)
 }
 
 /// The group of all platforms, without those that other parameters made.
-strata::data_group platforms_group(const strata::data_group& root) {
+strata::data_group platforms_group(const strata::data_group& root,
+                                   const acquisition_layout::force_platform_table& table) {
     auto group = retrieve_or_create_group(root, layout::force_plates);
     const auto parameters = parameters_of(root);
     const auto kept = group.retrieve_attribute(detected_from);
@@ -68,6 +74,8 @@ strata::data_group platforms_group(const strata::data_group& root) {
         group.delete_group(name);
     if (kept)
         group.delete_attribute(detected_from);
+    for (std::size_t i = 0; i < table.unreadable().size(); ++i)
+        log_store_failure(store_failure::read_attribute);
     acquisition_layout::write_numbers(group, detected_from, parameters);
     return group;
 }
@@ -86,46 +94,40 @@ bool refers_to(const strata::data_group& group, const std::vector<strata::data_s
     return true;
 }
 
-anvil::status detect(strata::data_group root, std::size_t index, const std::string& path) {
-    return strata::callable_builder().evaluate(
+/// Why the platform has no group now; empty when it has one.
+std::string detect(strata::data_group root, std::size_t index, const std::string& path) {
+    const auto status = strata::callable_builder().evaluate(
         root, {{"callable_unit", "org.c3d.forceplate-detect"},
                {"SourceGroup", layout::analogs_export},
                {"MetadataSourceGroup", ""},
                {"DestinationGroup", path},
                {"ForceplateIndex", static_cast<std::int64_t>(index)}});
-}
-
-/// Says why platforms have no group, once for each reason.
-void note_failures(strata::data_group group, const std::vector<std::string>& reasons) {
-    const auto attribute = group.retrieve_attribute(undetected);
-    auto noted = acquisition_layout::read_texts(attribute);
-    noted.resize(reasons.size());
-    if (attribute && noted == reasons)
-        return;
-    for (std::size_t i = 0; i < reasons.size(); ++i) {
-        if (!reasons[i].empty() && noted[i] != reasons[i])
-            log_store_failure(
-                fmt::format("Force platform {} has no wrench : {}", i + 1, reasons[i]));
-    }
-    if (attribute)
-        group.delete_attribute(undetected);
-    acquisition_layout::write_texts(group, undetected, reasons);
+    if (status.is_out_of_memory())
+        throw std::bad_alloc();
+    return status ? std::string() : status.message(", ");
 }
 
 } // namespace
 
-void detect_platforms(const strata::data_group& root, std::vector<platform_state>& platforms) {
-    auto group = platforms_group(root);
-    std::vector<std::string> reasons(platforms.size());
+void detect_platforms(const strata::data_group& root,
+                      const acquisition_layout::force_platform_table& table,
+                      const std::vector<strata::data_set>& columns,
+                      std::vector<platform_state>& platforms) {
+    auto group = platforms_group(root, table);
+    std::vector<std::string> failures;
     for (std::size_t i = 0; i < platforms.size(); ++i) {
         auto& platform = platforms[i];
         const auto name = fmt::format("FP{}", i);
         if (group.exists_group(name) && !refers_to(group.retrieve_group(name), platform.channels))
             group.delete_group(name);
         if (!group.exists_group(name)) {
-            const auto status = detect(root, i, fmt::format("{}/{}", layout::force_plates, name));
-            if (!status) {
-                reasons[i] = status.message(", ");
+            // Asked here, too: the unit reads all parameters anew for each platform.
+            auto reason = acquisition_layout::obstacle_of(platform.described, columns);
+            if (reason.empty())
+                reason = detect(root, i, fmt::format("{}/{}", layout::force_plates, name));
+            if (!reason.empty()) {
+                failures.push_back(
+                    fmt::format("Force platform {} has no wrench : {}", i + 1, reason));
                 continue;
             }
             write_or_create(group.retrieve_group(name), attribute::devices_index,
@@ -133,7 +135,8 @@ void detect_platforms(const strata::data_group& root, std::vector<platform_state
         }
         platform.group = group.retrieve_group(name);
     }
-    note_failures(group, reasons);
+    log_news(group, undetected, failures);
+    log_news(group, remarks, remarks_on(root, table, platforms));
 }
 
 } // namespace mox

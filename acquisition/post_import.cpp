@@ -1,5 +1,6 @@
 #include "acquisition/post_import.hpp"
 
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,12 @@ namespace {
 
 constexpr char split_unit[] = "tarvex.data-modifier.split-set";
 
+/// Throws std::bad_alloc when memory is short: what a step leaves out then is no fault of the file.
 anvil::status evaluate(strata::data_group root, const anvil::json& parameters) {
-    return strata::callable_builder().evaluate(root, parameters);
+    auto status = strata::callable_builder().evaluate(root, parameters);
+    if (status.is_out_of_memory())
+        throw std::bad_alloc();
+    return status;
 }
 
 /// Labels of the raw points of one type, in source order.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <strata/data_group.hpp>
+#include <strata/data_set.hpp>
 
 namespace mox {
 
@@ -18,8 +19,16 @@ struct group_extent {
 /// anything changes when memory is short.
 void resize_device_groups(const std::vector<group_extent>& extents);
 
-/// Throws std::bad_alloc unless the memory for resize_device_groups can be had; changes nothing.
-void require_memory(const std::vector<group_extent>& extents);
+/// Throws std::bad_alloc unless the memory for resize_device_groups, and for `others` doubles
+/// beside it, can be had; changes nothing.
+void require_memory(const std::vector<group_extent>& extents, double others = 0.0);
+
+/// Makes the samples of a channel set from `first` on NaN, in blocks, which take next to no memory
+/// beside the set.
+void fill_with_nan(const strata::data_set& set, std::uint64_t first);
+
+/// Gives the attribute `name` of a set, where it has that, one float32 a sample; −1 for new ones.
+void resize_reliabilities(strata::data_set set, const char* name, std::uint64_t samples);
 
 /// What a channel takes beside its samples, generously, in doubles.
 inline constexpr double channel_overhead = 512.0;

@@ -9,6 +9,7 @@
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
+#include "acquisition/resize_rotations.hpp"
 #include "acquisition/sampling.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -140,6 +141,8 @@ void set_frequency(strata::data_store acquisition, double rate) {
 void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames) {
     const auto root = acquisition.root();
     const auto extents = extents_of(root, frames, analog_samples_per_frame(acquisition));
+    require_memory(extents, elements_of_rotations(root, frames));
+    resize_rotations(root, frames);
     resize_device_groups(extents);
     write_to_raw_set(root, layout::points, attribute::num_samples,
                      static_cast<std::int64_t>(extents.front().samples));
@@ -155,7 +158,9 @@ void set_frame_number(strata::data_store acquisition, int frames) {
 void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
     require_frames(frames);
     require_ratio(ratio);
-    require_memory(extents_of(acquisition.root(), static_cast<std::uint64_t>(frames), ratio));
+    const auto root = acquisition.root();
+    const auto wanted = static_cast<std::uint64_t>(frames);
+    require_memory(extents_of(root, wanted, ratio), elements_of_rotations(root, wanted));
     set_analog_samples_per_frame(acquisition, ratio);
     set_frame_number(acquisition, frames);
 }

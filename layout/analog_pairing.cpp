@@ -52,11 +52,19 @@ std::vector<column> labelled_columns(const strata::data_group& root,
     return columns;
 }
 
-std::vector<column> unlabelled_columns(const strata::data_group& root) {
+/// Names of the sets that the columns of the file became.
+std::vector<std::string> set_names(const strata::data_group& root) {
     if (!root.exists_set(raw_channels))
         return {};
+    return read_texts(root.retrieve_set(raw_channels).retrieve_attribute("SetNames"));
+}
+
+/// The columns that something but the order of the channels tells of.
+std::vector<column> known_columns(const strata::data_group& root) {
+    if (const auto labels = read_parameter_list(root, analog_parameters, "LABELS"))
+        return labelled_columns(root, *labels);
     std::vector<column> columns;
-    for (auto& name : read_texts(root.retrieve_set(raw_channels).retrieve_attribute("SetNames")))
+    for (auto& name : set_names(root))
         columns.push_back({std::move(name), {}});
     return columns;
 }
@@ -123,7 +131,8 @@ class free_sets {
     std::unordered_map<std::string, labelled> by_label_; // made when a name is not found
 };
 
-std::vector<strata::data_set> pair(const std::vector<column>& columns, free_sets& sets) {
+std::vector<strata::data_set> pair(const std::vector<column>& columns,
+                                   const std::vector<std::string>& names_read, free_sets& sets) {
     std::vector<strata::data_set> paired(columns.size());
     // First all names: a set is not given away for its label while its own column asks for it.
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -133,6 +142,11 @@ std::vector<strata::data_set> pair(const std::vector<column>& columns, free_sets
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (!paired[i] && !columns[i].label.empty())
             paired[i] = sets.take_labelled(columns[i].label);
+    }
+    // What is left of an entry whose text was edited.
+    for (std::size_t i = 0; i < columns.size() && i < names_read.size(); ++i) {
+        if (!paired[i])
+            paired[i] = sets.take_named(names_read[i]);
     }
     return paired;
 }
@@ -156,14 +170,16 @@ std::vector<strata::data_set> sets_by_index(const strata::data_group& group) {
     return ordered;
 }
 
+std::size_t known_analog_columns(const strata::data_group& root) {
+    return known_columns(root).size();
+}
+
 std::vector<strata::data_set> pair_analogs(const strata::data_group& root,
                                            std::string_view analogs_path) {
     free_sets sets(root.exists_group(analogs_path)
                        ? sets_by_index(root.retrieve_group(analogs_path))
                        : std::vector<strata::data_set>());
-    if (const auto labels = read_parameter_list(root, analog_parameters, "LABELS"))
-        return pair(labelled_columns(root, *labels), sets);
-    auto paired = pair(unlabelled_columns(root), sets);
+    auto paired = pair(known_columns(root), set_names(root), sets);
     const auto others = sets.rest();
     paired.insert(paired.end(), others.begin(), others.end());
     return paired;

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
-#include <string>
 #include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "layout/read_attribute.hpp"
 
@@ -12,30 +13,7 @@ namespace acquisition_layout {
 
 namespace {
 
-constexpr std::size_t corner_numbers = 12;
-constexpr std::size_t origin_numbers = 3;
-constexpr std::size_t polynomial_numbers = 12;
 constexpr std::size_t usual_channels = 6;
-
-/// The numbers of one parameter and the dimensions they are stored in, the platforms first.
-struct table {
-    std::vector<double> numbers;
-    std::vector<std::int64_t> extents;
-
-    /// The numbers of one platform, none when it has not all of them.
-    [[nodiscard]] std::span<const double> entry(std::size_t index, std::size_t width) const {
-        if (width == 0 || index >= numbers.size() / width)
-            return {};
-        return std::span(numbers).subspan(index * width, width);
-    }
-};
-
-table read_table(const strata::data_group& group, std::string_view name) {
-    const auto attribute = group.retrieve_attribute(name);
-    if (!attribute)
-        return {};
-    return {read_numbers<double>(attribute), attribute.shape().dimensions()};
-}
 
 std::int64_t whole_number(double value) noexcept {
     constexpr double largest = 1e9;
@@ -44,59 +22,110 @@ std::int64_t whole_number(double value) noexcept {
                : 0;
 }
 
-/// All tables, and how wide each of them is.
-struct tables {
-    explicit tables(const strata::data_group& group)
-        : types(read_table(group, "TYPE")), corners(read_table(group, "CORNERS")),
-          origins(read_table(group, "ORIGIN")), channels(read_table(group, "CHANNEL")),
-          matrices(read_table(group, "CAL_MATRIX")), polynomials(read_table(group, "FPCOPPOLY")),
-          channel_width(width_of_channels()), matrix_size(size_of_matrices()) {}
+} // namespace
 
-    [[nodiscard]] std::size_t entries() const {
-        if (!types.numbers.empty())
-            return types.numbers.size();
-        return std::max({corners.numbers.size() / corner_numbers,
-                         origins.numbers.size() / origin_numbers,
-                         channels.numbers.size() / channel_width});
+std::span<const double> force_platform_table::numbers::entry(std::size_t index) const {
+    if (width == 0 || index >= values.size() / width)
+        return {};
+    return std::span(values).subspan(index * width, width);
+}
+
+force_platform_table::force_platform_table(const strata::data_group& root) {
+    if (!root.exists_group(force_platform_path))
+        return;
+    const auto group = root.retrieve_group(force_platform_path);
+    types_ = read(group, "TYPE");
+    types_.width = 1;
+    corners_ = read_blocks(group, "CORNERS", {4, 3});
+    origins_ = read_blocks(group, "ORIGIN", {3});
+    polynomials_ = read_blocks(group, "FPCOPPOLY", {12});
+    read_channels(group);
+    read_matrices(group);
+    count_platforms(group);
+}
+
+force_platform_table::numbers force_platform_table::read(const strata::data_group& group,
+                                                         const char* name) {
+    const auto attribute = group.retrieve_attribute(name);
+    if (!attribute)
+        return {};
+    numbers table{read_numbers<double>(attribute), attribute.shape().dimensions(), 0};
+    if (table.values.empty() && attribute.shape().element_count() != 0)
+        unreadable_.emplace_back(name);
+    return table;
+}
+
+force_platform_table::numbers
+force_platform_table::read_blocks(const strata::data_group& group, const char* name,
+                                  const std::vector<std::int64_t>& inner) {
+    auto table = read(group, name);
+    table.width = 1;
+    for (const auto extent : inner)
+        table.width *= static_cast<std::size_t>(extent);
+    if (!has_blocks(table.extents, inner))
+        drop(table, name);
+    return table;
+}
+
+void force_platform_table::read_channels(const strata::data_group& group) {
+    constexpr auto* name = "CHANNEL";
+    channels_ = read(group, name);
+    const auto attribute = group.retrieve_attribute(name);
+    if (attribute && attribute.type() == strata::data_type::int8) {
+        for (auto& number : channels_.values) // numbers over 127 are written as bytes, too
+            number += number < 0.0 ? 256.0 : 0.0;
     }
+    const auto width = width_of_rows(channels_.extents, types_.values.size(), usual_channels);
+    channels_.width = width && *width != 0 ? *width : width_of_flattened_channels();
+    if (!width)
+        drop(channels_, name);
+}
 
-    table types;
-    table corners;
-    table origins;
-    table channels;
-    table matrices;
-    table polynomials;
-    std::size_t channel_width; ///< at least 1
-    std::size_t matrix_size;
+void force_platform_table::read_matrices(const strata::data_group& group) {
+    constexpr auto* name = "CAL_MATRIX";
+    matrices_ = read(group, name);
+    const auto extent = extent_of_matrices(matrices_.extents, types_.values.size(), usual_channels);
+    matrix_extent_ = extent.value_or(matrix_extent{});
+    matrices_.width = matrix_extent_.elements();
+    if (!extent)
+        drop(matrices_, name);
+}
 
-  private:
-    [[nodiscard]] std::size_t width_of_channels() const {
-        if (channels.extents.size() > 1)
-            return static_cast<std::size_t>(std::max<std::int64_t>(channels.extents.back(), 1));
-        const auto platforms = types.numbers.size();
-        if (platforms > 0 && channels.numbers.size() % platforms == 0 &&
-            channels.numbers.size() / platforms >= usual_channels)
-            return channels.numbers.size() / platforms;
-        const bool has_type_3 = std::ranges::find(types.numbers, 3.0) != types.numbers.end();
-        return has_type_3 ? channels_of_type(3) : usual_channels;
+void force_platform_table::count_platforms(const strata::data_group& group) {
+    const auto used = read(group, "USED");
+    count_ = types_.values.size();
+    if (count_ == 0 && !used.values.empty()) {
+        for (const auto* table : {&corners_, &origins_, &channels_})
+            count_ = std::max(count_, table->values.size() / table->width);
     }
-
-    [[nodiscard]] std::size_t size_of_matrices() const {
-        const auto& extents = matrices.extents;
-        if (extents.size() > 1 && extents.back() == extents[extents.size() - 2])
-            return static_cast<std::size_t>(extents.back());
-        const auto platforms = types.numbers.size();
-        const auto each = platforms > 0 && matrices.numbers.size() % platforms == 0
-                              ? matrices.numbers.size() / platforms
-                              : 0;
-        const auto root = static_cast<std::size_t>(std::lround(std::sqrt(each)));
-        return root >= usual_channels && root * root == each ? root : usual_channels;
+    if (!used.values.empty()) {
+        const auto wanted = std::max<std::int64_t>(whole_number(used.values.front()), 0);
+        count_ = std::min(count_, static_cast<std::size_t>(wanted));
     }
-};
+}
 
-std::vector<std::int64_t> channels_of(const tables& all, std::size_t index, std::int64_t type) {
+/// Takes a table for missing, for its dimensions.
+void force_platform_table::drop(numbers& table, const char* name) {
+    if (!table.values.empty()) {
+        misshapen_.push_back(fmt::format("FORCE_PLATFORM:{} is not read : its dimensions are {}",
+                                         name, fmt::join(table.extents, " x ")));
+    }
+    table.values.clear();
+}
+
+std::size_t force_platform_table::width_of_flattened_channels() const {
+    const auto platforms = types_.values.size();
+    const auto total = channels_.values.size();
+    if (platforms > 0 && total % platforms == 0 && total / platforms >= usual_channels)
+        return total / platforms;
+    const bool has_type_3 = std::ranges::find(types_.values, 3.0) != types_.values.end();
+    return has_type_3 ? channels_of_type(3) : usual_channels;
+}
+
+std::vector<std::int64_t> force_platform_table::channels_of(std::size_t index,
+                                                            std::int64_t type) const {
     std::vector<std::int64_t> channels;
-    for (const auto number : all.channels.entry(index, all.channel_width))
+    for (const auto number : channels_.entry(index))
         channels.push_back(std::max<std::int64_t>(whole_number(number), 0));
     if (const auto known = channels_of_type(type))
         channels.resize(std::min(channels.size(), known));
@@ -106,58 +135,38 @@ std::vector<std::int64_t> channels_of(const tables& all, std::size_t index, std:
 }
 
 /// Matrices are stored column by column.
-square_matrix matrix_of(const tables& all, std::size_t index, std::int64_t type) {
-    const auto stored_size = all.matrix_size;
-    const auto stored = all.matrices.entry(index, stored_size * stored_size);
+square_matrix force_platform_table::matrix_of(std::size_t index, std::int64_t type) const {
+    const auto stored = matrices_.entry(index);
     if (stored.empty())
         return {};
+    const auto [rows, columns] = matrix_extent_;
     const auto known = channels_of_type(type);
-    square_matrix matrix{known == 0 ? stored_size : std::min(known, stored_size), {}};
+    const auto size = std::min(rows, columns);
+    square_matrix matrix{known == 0 ? size : std::min(known, size), {}};
     matrix.elements.reserve(matrix.size * matrix.size);
     for (std::size_t row = 0; row < matrix.size; ++row) {
         for (std::size_t column = 0; column < matrix.size; ++column)
-            matrix.elements.push_back(stored[row + stored_size * column]);
+            matrix.elements.push_back(stored[row + rows * column]);
     }
     return matrix;
 }
 
-force_platform platform_of(const tables& all, std::size_t index) {
+force_platform force_platform_table::platform(std::size_t index) const {
     force_platform platform;
-    if (index < all.types.numbers.size())
-        platform.type = whole_number(all.types.numbers[index]);
-    platform.channels = channels_of(all, index, platform.type);
-    if (const auto corners = all.corners.entry(index, corner_numbers); !corners.empty()) {
+    if (const auto type = types_.entry(index); !type.empty())
+        platform.type = whole_number(type.front());
+    platform.channels = channels_of(index, platform.type);
+    if (const auto corners = corners_.entry(index); !corners.empty()) {
         platform.corners.emplace();
-        for (std::size_t i = 0; i < corner_numbers; ++i)
+        for (std::size_t i = 0; i < corners.size(); ++i)
             (*platform.corners)[i / 3][i % 3] = corners[i];
     }
-    if (const auto origin = all.origins.entry(index, origin_numbers); !origin.empty())
+    if (const auto origin = origins_.entry(index); !origin.empty())
         platform.origin = {origin[0], origin[1], origin[2]};
-    platform.calibration = matrix_of(all, index, platform.type);
-    const auto polynomial = all.polynomials.entry(index, polynomial_numbers);
+    platform.calibration = matrix_of(index, platform.type);
+    const auto polynomial = polynomials_.entry(index);
     platform.polynomial.assign(polynomial.begin(), polynomial.end());
     return platform;
-}
-
-} // namespace
-
-std::vector<force_platform> read_force_platforms(const strata::data_group& root) {
-    if (!root.exists_group(force_platform_path))
-        return {};
-    const auto group = root.retrieve_group(force_platform_path);
-    const tables all(group);
-    auto count = all.entries();
-    if (const auto used = read_number<double>(group.retrieve_attribute("USED"))) {
-        const auto wanted = std::max<std::int64_t>(whole_number(*used), 0);
-        count = std::min(count, static_cast<std::size_t>(wanted));
-    } else if (all.types.numbers.empty()) {
-        count = 0;
-    }
-    std::vector<force_platform> platforms;
-    platforms.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        platforms.push_back(platform_of(all, i));
-    return platforms;
 }
 
 } // namespace acquisition_layout

@@ -3,12 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include <strata/data_group.hpp>
 
 #include "layout/plate_frame.hpp"
+#include "layout/table_shape.hpp"
 
 namespace acquisition_layout {
 
@@ -46,9 +49,57 @@ struct force_platform {
     return type == 1 || type == 2 || type == 4 ? 6 : 0;
 }
 
-/// The platforms of an acquisition; none without the parameters. There are as many as USED says, no
-/// more than TYPE has entries; without USED as many as TYPE has, without TYPE no more than the
-/// longest of the other tables has. Tables whose dimensions were flattened are understood.
-[[nodiscard]] std::vector<force_platform> read_force_platforms(const strata::data_group& root);
+/// The parameters of the force platforms of an acquisition, read once; empty without them. There
+/// are as many platforms as USED says, no more than TYPE has entries; without USED as many as TYPE
+/// has, without TYPE no more than the longest of the other tables has. Tables whose dimensions were
+/// flattened are understood; one whose dimensions are the other way round counts as missing.
+class force_platform_table {
+  public:
+    explicit force_platform_table(const strata::data_group& root);
+
+    [[nodiscard]] std::size_t count() const noexcept { return count_; }
+    /// Requires: index < count().
+    [[nodiscard]] force_platform platform(std::size_t index) const;
+
+    /// The parameters that hold something else than numbers.
+    [[nodiscard]] const std::vector<std::string>& unreadable() const noexcept {
+        return unreadable_;
+    }
+    /// A sentence for each parameter whose dimensions cannot be those of its numbers.
+    [[nodiscard]] const std::vector<std::string>& misshapen() const noexcept { return misshapen_; }
+
+  private:
+    /// The numbers of one parameter, those of a platform behind those of the one before.
+    struct numbers {
+        std::vector<double> values;
+        std::vector<std::int64_t> extents;
+        std::size_t width = 0; ///< of each platform; at least 1 where it is used
+
+        /// The numbers of one platform, none when it has not all of them.
+        [[nodiscard]] std::span<const double> entry(std::size_t index) const;
+    };
+
+    [[nodiscard]] numbers read(const strata::data_group& group, const char* name);
+    [[nodiscard]] numbers read_blocks(const strata::data_group& group, const char* name,
+                                      const std::vector<std::int64_t>& inner);
+    void read_channels(const strata::data_group& group);
+    void read_matrices(const strata::data_group& group);
+    void count_platforms(const strata::data_group& group);
+    void drop(numbers& table, const char* name);
+    [[nodiscard]] std::size_t width_of_flattened_channels() const;
+    [[nodiscard]] std::vector<std::int64_t> channels_of(std::size_t index, std::int64_t type) const;
+    [[nodiscard]] square_matrix matrix_of(std::size_t index, std::int64_t type) const;
+
+    numbers types_;
+    numbers corners_;
+    numbers origins_;
+    numbers channels_;
+    numbers matrices_;
+    numbers polynomials_;
+    matrix_extent matrix_extent_{};
+    std::size_t count_ = 0;
+    std::vector<std::string> unreadable_;
+    std::vector<std::string> misshapen_;
+};
 
 } // namespace acquisition_layout

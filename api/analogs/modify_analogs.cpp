@@ -4,6 +4,7 @@
 
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
+#include "acquisition/platform_channel_numbers.hpp"
 #include "acquisition/sampling.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/channels/channel_lookup.hpp"
@@ -34,6 +35,13 @@ strata::data_set add_channel(const strata::data_group& group, const std::string&
     return set;
 }
 
+void remove(const strata::data_store& acquisition, const strata::data_set& set) {
+    const auto group = analog_group(acquisition);
+    platform_channel_numbers platforms(acquisition.root());
+    remove_channel(group, set, {group});
+    platforms.follow_channels();
+}
+
 void set_channel_values(const strata::data_group& group, const strata::data_set& set,
                         const py_ref& array) {
     write_channels_in_order({set}, checked_matrix(array, samples_of(group), 1, components),
@@ -61,23 +69,30 @@ outputs<2> append_described(strata::data_store acquisition, const std::string& l
 
 outputs<2> remove_by_index(strata::data_store acquisition, int index) {
     const auto group = analog_group(acquisition);
-    remove_channel(group, channel_by_index(group, index), {group});
+    remove(acquisition, channel_by_index(group, index));
     return all(acquisition);
 }
 
 outputs<2> remove_by_label(strata::data_store acquisition, const std::string& label) {
     const auto group = analog_group(acquisition);
-    remove_channel(group, channel_by_label(group, label), {group});
+    remove(acquisition, channel_by_label(group, label));
     return all(acquisition);
 }
 
-void clear(strata::data_store acquisition) { delete_sets(analog_group(acquisition)); }
+void clear(strata::data_store acquisition) {
+    const auto group = analog_group(acquisition);
+    platform_channel_numbers platforms(acquisition.root());
+    delete_sets(group);
+    platforms.follow_channels();
+}
 
 void set_number(strata::data_store acquisition, int wanted) {
     const auto group = analog_group(acquisition);
     const auto count = channel_count({group});
     if (count > wanted) {
+        platform_channel_numbers platforms(acquisition.root());
         shrink_channels({group}, count, wanted);
+        platforms.follow_channels();
         return;
     }
     require_memory_for_channels(static_cast<double>(wanted) - count,

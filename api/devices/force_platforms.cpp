@@ -7,11 +7,14 @@
 #include <string>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
+#include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
 #include "acquisition/layout.hpp"
+#include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "store/dictionary.hpp"
@@ -71,6 +74,19 @@ py_ref describe(const platform_state& platform, const py_ref& channels) {
     return dictionary;
 }
 
+/// Throws std::bad_alloc when the channels of all platforms, one array each, cannot be had.
+void require_memory_for(const std::vector<platform_state>& platforms,
+                        const strata::data_group& root) {
+    double elements = result_overhead * static_cast<double>(platforms.size());
+    if (root.exists_group(layout::analogs_export)) {
+        const auto samples =
+            static_cast<double>(samples_of(root.retrieve_group(layout::analogs_export)));
+        for (const auto& platform : platforms)
+            elements += samples * static_cast<double>(platform.channels.size());
+    }
+    require_memory(elements);
+}
+
 void append(const py_ref& list, const py_ref& item) {
     if (PyList_Append(list.get(), item.get()) < 0)
         throw python_error{};
@@ -79,9 +95,11 @@ void append(const py_ref& list, const py_ref& item) {
 } // namespace
 
 outputs<2> force_platforms(strata::data_store acquisition) {
+    const auto platforms = bring_platforms_up_to_date(acquisition.root());
+    require_memory_for(platforms, acquisition.root());
     auto descriptions = py_ref::checked(PyList_New(0));
     auto infos = py_ref::checked(PyList_New(0));
-    for (const auto& platform : bring_platforms_up_to_date(acquisition.root())) {
+    for (const auto& platform : platforms) {
         auto channels = py_ref::checked(PyDict_New());
         auto units = py_ref::checked(PyDict_New());
         label_keys keys;

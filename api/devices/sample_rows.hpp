@@ -8,6 +8,9 @@
 
 namespace mox {
 
+/// What the dictionaries of a platform take beside their arrays, in doubles; roughly.
+inline constexpr double result_overhead = 256.0;
+
 /// The samples of a set of one channel as an array of float64 that the caller owns: of shape
 /// (samples,). A set that holds no numbers gives NaN.
 [[nodiscard]] py_ref samples_as_array(const strata::data_set& set);

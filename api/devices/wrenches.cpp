@@ -11,6 +11,8 @@
 #include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
 #include "acquisition/layout.hpp"
+#include "acquisition/platform_wrench.hpp"
+#include "acquisition/resize_channels.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "store/dictionary.hpp"
 #include "store/swig_error.hpp"
@@ -21,6 +23,7 @@ namespace {
 
 /// Keys of a wrench, in the order of its components, three each.
 constexpr std::array<const char*, 3> vectors = {"F", "M", "P"};
+constexpr double wrench_components = 9.0;
 
 std::uint64_t analog_samples(const strata::data_group& root) {
     return root.exists_group(layout::analogs_export)
@@ -28,9 +31,7 @@ std::uint64_t analog_samples(const strata::data_group& root) {
                : 0;
 }
 
-py_ref wrench_of(const platform_state& platform, const char* set_name, std::uint64_t samples) {
-    const bool is_there = platform.group && platform.group->exists_set(set_name);
-    const auto set = is_there ? platform.group->retrieve_set(set_name) : strata::data_set();
+py_ref wrench_of(const strata::data_set& set, std::uint64_t samples) {
     auto wrench = py_ref::checked(PyDict_New());
     std::uint64_t first = 0;
     for (const auto* key : vectors) {
@@ -41,12 +42,15 @@ py_ref wrench_of(const platform_state& platform, const char* set_name, std::uint
     return wrench;
 }
 
-py_ref wrenches(strata::data_store acquisition, const char* set_name, double fz_threshold) {
-    const auto platforms = bring_platforms_up_to_date(acquisition.root(), fz_threshold);
-    const auto samples = analog_samples(acquisition.root());
+py_ref wrenches(strata::data_store acquisition, wrench_place place, double fz_threshold) {
+    const auto root = acquisition.root();
+    const auto platforms = bring_platforms_up_to_date(root);
+    const auto samples = analog_samples(root);
+    require_memory(static_cast<double>(platforms.size()) *
+                   (wrench_components * static_cast<double>(samples) + result_overhead));
     auto list = py_ref::checked(PyList_New(0));
     for (const auto& platform : platforms) {
-        const auto wrench = wrench_of(platform, set_name, samples);
+        const auto wrench = wrench_of(compute_wrench(root, platform, place, fz_threshold), samples);
         if (PyList_Append(list.get(), wrench.get()) < 0)
             throw python_error{};
     }
@@ -56,7 +60,7 @@ py_ref wrenches(strata::data_store acquisition, const char* set_name, double fz_
 } // namespace
 
 py_ref platform_wrenches(strata::data_store acquisition) {
-    return wrenches(std::move(acquisition), layout::name::wrench_at_origin, default_fz_threshold);
+    return wrenches(std::move(acquisition), wrench_place::hardware_origin, default_fz_threshold);
 }
 
 py_ref platform_wrenches_in_frame(strata::data_store acquisition, int in_global_frame) {
@@ -71,14 +75,15 @@ py_ref platform_wrenches_in_frame(strata::data_store acquisition, int in_global_
 }
 
 py_ref ground_reaction_wrenches(strata::data_store acquisition) {
-    return wrenches(std::move(acquisition), layout::name::wrench_at_point, default_fz_threshold);
+    return wrenches(std::move(acquisition), wrench_place::point_of_application,
+                    default_fz_threshold);
 }
 
 py_ref ground_reaction_wrenches_over(strata::data_store acquisition, const double& fz_threshold) {
     if (!(fz_threshold >= 0.0))
         throw_runtime_error(fmt::format(
             "The Fz threshold must be a number that is not negative, not {}", fz_threshold));
-    return wrenches(std::move(acquisition), layout::name::wrench_at_point, fz_threshold);
+    return wrenches(std::move(acquisition), wrench_place::point_of_application, fz_threshold);
 }
 
 } // namespace mox::devices

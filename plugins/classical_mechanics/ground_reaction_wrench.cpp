@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -112,6 +113,8 @@ anvil::status ground_reaction_wrench::evaluate(strata::data_group& target,
     try {
         evaluate_unit(target, parameters);
         return {};
+    } catch (const std::bad_alloc&) {
+        throw; // whoever evaluates the unit tells it from other failures
     } catch (const std::exception& failure) {
         return anvil::status::failure(std::string("A wrench cannot be computed : ") +
                                       failure.what());

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include <strata/access/strided_read.hpp>
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 #include <strata/plugin/channel_buffer.hpp>
@@ -21,19 +22,19 @@ namespace c3d {
 
 namespace {
 
-/// The components of a segment, `rows` of each: those of `former`, then invalid ones.
-strata::channel_buffer lengthened(const strata::channel_buffer& former, std::uint64_t held,
-                                  std::uint64_t rows) {
-    constexpr auto components = static_cast<std::size_t>(rotation_components);
+/// The components of a segment, `rows` of each: those that the set holds, then invalid ones.
+strata::channel_buffer lengthened(const strata::data_set& set, std::uint64_t segment,
+                                  std::uint64_t held, std::uint64_t rows) {
     auto made =
-        strata::channel_buffer::allocate(strata::data_type::float32, components * rows, 1).front();
-    const auto* from = reinterpret_cast<const float*>(former.data());
-    auto* to = reinterpret_cast<float*>(made.data());
-    for (std::size_t i = 0; i < components; ++i) {
-        const bool is_reliability = i + 1 == components;
-        to = std::copy_n(from + i * held, held, to);
-        to = std::fill_n(to, rows - held,
-                         is_reliability ? -1.0F : std::numeric_limits<float>::quiet_NaN());
+        strata::channel_buffer::allocate(strata::data_type::float64, rotation_components * rows, 1)
+            .front();
+    auto* to = reinterpret_cast<double*>(made.data());
+    for (std::uint64_t i = 0; i < rotation_components; ++i, to += rows) {
+        if (!strata::read_strided(set, segment, i, 0, held, to, 1))
+            throw export_error("the rotations of segment {} are no numbers", segment);
+        const bool is_reliability = i + 1 == rotation_components;
+        std::fill(to + held, to + rows,
+                  is_reliability ? -1.0 : std::numeric_limits<double>::quiet_NaN());
     }
     return made;
 }
@@ -49,12 +50,10 @@ rotation_source source_of(const strata::data_set& set, std::uint64_t rows, std::
     source.rows = rows;
     const auto segments = static_cast<std::uint64_t>(set.shape(false).dimensions()[1]);
     for (std::uint64_t segment = 0; segment < segments; ++segment) {
-        auto buffer = strata::share_channel(set, segment);
-        auto step = held;
-        if (rows > held) {
-            buffer = lengthened(buffer, held, rows);
-            step = rows;
-        }
+        const bool is_short = rows > held;
+        const auto buffer =
+            is_short ? lengthened(set, segment, held, rows) : strata::share_channel(set, segment);
+        const auto step = is_short ? rows : held;
         for (std::uint64_t i = 0; i < rotation_components; ++i)
             source.columns.emplace_back(buffer, i * step);
     }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <exception>
 #include <limits>
+#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -142,6 +143,8 @@ anvil::status detect_rotations::evaluate(strata::data_group& target,
     try {
         detect(target, parameters);
         return {};
+    } catch (const std::bad_alloc&) {
+        throw; // whoever evaluates the unit tells it from other failures
     } catch (const std::exception& error) {
         return anvil::status::failure(error.what());
     }

@@ -1,11 +1,11 @@
 #include "plugins/c3d/units/forceplate_detect.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -18,6 +18,7 @@
 #include "layout/analog_pairing.hpp"
 #include "layout/force_platform_table.hpp"
 #include "layout/plate_frame.hpp"
+#include "layout/platform_obstacles.hpp"
 #include "layout/unit_parameters.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
 #include "plugins/c3d/file/warnings.hpp"
@@ -26,51 +27,20 @@ namespace c3d {
 
 namespace {
 
-using acquisition_layout::channels_of_type;
 using acquisition_layout::force_platform;
 using acquisition_layout::vector3;
 
 constexpr std::size_t matrix_edge = 6;
 
-constexpr std::array<const char*, 6> names_of_type_1 = {"Fx", "Fy", "Fz", "Px", "Py", "Mz"};
-constexpr std::array<const char*, 6> names_of_type_2 = {"Fx", "Fy", "Fz", "Mx", "My", "Mz"};
-constexpr std::array<const char*, 8> names_of_type_3 = {"Fx12", "Fx34", "Fy14", "Fy23",
-                                                        "Fz1",  "Fz2",  "Fz3",  "Fz4"};
-constexpr std::array<const char*, 6> names_of_type_4 = {"Output1", "Output2", "Output3",
-                                                        "Output4", "Output5", "Output6"};
-
-std::span<const char* const> channel_names(std::int64_t type) {
-    switch (type) {
-    case 1:
-        return names_of_type_1;
-    case 3:
-        return names_of_type_3;
-    case 4:
-        return names_of_type_4;
-    default:
-        return names_of_type_2;
-    }
-}
-
-force_platform platform_at(const strata::data_group& metadata, std::int64_t index) {
-    auto platforms = acquisition_layout::read_force_platforms(metadata);
-    if (index < 0 || static_cast<std::size_t>(index) >= platforms.size()) {
-        throw std::runtime_error(
-            fmt::format("the index is {}, the file has {} platforms", index, platforms.size()));
-    }
-    return std::move(platforms[static_cast<std::size_t>(index)]);
-}
-
 vector3 repaired_origin(const force_platform& platform, warnings& notes) {
-    const auto is_number = [](double value) { return std::isfinite(value); };
+    constexpr auto* negated = "FORCE_PLATFORM:ORIGIN has a positive z; read with the opposite sign";
     auto origin = platform.origin.value_or(vector3{});
     if (platform.type == 1) {
-        origin[0] = origin[1] = 0.0; // its channels measure at the surface
-        origin[2] = is_number(origin[2]) ? -std::abs(origin[2]) : 0.0;
-        return origin;
+        if (origin[2] > 0.0)
+            notes.add("{}", negated);
+        // Its channels measure at the surface.
+        return {0.0, 0.0, std::isfinite(origin[2]) ? -std::abs(origin[2]) : 0.0};
     }
-    if (!platform.origin || !std::ranges::all_of(origin, is_number))
-        throw std::runtime_error("FORCE_PLATFORM:ORIGIN has no three numbers for it");
     if (platform.type == 3) {
         // The first two are distances: negated with the third they would turn the moments round.
         const vector3 repaired = {std::abs(origin[0]), std::abs(origin[1]), -std::abs(origin[2])};
@@ -80,7 +50,7 @@ vector3 repaired_origin(const force_platform& platform, warnings& notes) {
     }
     if (origin[2] > 0.0) {
         // Certificates give the vector from the surface down to the measuring origin.
-        notes.add("FORCE_PLATFORM:ORIGIN has a positive z; read with the opposite sign");
+        notes.add("{}", negated);
         return {-origin[0], -origin[1], -origin[2]};
     }
     return origin;
@@ -97,20 +67,12 @@ std::vector<double> calibration_of(const force_platform& platform, warnings& not
     return identity;
 }
 
+/// Requires: all are there.
 std::vector<strata::data_set> channels_of(const force_platform& platform,
                                           const std::vector<strata::data_set>& columns,
                                           warnings& notes) {
-    const auto names = channel_names(platform.type);
     std::vector<strata::data_set> channels;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const auto number = i < platform.channels.size() ? platform.channels[i] : 0;
-        if (number < 1 || static_cast<std::size_t>(number) > columns.size() ||
-            !columns[static_cast<std::size_t>(number) - 1]) {
-            throw std::runtime_error(
-                fmt::format("FORCE_PLATFORM:CHANNEL names the analog channel {} as its {}, which "
-                            "is not there",
-                            number, names[i]));
-        }
+    for (const auto number : platform.channels) {
         if (std::ranges::count(platform.channels, number) > 1)
             notes.add("FORCE_PLATFORM:CHANNEL names the analog channel {} repeatedly", number);
         channels.push_back(columns[static_cast<std::size_t>(number) - 1]);
@@ -129,11 +91,9 @@ struct detected_platform {
 
 detected_platform detect(const force_platform& described,
                          const std::vector<strata::data_set>& columns, warnings& notes) {
-    if (channels_of_type(described.type) == 0)
-        throw std::runtime_error(
-            fmt::format("the channels of type {} are not known", described.type));
-    if (!described.corners || !acquisition_layout::frame_of_corners(*described.corners))
-        throw std::runtime_error("FORCE_PLATFORM:CORNERS span no plane for it");
+    const auto obstacle = acquisition_layout::obstacle_of(described, columns);
+    if (!obstacle.empty())
+        throw std::runtime_error(obstacle);
     detected_platform platform{
         described, *described.corners, repaired_origin(described, notes), {}, {}};
     platform.channels = channels_of(described, columns, notes);
@@ -161,7 +121,7 @@ void write_group(strata::data_group group, const detected_platform& platform) {
         write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
 
     auto channels = group.create_group("Channels");
-    const auto names = channel_names(described.type);
+    const auto names = acquisition_layout::channel_names(described.type);
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!channels.create_hard_link_internal(names[i], &platform.channels[i]))
             throw std::runtime_error(fmt::format("the channel {} cannot be linked", names[i]));
@@ -179,8 +139,13 @@ void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
         throw std::runtime_error(fmt::format("there is no group '{}'", metadata_path));
     const auto metadata = target.retrieve_group(metadata_path);
 
+    const acquisition_layout::force_platform_table table(metadata);
+    if (index < 0 || static_cast<std::size_t>(index) >= table.count()) {
+        throw std::runtime_error(
+            fmt::format("the index is {}, the file has {} platforms", index, table.count()));
+    }
     warnings notes;
-    const auto platform = detect(platform_at(metadata, index),
+    const auto platform = detect(table.platform(static_cast<std::size_t>(index)),
                                  acquisition_layout::pair_analogs(target, analogs), notes);
     if (target.exists_group(destination))
         target.delete_group(destination);
@@ -195,6 +160,8 @@ anvil::status forceplate_detect::evaluate(strata::data_group& target,
     try {
         evaluate_unit(target, parameters);
         return {};
+    } catch (const std::bad_alloc&) {
+        throw; // whoever evaluates the unit tells it from other failures
     } catch (const std::exception& error) {
         return anvil::status::failure(error.what());
     }

@@ -119,7 +119,34 @@ TEST_F(AnalogPairing, ColumnsWithoutTextAreNamedByTheirIndex) {
 TEST_F(AnalogPairing, AnEmptyEntryMatchesNoEmptyLabel) {
     add_set("stray", "");
     set_labels({""});
-    EXPECT_THAT(paired(), ElementsAre("-"));
+    EXPECT_THAT(paired(), ElementsAre("-", "stray"));
+}
+
+TEST_F(AnalogPairing, AnEditedEntryKeepsTheSetOfItsColumn) {
+    set_columns_of_file({"A", "B", "C"});
+    add_sets({"A", "B", "C"});
+    set_labels({"A", "edited", "C"});
+    EXPECT_THAT(paired(), ElementsAre("A", "B", "C"));
+}
+
+TEST_F(AnalogPairing, AnEditedEntryLeavesTheSetOfItsColumnToAnotherThatAsksForIt) {
+    set_columns_of_file({"A", "B", "C"});
+    add_sets({"A", "B", "C"});
+    set_labels({"B", "edited", "C"});
+    EXPECT_THAT(paired(), ElementsAre("B", "-", "C", "A"));
+}
+
+TEST_F(AnalogPairing, ChannelsThatNoEntryNamesFollowInTheirOrder) {
+    set_columns_of_file({"A", "B"});
+    add_sets({"new", "B", "A", "another"});
+    set_labels({"A", "B"});
+    EXPECT_THAT(paired(), ElementsAre("A", "B", "new", "another"));
+    EXPECT_EQ(acquisition_layout::known_analog_columns(root_), 2U);
+}
+
+TEST_F(AnalogPairing, ChannelsOfANewAcquisitionHaveNoKnownColumns) {
+    add_sets({"A", "B"});
+    EXPECT_EQ(acquisition_layout::known_analog_columns(root_), 0U);
 }
 
 TEST_F(AnalogPairing, EntriesBeyondTheColumnsOfTheFileDoNotChangeNames) {
@@ -154,10 +181,10 @@ TEST_F(AnalogPairing, WithoutLabelsAColumnOutlivesTheRemovalOfOthers) {
     EXPECT_THAT(paired(), ElementsAre("-", "unamed_1", "unamed_2", "new"));
 }
 
-TEST_F(AnalogPairing, LabelsThatAreNumbersPairNothing) {
+TEST_F(AnalogPairing, LabelsThatAreNumbersNameNothing) {
     add_sets({"x"});
     acquisition_layout::write_numbers(parameters_, "LABELS", std::vector<float>{1.0F});
-    EXPECT_THAT(paired(), IsEmpty());
+    EXPECT_THAT(paired(), ElementsAre("x"));
 }
 
 TEST_F(AnalogPairing, WithoutAnyGroupThereIsNothing) {

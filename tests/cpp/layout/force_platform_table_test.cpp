@@ -16,7 +16,7 @@
 namespace {
 
 using acquisition_layout::force_platform;
-using acquisition_layout::read_force_platforms;
+using acquisition_layout::force_platform_table;
 using acquisition_layout::vector3;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -39,7 +39,13 @@ class ForcePlatformTable : public testing::Test {
         std::iota(values.begin(), values.end(), 0.0F);
         set(name, values, extents);
     }
-    [[nodiscard]] std::vector<force_platform> read() const { return read_force_platforms(root_); }
+    [[nodiscard]] std::vector<force_platform> read() const {
+        const force_platform_table table(root_);
+        std::vector<force_platform> platforms;
+        for (std::size_t i = 0; i < table.count(); ++i)
+            platforms.push_back(table.platform(i));
+        return platforms;
+    }
 
     strata::data_store store_;
     strata::data_group root_ = store_.root();
@@ -47,7 +53,7 @@ class ForcePlatformTable : public testing::Test {
 };
 
 TEST_F(ForcePlatformTable, IsEmptyWithoutTheGroup) {
-    EXPECT_THAT(read_force_platforms(strata::data_store().root()), IsEmpty());
+    EXPECT_EQ(force_platform_table(strata::data_store().root()).count(), 0U);
     EXPECT_THAT(read(), IsEmpty());
 }
 
@@ -134,10 +140,57 @@ TEST_F(ForcePlatformTable, WithoutTypesNeedsUsed) {
     EXPECT_THAT(platforms[1].channels, IsEmpty());
 }
 
+TEST_F(ForcePlatformTable, ReadsMatricesThatAreNotSquare) {
+    set_words("TYPE", {4, 4}, {2});
+    set_counting("CAL_MATRIX", {2, 6, 8}); // six columns of eight
+    auto matrix = read()[1].calibration;
+    ASSERT_EQ(matrix.size, 6U);
+    EXPECT_EQ(matrix.at(1, 2), 48.0 + 1.0 + 8.0 * 2.0);
+    group_.delete_attribute("CAL_MATRIX");
+    set_counting("CAL_MATRIX", {2, 8, 6}); // eight columns of six
+    matrix = read()[1].calibration;
+    ASSERT_EQ(matrix.size, 6U);
+    EXPECT_EQ(matrix.at(1, 2), 48.0 + 1.0 + 6.0 * 2.0);
+}
+
+TEST_F(ForcePlatformTable, TakesMatricesThatAreTooSmallForMissing) {
+    set_words("TYPE", {4, 4}, {2});
+    set_counting("CAL_MATRIX", {2, 5, 6});
+    const force_platform_table table(root_);
+    EXPECT_EQ(table.platform(0).calibration.size, 0U);
+    EXPECT_THAT(
+        table.misshapen(),
+        ElementsAre("FORCE_PLATFORM:CAL_MATRIX is not read : its dimensions are 2 x 5 x 6"));
+}
+
+TEST_F(ForcePlatformTable, TakesReversedTablesForMissing) {
+    set_words("TYPE", {2, 2}, {2});
+    set_counting("CORNERS", {3, 4, 2});
+    set_counting("ORIGIN", {3, 2});
+    set_counting("CAL_MATRIX", {6, 6, 2});
+    set_words("CHANNEL", {1, 7, 2, 8, 3, 9, 4, 10, 5, 11, 6, 12}, {6, 2});
+    const force_platform_table table(root_);
+    EXPECT_EQ(table.misshapen().size(), 4U);
+    const auto platform = table.platform(0);
+    EXPECT_FALSE(platform.corners);
+    EXPECT_FALSE(platform.origin);
+    EXPECT_EQ(platform.calibration.size, 0U);
+    EXPECT_THAT(platform.channels, IsEmpty());
+}
+
+TEST_F(ForcePlatformTable, ReadsChannelsOver127InBytes) {
+    set_words("TYPE", {2}, {1});
+    const std::vector<std::int8_t> channels = {-126, -125, 127, 1, 2, -1};
+    acquisition_layout::write_numbers(group_, "CHANNEL", strata::data_shape({1, 6}, false),
+                                      std::span<const std::int8_t>(channels));
+    EXPECT_THAT(read()[0].channels, ElementsAre(130, 131, 127, 1, 2, 255));
+}
+
 TEST_F(ForcePlatformTable, TakesTextForNothing) {
     for (const auto* name : {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX"})
         acquisition_layout::write_texts(group_, name, std::vector<std::string>{"a", "b"});
     EXPECT_THAT(read(), IsEmpty());
+    EXPECT_EQ(force_platform_table(root_).unreadable().size(), 6U);
 }
 
 } // namespace

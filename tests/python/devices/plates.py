@@ -14,7 +14,6 @@ import numpy as np
 from numpy.typing import NDArray
 from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog, Platform
-from support.store_tree import node
 
 Array = NDArray[np.float64]
 
@@ -198,13 +197,6 @@ def loaded_plate(folder: Path, plate: Plate, load: Load) -> Any:
     acquisition = read_plates(folder, [plate], len(load.force))
     step_on(acquisition, plate, load)
     return acquisition
-
-
-def local_wrench(acquisition: Any, location: str, number: int = 0) -> dict[str, Array]:
-    """The wrench in the plate's own axes, which no function gives: "W_HO" or "W_POA"."""
-    sets = node(acquisition, f"Devices/ForcePlate/FP{number}")["sets"]
-    values = np.reshape(sets[f"{location}^LCS"]["values"], (3, 3, -1))
-    return {key: values[row].T for row, key in enumerate("FMP")}
 
 
 def assert_wrench(actual: dict[str, Array], expected: dict[str, Array]) -> None:

@@ -11,7 +11,16 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from devices.plates import DIRECTIONS, NAMES, Plate, assert_wrench, read_plates, step_on, walking
+from devices.plates import (
+    DIRECTIONS,
+    MATRIX,
+    NAMES,
+    Plate,
+    assert_wrench,
+    read_plates,
+    step_on,
+    walking,
+)
 from reading.read_c3d import read_c3d
 from support.c3d_bytes import real
 
@@ -245,3 +254,79 @@ def test_no_value_of_the_labels_breaks_anything(tmp_path: Path, value: tuple[str
     info = {"format": value[0], "values": value[1]}
     _moxPY.moxAppendMetaData(acquisition, "ANALOG", "LABELS", info)
     results(acquisition)
+
+
+@pytest.mark.parametrize(("entry", "kind"), [("CORNERS", "Real"), ("ORIGIN", "Real"),
+                                             ("CHANNEL", "Integer")])  # fmt: skip
+def test_tables_as_their_getter_shows_them_count_as_missing(
+    tmp_path: Path, new_log_lines: Lines, entry: str, kind: str
+) -> None:
+    acquisition = trial(tmp_path, {})
+    shown = _moxPY.moxGetMetaData(acquisition, "FORCE_PLATFORM", entry)["info"]["values"]
+    info = {"format": kind, "values": np.asarray(shown).tolist()}
+    _moxPY.moxAppendMetaData(acquisition, "FORCE_PLATFORM", entry, info)
+    assert has_wrench(acquisition) == [False, False]
+    extents = " x ".join(str(extent) for extent in np.shape(shown))
+    line = f"FORCE_PLATFORM:{entry} is not read : its dimensions are {extents}"
+    assert len([each for each in new_log_lines() if line in each]) == 1
+
+
+@pytest.mark.parametrize(("rows", "columns"), [(8, 6), (6, 8)])
+def test_matrices_that_are_not_square(tmp_path: Path, rows: int, columns: int) -> None:
+    plates = [Plate(4), Plate(4, DIRECTIONS["tilted"])]
+    acquisition = read_plates(tmp_path, plates, SAMPLES)
+    stored = np.full((2, columns, rows), 9.0)
+    stored[:, :6, :6] = MATRIX.T
+    info = {"format": "Real", "values": stored.tolist()}
+    _moxPY.moxAppendMetaData(acquisition, "FORCE_PLATFORM", "CAL_MATRIX", info)
+    for number, plate in enumerate(plates):
+        step_on(acquisition, plate, walking(SAMPLES, number), number)
+    for number, wrench in enumerate(_moxPY.moxGetGroundReactionWrenches(acquisition)):
+        assert_wrench(wrench, plates[number].at_point(walking(SAMPLES, number)))
+
+
+def test_parameters_that_are_no_numbers_are_logged_once(
+    tmp_path: Path, new_log_lines: Lines
+) -> None:
+    acquisition = trial(tmp_path, {"FORCE_PLATFORM:USED": "two", "FORCE_PLATFORM:ORIGIN": "below"})
+    line = "Invalid value to read the content of an attribute"
+    results(acquisition)
+    results(acquisition)
+    assert len([each for each in new_log_lines() if each.rstrip().endswith(line)]) == 2
+
+
+@pytest.mark.parametrize(
+    ("changes", "line"),
+    [
+        ({"FORCE_PLATFORM:CHANNEL": np.array([[1, 2, 3, 4, 5, 6], [6, 7, 8, 9, 10, 11]], np.int16)},
+         "FORCE_PLATFORM:CHANNEL names the analog channel 6 for the platforms 1 and 2"),
+        ({"FORCE_PLATFORM:ORIGIN": np.array([[0, 0, 40], [0, 0, -40]], np.float32),
+          "FORCE_PLATFORM:TYPE": np.array([1, 2], np.int16)},
+         "FORCE_PLATFORM:ORIGIN has a positive z; read with the opposite sign"),
+    ],
+)  # fmt: skip
+def test_what_is_read_in_a_doubtful_way_is_logged_once(
+    tmp_path: Path, new_log_lines: Lines, changes: dict[str, Any], line: str
+) -> None:
+    acquisition = trial(tmp_path, changes)
+    results(acquisition)
+    results(acquisition)
+    assert len([each for each in new_log_lines() if line in each]) == 1
+
+
+def test_repeated_labels_are_logged_once(tmp_path: Path, new_log_lines: Lines) -> None:
+    acquisition = trial(tmp_path, {})
+    labels = list(_moxPY.moxGetMetaData(acquisition, "ANALOG", "LABELS")["info"]["values"])
+    _moxPY.moxSetMetaDataValue(acquisition, "ANALOG", "LABELS", [labels[0], *labels[:-1]])
+    results(acquisition)
+    results(acquisition)
+    line = "ANALOG:LABELS has 'Fx_0' repeatedly; each entry takes a channel of its own"
+    assert len([each for each in new_log_lines() if line in each]) == 1
+
+
+def test_a_great_number_of_platforms_without_channels() -> None:
+    acquisition = _moxPY.moxNewAcquisition(0, 1, 0, 1)
+    for entry, values in (("USED", 30_000), ("TYPE", [2] * 30_000)):
+        info = {"format": "Integer", "values": values}
+        _moxPY.moxAppendMetaData(acquisition, "FORCE_PLATFORM", entry, info)
+    assert len(_moxPY.moxGetForcePlatforms(acquisition)[0]) == 30_000

@@ -130,3 +130,11 @@ def test_values_keep_to_their_channels(trial: Any) -> None:
     _moxPY.moxGetForcePlatforms(trial)
     assert _moxPY.moxGetAnalogsValues(trial)[0].tolist() == [6, 0, 1, 2, 3, 4, 5]
     assert _moxPY.moxGetAnalog(trial, 0)[1]["label"] == "EMG"
+
+
+def test_what_was_there_for_platforms_goes_with_them(trial: Any) -> None:
+    _moxPY.moxGetForcePlatforms(trial)
+    _moxPY.moxRemoveMetaData(trial, "FORCE_PLATFORM")
+    _moxPY.moxGetForcePlatforms(trial)
+    assert attributes(trial, "DevicesIndex") == {}
+    assert node(trial, "Devices")["groups"] == {}

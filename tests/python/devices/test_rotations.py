@@ -13,7 +13,7 @@ from editing.trials import new_trial, read_trial
 from reading.read_c3d import read_bytes, read_c3d
 from support.c3d_bytes import C3DFile
 from support.failures import failure_of
-from support.store_tree import snapshot
+from support.store_tree import node, snapshot
 
 FRAMES, RATIO = 3, 2
 SAMPLES = FRAMES * RATIO
@@ -128,3 +128,38 @@ def test_a_segment_without_its_set_is_named(trial: Any) -> None:
     assert failure_of(_moxPY.moxGetRotation, trial, "L Thigh") == expected
     assert failure_of(_moxPY.moxGetRotations, trial) == expected
     np.testing.assert_array_equal(_moxPY.moxGetRotation(trial, "Pelvis")[0], transforms(1))
+
+
+def with_frames(values: Any, frames: int) -> Any:
+    """As many samples as the frames have, NaN behind those of the file."""
+    wanted = np.full((frames * RATIO, 4, 4), np.nan)
+    kept = min(len(values), len(wanted))
+    wanted[:kept] = values[:kept]
+    return wanted
+
+
+@pytest.mark.parametrize("counts", [[FRAMES + 4], [1], [0], [1, FRAMES + 2], [0, 2]])
+def test_rotations_follow_the_number_of_frames(
+    tmp_path: Path, trial: Any, counts: list[int]
+) -> None:
+    expected = [transforms(1), transforms(2)]
+    for frames in counts:
+        _moxPY.moxSetFrameNumber(trial, frames)
+        expected = [with_frames(values, frames) for values in expected]
+    for values, right in zip(_moxPY.moxGetRotations(trial)[0].values(), expected, strict=True):
+        np.testing.assert_array_equal(values, right)
+    if counts[-1] == 0:  # a file without frames has no rotations
+        return
+    path = tmp_path / "written.c3d"
+    _moxPY.moxSetFrequency(trial, 100.0)
+    _moxPY.moxWriteAcquisition(trial, str(path))
+    again = _moxPY.moxGetRotations(_moxPY.moxReadAcquisition(str(path)))[0]
+    for values, right in zip(again.values(), expected, strict=True):
+        np.testing.assert_array_equal(values, right)
+
+
+def test_new_samples_have_no_reliability(trial: Any) -> None:
+    _moxPY.moxSetFrameNumber(trial, FRAMES + 1)
+    rotations = node(trial, "Format/Data/Skeleton/Segments/Pelvis")["sets"]["T_SCS"]
+    reliabilities = np.ravel(rotations["attributes"]["Reliability"][2])
+    assert reliabilities.tolist() == [0.0] * SAMPLES + [-1.0] * RATIO

@@ -13,7 +13,6 @@ from devices.plates import (
     SAMPLES,
     Array,
     Plate,
-    local_wrench,
     read_plates,
 )
 from editing.trials import example_trial
@@ -78,12 +77,14 @@ def test_moved_to_the_measuring_origin_it_is_the_wrench_there(trial: Any) -> Non
         np.testing.assert_array_equal(applied["F"], measured["F"])
 
 
-def test_the_force_is_as_great_in_every_frame(trial: Any) -> None:
-    for number, wrench in enumerate(_moxPY.moxGetForcePlatformWrenches(trial)):
-        local = local_wrench(trial, "W_HO", number)
-        for key in "FM":
+def test_the_force_is_as_great_in_the_laboratory_as_in_the_channels(trial: Any) -> None:
+    platforms, _ = _moxPY.moxGetForcePlatforms(trial)
+    for wrench, platform in zip(_moxPY.moxGetForcePlatformWrenches(trial), platforms, strict=True):
+        assert platform["type"] == 2
+        channels = np.column_stack(list(platform["channels"].values()))
+        for key, local in {"F": channels[:, :3], "M": channels[:, 3:]}.items():
             np.testing.assert_allclose(
-                np.linalg.norm(wrench[key], axis=1), np.linalg.norm(local[key], axis=1), rtol=1e-12
+                np.linalg.norm(wrench[key], axis=1), np.linalg.norm(local, axis=1), rtol=1e-12
             )
 
 
@@ -91,7 +92,7 @@ def test_under_the_threshold_there_is_no_point_but_the_measured_wrench(tmp_path:
     acquisition = noisy(tmp_path, Plate(2))
     (applied,) = _moxPY.moxGetGroundReactionWrenches(acquisition)
     (measured,) = _moxPY.moxGetForcePlatformWrenches(acquisition)
-    light = np.abs(local_wrench(acquisition, "W_HO")["F"][:, 2]) < 10.0
+    light = np.abs(_moxPY.moxGetAnalog(acquisition, "Fz_0")[0]) < 10.0
     assert 20 < light.sum() < SAMPLES - 20
     np.testing.assert_array_equal(np.isnan(applied["P"]), np.tile(light[:, None], 3))
     np.testing.assert_array_equal(applied["M"][light], measured["M"][light])
@@ -117,7 +118,7 @@ def test_another_threshold_counts_at_once(tmp_path: Path, threshold: float) -> N
     acquisition = noisy(tmp_path, Plate(2))
     _moxPY.moxGetGroundReactionWrenches(acquisition)
     (wrench,) = _moxPY.moxGetGroundReactionWrenches(acquisition, threshold)
-    load = np.abs(local_wrench(acquisition, "W_HO")["F"][:, 2])
+    load = np.abs(_moxPY.moxGetAnalog(acquisition, "Fz_0")[0])
     np.testing.assert_array_equal(loaded(wrench), load >= threshold)
     (again,) = _moxPY.moxGetGroundReactionWrenches(acquisition)
     np.testing.assert_array_equal(loaded(again), load >= 10.0)

@@ -1,0 +1,42 @@
+#include "acquisition/platform_wrench.hpp"
+
+#include <new>
+#include <string>
+
+#include <fmt/format.h>
+#include <strata/callable_builder.hpp>
+
+#include "acquisition/layout.hpp"
+#include "store/store_log.hpp"
+
+namespace mox {
+
+strata::data_set compute_wrench(strata::data_group root, const platform_state& platform,
+                                wrench_place place, double fz_threshold) {
+    if (!platform.group)
+        return {};
+    auto group = *platform.group;
+    const bool is_applied = place == wrench_place::point_of_application;
+    const std::string name =
+        is_applied ? layout::name::wrench_at_point : layout::name::wrench_at_origin;
+    const auto path = fmt::format("{}/{}", layout::force_plates, group.name());
+    const auto status = strata::callable_builder().evaluate(
+        root, {{"callable_unit", "classical-mechanics.ground-reaction-wrench"},
+               {"SourceGroup", path},
+               {"DestinationGroup", fmt::format("{}/{}", path, name)},
+               {"FzThreshold", fz_threshold},
+               {"GlobalTransformation", true},
+               {"Location", is_applied ? "point-of-application" : "hardware-origin"}});
+    if (status.is_out_of_memory())
+        throw std::bad_alloc();
+    if (!status) {
+        log_store_failure(status.message(", "));
+        return {};
+    }
+    // A wrench holds for this moment only, and is as large as nine channels: it does not stay.
+    auto wrench = group.retrieve_set(name);
+    group.delete_set(name);
+    return wrench;
+}
+
+} // namespace mox

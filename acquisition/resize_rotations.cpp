@@ -1,0 +1,74 @@
+#include "acquisition/resize_rotations.hpp"
+
+#include <array>
+#include <utility>
+#include <vector>
+
+#include <strata/data_set.hpp>
+
+#include "acquisition/layout.hpp"
+#include "acquisition/resize_channels.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace {
+
+/// The rotations of all segments: {4, 4, samples} each.
+std::vector<strata::data_set> rotations_of(const strata::data_group& root) {
+    std::vector<strata::data_set> rotations;
+    if (!root.exists_group(layout::segments))
+        return rotations;
+    const auto segments = root.retrieve_group(layout::segments);
+    for (const auto& name : segments.list_group_children_name()) {
+        const auto segment = segments.retrieve_group(name);
+        if (!segment.exists_set(layout::name::segment_rotations))
+            continue;
+        auto set = segment.retrieve_set(layout::name::segment_rotations);
+        if (set.shape(false).dimensions().size() == 3)
+            rotations.push_back(std::move(set));
+    }
+    return rotations;
+}
+
+strata::data_set raw_rotations(const strata::data_group& root) {
+    return root.exists_set(layout::rotations) ? root.retrieve_set(layout::rotations)
+                                              : strata::data_set();
+}
+
+/// Samples of each frame.
+std::uint64_t ratio_of(const strata::data_group& root) {
+    const auto raw = raw_rotations(root);
+    return raw ? read<std::uint64_t>(raw.retrieve_attribute("Ratio"), 1) : 1;
+}
+
+void resize_samples(strata::data_set set, std::uint64_t samples) {
+    const auto held = set.shape(false).dimensions();
+    const std::array<std::uint64_t, 3> extent{static_cast<std::uint64_t>(held[0]),
+                                              static_cast<std::uint64_t>(held[1]), samples};
+    set.resize(extent.data(), extent.size());
+    fill_with_nan(set, static_cast<std::uint64_t>(held[2]));
+}
+
+} // namespace
+
+double elements_of_rotations(const strata::data_group& root, std::uint64_t frames) {
+    constexpr double elements_of_sample = 17.0; // a matrix and its reliability
+    return elements_of_sample * static_cast<double>(rotations_of(root).size()) *
+           static_cast<double>(ratio_of(root)) * static_cast<double>(frames);
+}
+
+void resize_rotations(const strata::data_group& root, std::uint64_t frames) {
+    const auto samples = frames * ratio_of(root);
+    for (const auto& set : rotations_of(root)) {
+        resize_samples(set, samples);
+        resize_reliabilities(set, layout::attribute::reliability, samples);
+    }
+    // Samples that were cut off must not come back when a file is written.
+    const auto raw = raw_rotations(root);
+    if (raw && raw.shape(false).dimensions().size() == 3 &&
+        static_cast<std::uint64_t>(raw.shape(false).dimensions()[2]) > samples)
+        resize_samples(raw, samples);
+}
+
+} // namespace mox
