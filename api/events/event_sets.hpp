@@ -17,6 +17,7 @@ inline constexpr char subject[] = "Subject";
 inline constexpr char description[] = "Description";
 inline constexpr char type[] = "Type";
 // One element for each time of the set, where occurrences differ from what the set says.
+inline constexpr char occurrence_contexts[] = "OccurrenceContexts";
 inline constexpr char occurrence_labels[] = "OccurrenceLabels";
 inline constexpr char occurrence_subjects[] = "OccurrenceSubjects";
 inline constexpr char occurrence_descriptions[] = "OccurrenceDescriptions";

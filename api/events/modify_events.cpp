@@ -75,6 +75,8 @@ void describe_occurrence(const strata::data_set& set, std::size_t former_count,
     const auto text = [&](const char* name) {
         return read<std::string>(set.retrieve_attribute(name));
     };
+    extend_occurrences(set, attribute::occurrence_contexts, former_count, text(attribute::context),
+                       added.context);
     extend_occurrences(set, attribute::occurrence_labels, former_count, added.label, added.label);
     extend_occurrences(set, attribute::occurrence_subjects, former_count, text(attribute::subject),
                        added.subject);

@@ -138,6 +138,14 @@ std::string as_stored(std::string_view text) {
     return std::string(text);
 }
 
+std::string as_stored_within(std::string_view text, std::size_t most) {
+    auto stored = as_stored(text);
+    if (stored.size() <= most)
+        return stored;
+    auto shorter = as_windows_1252(text);
+    return shorter && shorter->size() <= most ? std::move(*shorter) : stored;
+}
+
 std::optional<std::string> as_windows_1252(std::string_view text) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {

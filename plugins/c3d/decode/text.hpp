@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ namespace c3d {
 /// The bytes that a file has to hold so that as_utf8 gives `text`: the text itself, or, where that
 /// would be read as something else, its Windows-1252 form.
 [[nodiscard]] std::string as_stored(std::string_view text);
+
+/// The same; where these are more than `most` bytes, the Windows-1252 form if that has fewer.
+[[nodiscard]] std::string as_stored_within(std::string_view text, std::size_t most);
 
 /// The Windows-1252 form of a text, if it has one that as_utf8 turns back into the text.
 [[nodiscard]] std::optional<std::string> as_windows_1252(std::string_view text);

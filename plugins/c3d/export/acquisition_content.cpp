@@ -48,6 +48,7 @@ point_source source_of(const strata::data_set& set, std::uint64_t frames) {
     require_samples(set, 3, frames);
     const auto buffer = strata::share_channel(set, 0);
     point_source source{
+        set.name(),
         {sample_source(buffer), sample_source(buffer, frames), sample_source(buffer, 2 * frames)},
         std::nullopt};
     const auto residuals = set.retrieve_attribute("Residuals");

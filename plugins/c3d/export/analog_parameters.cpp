@@ -51,6 +51,14 @@ float told_rate(const analog_rate& rate) {
     return told;
 }
 
+/// Whether the rate of a file without channels gives their ratio. A rate of 0 says that there is
+/// none.
+bool ratio_is_told(double stored, const analog_rate& rate) {
+    return stored == 0.0 || rate.point_rate <= 0.0 ||
+           std::max(1.0, std::round(stored / rate.point_rate)) ==
+               static_cast<double>(rate.samples_per_frame);
+}
+
 /// Codes that mean nothing to a reader stay with their channels.
 void put_gains(parameter_tree& tree, std::span<const analog_column> columns, surplus rule) {
     std::vector<std::int64_t> codes;
@@ -73,7 +81,7 @@ void put_gains(parameter_tree& tree, std::span<const analog_column> columns, sur
     put_words(tree.reach("ANALOG"), "GAIN", codes);
 }
 
-/// Without channels nothing but the lists' entries can be wrong.
+/// Without channels the lists have no entries.
 std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
     auto& group = tree.reach("ANALOG");
     if (rule == surplus::dropped) {
@@ -96,8 +104,11 @@ std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const ana
                rule);
     put_column(tree, {"ANALOG", "DESCRIPTIONS"}, texts(columns, &analog_column::description), 1,
                rule);
-    if (columns.empty())
+    if (columns.empty()) {
+        if (!ratio_is_told(tree.as_table().number("ANALOG", "RATE").value_or(0.0), rate))
+            put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
         return remove_entries(tree, rule);
+    }
     auto sources = put_analog_scaling(tree, columns, rule, notes);
     put_column(tree, {"ANALOG", "UNITS"}, texts(columns, &analog_column::unit), 4, rule,
                single_value::of_all_channels);

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <optional>
 
+#include "plugins/c3d/export/channel_scaling.hpp"
 #include "plugins/c3d/export/put_parameter.hpp"
 #include "plugins/c3d/file/channel_entries.hpp"
 #include "plugins/c3d/import/analog_offsets.hpp"
@@ -14,71 +14,20 @@ namespace c3d {
 
 namespace {
 
-/// What integers of 16 bits hold, with some room.
-constexpr double wanted_range = 32000.0;
-
-bool is_scale(double scale) noexcept { return scale != 0.0 && std::isfinite(scale); }
-
-/// How one channel is going to be stored.
-struct scaling {
-    strata::channel_buffer buffer;
-    float scale = 1.0F;
-    double offset = 0.0;
-
-    [[nodiscard]] std::size_t count() const noexcept {
-        return static_cast<std::size_t>(buffer.count());
+/// What the channels say.
+std::vector<channel_scaling> wanted_scaling(const parameter_table& table,
+                                            std::span<const analog_column> columns) {
+    const channel_entries former(table, "ANALOG", "SCALE", single_value::of_all_channels);
+    std::vector<channel_scaling> channels;
+    for (const auto& column : columns) {
+        const double offset = std::isfinite(column.offset) ? double{column.offset} : 0.0;
+        const bool was_zero = column.column_read && former.number(*column.column_read) == 0.0;
+        channels.push_back({strata::share_channel(column.set, 0), column.scale, offset, was_zero});
     }
-    /// True when the elements are those that were read, with this scale and offset.
-    [[nodiscard]] bool is_as_read(double general) const noexcept {
-        return buffer.stored() == strata::data_type::float32 && buffer.offset() == offset &&
-               buffer.factor() == double{scale} * general;
-    }
-    [[nodiscard]] sample_source source(double general) const {
-        return {buffer, double{scale} * general, offset};
-    }
-    [[nodiscard]] std::vector<float> stored_samples(double general) const {
-        std::vector<float> scratch(count());
-        const auto* samples = source(general).singles(0, count(), scratch.data());
-        if (samples != scratch.data())
-            std::copy_n(samples, count(), scratch.begin());
-        return scratch;
-    }
-};
-
-/// The largest magnitude of the finite values of a channel that was changed.
-double largest_value(const strata::channel_buffer& buffer) {
-    if (strata::element_kind(buffer.stored()) != strata::data_type::float64)
-        return 0.0;
-    const auto* values = reinterpret_cast<const double*>(buffer.data());
-    double largest = 0.0;
-    for (std::uint64_t i = 0; i < buffer.count(); ++i) {
-        const auto magnitude = std::abs(values[i]);
-        largest = magnitude > largest && std::isfinite(magnitude) ? magnitude : largest;
-    }
-    return largest;
+    return channels;
 }
 
-void check_scale(scaling& channel, const std::string& label, double general, warnings& notes) {
-    if (!is_scale(double{channel.scale})) {
-        notes.add("the scale of the analog channel '{}' is {}; it is written as 1", label,
-                  channel.scale);
-        channel.scale = 1.0F;
-    }
-    const auto largest = largest_value(channel.buffer);
-    const auto stored =
-        largest / std::abs(double{channel.scale} * general) + std::abs(channel.offset);
-    if (stored <= double{std::numeric_limits<float>::max()})
-        return;
-    const auto scale = static_cast<float>(largest / wanted_range / general);
-    if (!is_scale(double{scale}))
-        return; // values that no scale brings into range become infinite
-    notes.add("the analog channel '{}' has values up to {}, too large for its scale {}; it is "
-              "written with the scale {}",
-              label, largest, channel.scale, scale);
-    channel.scale = scale;
-}
-
-double general_scale(const parameter_table& table, std::span<const scaling> channels,
+double general_scale(const parameter_table& table, std::span<const channel_scaling> channels,
                      warnings& notes) {
     const auto general = table.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const bool all_as_read =
@@ -98,15 +47,15 @@ std::optional<std::int16_t> as_word(double offset) {
 
 /// The offset that a reader makes of a word. It asks the samples where the word alone does not
 /// tell.
-double offset_of_word(std::int16_t word, const analog_encoding& encoding, const scaling& channel,
-                      double general) {
+double offset_of_word(std::int16_t word, const analog_encoding& encoding,
+                      const channel_scaling& channel, double general) {
     if (word >= 0)
         return word;
     return read_offset(word, encoding, channel.stored_samples(general)).offset;
 }
 
 bool offsets_are_told(const parameter_table& table, const analog_encoding& encoding,
-                      std::span<const scaling> channels, double general, surplus rule) {
+                      std::span<const channel_scaling> channels, double general, surplus rule) {
     const channel_entries entries(table, "ANALOG", "OFFSET", single_value::of_all_channels);
     if (entries.empty() || !may_stay(entries, channels.size(), rule))
         return false;
@@ -120,7 +69,7 @@ bool offsets_are_told(const parameter_table& table, const analog_encoding& encod
     return true;
 }
 
-void put_real_offsets(written_group& group, std::span<const scaling> channels) {
+void put_real_offsets(written_group& group, std::span<const channel_scaling> channels) {
     std::vector<float> offsets;
     for (const auto& channel : channels)
         offsets.push_back(static_cast<float>(channel.offset));
@@ -128,7 +77,7 @@ void put_real_offsets(written_group& group, std::span<const scaling> channels) {
 }
 
 void put_word_offsets(written_group& group, const analog_encoding& encoding,
-                      std::span<scaling> channels, std::span<const analog_column> columns,
+                      std::span<channel_scaling> channels, std::span<const analog_column> columns,
                       double general, warnings& notes) {
     std::vector<std::int64_t> words;
     for (std::size_t i = 0; i < channels.size(); ++i) {
@@ -147,7 +96,7 @@ void put_word_offsets(written_group& group, const analog_encoding& encoding,
     put_words(group, "OFFSET", words);
 }
 
-void put_offsets(parameter_tree& tree, std::span<scaling> channels,
+void put_offsets(parameter_tree& tree, std::span<channel_scaling> channels,
                  std::span<const analog_column> columns, double general, surplus rule,
                  warnings& notes) {
     analog_encoding encoding;
@@ -168,7 +117,7 @@ void put_offsets(parameter_tree& tree, std::span<scaling> channels,
         put_word_offsets(group, encoding, channels, columns, general, notes);
 }
 
-void put_scales(parameter_tree& tree, std::span<const scaling> channels, surplus rule) {
+void put_scales(parameter_tree& tree, std::span<const channel_scaling> channels, surplus rule) {
     std::vector<float> scales;
     for (const auto& channel : channels)
         scales.push_back(channel.scale);
@@ -189,15 +138,11 @@ void put_scales(parameter_tree& tree, std::span<const scaling> channels, surplus
 std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                               std::span<const analog_column> columns, surplus rule,
                                               warnings& notes) {
-    std::vector<scaling> channels;
-    for (const auto& column : columns) {
-        const double offset = std::isfinite(column.offset) ? double{column.offset} : 0.0;
-        channels.push_back({strata::share_channel(column.set, 0), column.scale, offset});
-    }
+    auto channels = wanted_scaling(tree.as_table(), columns);
     const auto general = general_scale(tree.as_table(), channels, notes);
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (!channels[i].is_as_read(general))
-            check_scale(channels[i], columns[i].label, general, notes);
+            make_readable(channels[i], columns[i].label, general, notes);
     }
     put_real(tree.reach("ANALOG"), "GEN_SCALE", static_cast<float>(general));
     put_scales(tree, channels, rule);

@@ -17,11 +17,10 @@ namespace c3d {
 /// value = (stored − OFFSET) × SCALE × GEN_SCALE, with `Scale` and `Offset` of the channel and the
 /// GEN_SCALE of the metadata. Samples that nobody has changed are written as they were read.
 ///
-/// What a reader could not undo is written otherwise, and noted: a `Scale` that is 0 or not finite
-/// as 1 (unless the samples are those read with it), a GEN_SCALE like that as 1 when a channel
-/// needs another, a `Scale` that would make stored values leave the range of reals as a larger one,
-/// and an `Offset` that the words of OFFSET cannot hold as 0. In a list of reals, which files may
-/// have, any offset stays as it is.
+/// What a reader could not undo is written otherwise, and noted: a `Scale` or an `Offset` as
+/// make_readable says, a GEN_SCALE that is 0 or not finite as 1 when a channel needs another, and
+/// an `Offset` that the words of OFFSET cannot hold as 0. In a list of reals, which files may
+/// have, no offset is too large or too fine.
 [[nodiscard]] std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                                             std::span<const analog_column> columns,
                                                             surplus rule, warnings& notes);

@@ -12,6 +12,7 @@
 #include "plugins/c3d/attributes/read_attribute.hpp"
 #include "plugins/c3d/export/event_sets_read.hpp"
 #include "plugins/c3d/export/export_error.hpp"
+#include "plugins/c3d/export/header_block.hpp"
 #include "plugins/c3d/export/put_parameter.hpp"
 #include "plugins/c3d/units/event_grouping.hpp"
 
@@ -183,7 +184,9 @@ std::vector<header_event> put_events(parameter_tree& tree, const strata::data_gr
     const auto sets = format.exists_group("Events")
                           ? read_event_sets(format.retrieve_group("Events"))
                           : std::vector<event_set>{};
-    if (are_equal(sets, former))
+    const auto excess = std::erase_if(
+        header, [](const auto& event) { return !stored_event_label(event.label).has_value(); });
+    if (excess == 0 && are_equal(sets, former))
         return header;
     const auto events = ordered_events(sets, former);
     if (!events.empty() || tree.find("EVENT"))

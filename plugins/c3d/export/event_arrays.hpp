@@ -14,7 +14,8 @@ namespace c3d {
 ///
 /// As long as the file's own parameters and header tell the same events, all of them stay as they
 /// are. Otherwise the lists are made anew: occurrences that the file had keep their order, others
-/// come behind. The header keeps the events that the acquisition still has; it gets no new ones.
+/// come behind. The header keeps the events that the acquisition still has; it gets no new ones,
+/// and none whose label does not fit: EVENT has it.
 [[nodiscard]] std::vector<header_event> put_events(parameter_tree& tree,
                                                    const strata::data_group& format);
 

@@ -53,6 +53,7 @@ event_set read_event_set(const strata::data_set& set) {
     const auto context = text_of(set, "Context");
     const auto description = text_of(set, "Description");
     const auto icon = read_number<std::int32_t>(set.retrieve_attribute("Icons")).value_or(0);
+    const auto contexts = texts_of_occurrences(set, "OccurrenceContexts", count, context);
     const auto labels =
         texts_of_occurrences(set, "OccurrenceLabels", count, label_in_name(set.name(), context));
     const auto subjects =
@@ -66,8 +67,8 @@ event_set read_event_set(const strata::data_set& set) {
 
     event_set result{set.name(), {}};
     for (std::size_t i = 0; i < count; ++i) {
-        result.occurrences.push_back({context, labels[i], subjects[i], std::move(descriptions[i]),
-                                      times[i], icons[i], flags[i]});
+        result.occurrences.push_back({contexts[i], labels[i], subjects[i],
+                                      std::move(descriptions[i]), times[i], icons[i], flags[i]});
     }
     return result;
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "plugins/c3d/encode/encoder.hpp"
+#include "plugins/c3d/export/export_error.hpp"
 
 namespace c3d {
 
@@ -68,7 +69,11 @@ class point_encoder {
     void encode(std::size_t first, std::size_t frames, std::byte* to, std::size_t frame_bytes) {
         for (const auto& point : points_) {
             const auto column = [&](const sample_source& source, std::size_t index) {
-                return source.singles(first, frames, scratch_.data() + index * scratch_frames_);
+                auto* scratch = scratch_.data() + index * scratch_frames_;
+                const auto* singles = source.singles(first, frames, scratch);
+                if (singles == scratch)
+                    require_singles(point, source, first, {singles, frames});
+                return singles;
             };
             const auto& [x, y, z] = point.coordinates;
             const auto* words = point.words ? column(*point.words, 3) : no_words_.data();
@@ -79,6 +84,16 @@ class point_encoder {
     }
 
   private:
+    /// A coordinate must not become invalid because it is too large.
+    static void require_singles(const point_source& point, const sample_source& source,
+                                std::size_t first, std::span<const float> computed) {
+        if (const auto at = source.first_overflow(first, computed)) {
+            throw export_error("the point '{}' has a coordinate in frame {} that is too large for "
+                               "a C3D file, which holds numbers up to 3.4e38",
+                               point.name, first + *at + 1);
+        }
+    }
+
     std::span<const point_source> points_;
     encoder encoder_;
     std::size_t scratch_frames_;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "plugins/c3d/export/output.hpp"
@@ -13,6 +14,7 @@ namespace c3d {
 
 /// The samples of one point: x, y and z, and the fourth words where there are any.
 struct point_source {
+    std::string name; ///< for messages
     std::array<sample_source, 3> coordinates;
     std::optional<sample_source> words;
 };
@@ -32,6 +34,7 @@ struct frame_sources {
 
 /// Writes the frames as reals. They are assembled in blocks that stay in the processor's cache; no
 /// more than one is in memory at a time. The last block of the file is not padded.
+/// Throws export_error for a finite coordinate that no real holds.
 void write_frames(output& target, const frame_sources& sources);
 
 /// Writes rows with a real of each column.

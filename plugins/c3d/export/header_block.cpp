@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "plugins/c3d/attributes/read_attribute.hpp"
+#include "plugins/c3d/decode/text.hpp"
 #include "plugins/c3d/encode/element_bytes.hpp"
 #include "plugins/c3d/export/export_error.hpp"
 
@@ -48,7 +50,8 @@ void write_events(block_writer& writer, const std::vector<header_event>& events)
     for (std::size_t i = 0; i < events.size(); ++i) {
         writer.real(header_place::event_times + 4 * i, events[i].time);
         writer.byte(header_place::event_statuses + i, events[i].status);
-        writer.label(header_place::event_labels + label_width * i, events[i].label);
+        writer.label(header_place::event_labels + label_width * i,
+                     stored_event_label(events[i].label).value_or(""));
     }
 }
 
@@ -72,6 +75,11 @@ header_block header_block_of(const header_content& content, const strata::data_g
     writer.real(header_place::word(11), content.rate);
     write_events(writer, content.events);
     return block;
+}
+
+std::optional<std::string> stored_event_label(const std::string& label) {
+    auto stored = as_stored_within(label, label_width);
+    return stored.size() <= label_width ? std::optional(std::move(stored)) : std::nullopt;
 }
 
 std::uint64_t interpolation_gap_of(const strata::data_group& format) {

@@ -74,6 +74,11 @@ class label_kinds {
 
 void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
     label_kinds labels(points);
+    // What already has the name of its label keeps it.
+    for (const auto& [index, column] : points) {
+        if (!column.label.empty() && column.label == column.set.name())
+            labels.claim(column.label, column.kind);
+    }
     for (auto& [index, column] : points) {
         if (column.label.empty() && column.kind != marker_kind) {
             column.label = column.set.name();

@@ -28,8 +28,8 @@ struct point_column {
 ///
 /// The parameters tell what a point is by its label. Where points of different kinds share one, the
 /// later ones in the order of the dictionaries that scripts see (groups by name, in them the
-/// store's order) get "_2", "_3" and so on; a point without a label that is no marker gets the name
-/// of its set.
+/// store's order; first of all the one whose set has that name) get "_2", "_3" and so on; a point
+/// without a label that is no marker gets the name of its set.
 [[nodiscard]] std::vector<point_column> point_columns(const strata::data_group& data,
                                                       warnings& notes);
 

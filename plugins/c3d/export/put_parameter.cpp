@@ -115,6 +115,7 @@ void put_text(written_group& group, std::string_view name, const std::string& va
     const bool is_list = item.type == element_type::character && item.extents.size() == 2;
     const std::vector<std::int64_t> extents(is_list ? 1 : 0, 1);
     set_texts(item, {group.name, item.name}, std::span(&value, 1), extents, {least_width});
+    remove_parts(group, name, 1);
 }
 
 void put_texts(written_group& group, std::string_view name, std::span<const std::string> texts,

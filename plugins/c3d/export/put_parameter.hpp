@@ -23,7 +23,7 @@ void put_real(written_group& group, std::string_view name, float value,
 /// The number of a block, locked: always a word, so that the parameter's length is known before the
 /// number is.
 void put_block(written_group& group, std::string_view name, std::uint64_t block);
-/// One text without a dimension for entries.
+/// One text, without a dimension for entries unless it had one. A list that went on ends.
 void put_text(written_group& group, std::string_view name, const std::string& value,
               std::size_t least_width, new_lock lock = new_lock::off);
 

@@ -1,6 +1,10 @@
 #include "plugins/c3d/export/sample_source.hpp"
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
+
+#include "plugins/c3d/export/buffer_elements.hpp"
 
 namespace c3d {
 
@@ -8,28 +12,14 @@ namespace {
 
 using strata::data_type;
 
-template <typename Element, typename Compute>
-void compute(const strata::channel_buffer& buffer, std::uint64_t first, std::size_t count,
-             float* to, Compute value) noexcept {
-    const auto* from = reinterpret_cast<const Element*>(buffer.data()) + first;
-    for (std::size_t i = 0; i < count; ++i)
-        to[i] = static_cast<float>(value(static_cast<double>(from[i])));
-}
-
-/// Calls compute for the type of the elements: those that channels are held in.
 template <typename Compute>
 void compute(const strata::channel_buffer& buffer, std::uint64_t first, std::size_t count,
              float* to, Compute value) noexcept {
-    switch (strata::element_kind(buffer.stored())) {
-    case data_type::float64:
-        return compute<double>(buffer, first, count, to, value);
-    case data_type::float32:
-        return compute<float>(buffer, first, count, to, value);
-    case data_type::int16:
-        return compute<std::int16_t>(buffer, first, count, to, value);
-    default:
-        return compute<std::int8_t>(buffer, first, 0, to, value);
-    }
+    with_elements(buffer, [&](const auto* elements) {
+        const auto* from = elements + first;
+        for (std::size_t i = 0; i < count; ++i)
+            to[i] = static_cast<float>(value(static_cast<double>(from[i])));
+    });
 }
 
 } // namespace
@@ -62,6 +52,24 @@ const float* sample_source::singles(std::size_t index, std::size_t count,
                 [=](double element) { return (element - offset) * factor / divisor + shift; });
     }
     return scratch;
+}
+
+std::optional<std::size_t>
+sample_source::first_overflow(std::size_t index, std::span<const float> computed) const noexcept {
+    bool any = false; // without a way out of the loop, so that it takes several at once
+    for (auto single : computed)
+        any |= std::abs(single) == std::numeric_limits<float>::infinity();
+    std::optional<std::size_t> found;
+    if (!any)
+        return found;
+    with_elements(buffer_, [&](const auto* elements) {
+        for (std::size_t i = 0; i < computed.size() && !found; ++i) {
+            if (std::isinf(computed[i]) &&
+                std::isfinite(static_cast<double>(elements[first_ + index + i])))
+                found = i;
+        }
+    });
+    return found;
 }
 
 } // namespace c3d

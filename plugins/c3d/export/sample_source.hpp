@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
 
 #include <strata/plugin/channel_buffer.hpp>
 
@@ -25,6 +27,11 @@ class sample_source {
     /// computed ones, for which `scratch` has room.
     [[nodiscard]] const float* singles(std::size_t index, std::size_t count,
                                        float* scratch) const noexcept;
+
+    /// The first of `computed`, the singles from `index` on, that is infinite although the value is
+    /// not; none when there is no such.
+    [[nodiscard]] std::optional<std::size_t>
+    first_overflow(std::size_t index, std::span<const float> computed) const noexcept;
 
   private:
     strata::channel_buffer buffer_; // keeps the elements alive

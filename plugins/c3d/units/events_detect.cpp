@@ -78,6 +78,8 @@ void create_event_set(strata::data_group& events, const event_set& content) {
     write_text(set, "Subject", first.subject);
     write_text(set, "Description", first.description);
     write_text(set, "Type", type_of(first));
+    write_texts(set, "OccurrenceContexts",
+                column<std::string>(content, &event_occurrence::context));
     write_texts(set, "OccurrenceLabels", column<std::string>(content, &event_occurrence::label));
     write_texts(set, "OccurrenceSubjects",
                 column<std::string>(content, &event_occurrence::subject));

@@ -20,9 +20,9 @@ namespace c3d {
 /// (`float32`, seconds) keep the order of the file.
 ///
 /// Attributes of a set: `Context`, `Icons` ({1}), `Subject`, `Description`, `Type`, taken from its
-/// first occurrence; and, with an element for each occurrence, `OccurrenceLabels`,
-/// `OccurrenceSubjects`, `OccurrenceDescriptions` (string), `OccurrenceIcons`, `OccurrenceFlags`
-/// (int32).
+/// first occurrence; and, with an element for each occurrence, `OccurrenceContexts`,
+/// `OccurrenceLabels`, `OccurrenceSubjects`, `OccurrenceDescriptions` (string), `OccurrenceIcons`,
+/// `OccurrenceFlags` (int32).
 class events_detect final : public strata::callable_unit {
   public:
     static constexpr const char* id = "org.c3d.events-detect";

@@ -79,6 +79,7 @@ TEST(EventsDetect, SetsAreDescribedByTheirFirstEvent) {
 TEST(EventsDetect, EveryOccurrenceKeepsWhatIsItsOwn) {
     const auto found = detect(write_three_events);
     constexpr auto set = "Format/Events/LeftFoot Strike";
+    EXPECT_THAT(found.texts(set, "OccurrenceContexts"), ElementsAre("Left", "Left"));
     EXPECT_THAT(found.texts(set, "OccurrenceLabels"), ElementsAre("Foot Strike", "Foot Strike"));
     EXPECT_THAT(found.texts(set, "OccurrenceSubjects"), ElementsAre("Ann", "Bob"));
     EXPECT_THAT(found.texts(set, "OccurrenceDescriptions"), ElementsAre("first", "third"));

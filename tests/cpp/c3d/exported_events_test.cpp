@@ -56,6 +56,26 @@ TEST(ExportedEvents, AppendedOnesComeBehindInTheFilesOrder) {
     EXPECT_THAT(again.numbers("Format/Events/LeftFoot Strike", "Icons"), ElementsAre(0));
 }
 
+TEST(ExportedEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
+    trial file;
+    file.header_words = {{151, 1}, {153, 0}, {154, 0x3F80}, {199, 0x4852}, {200, 0x2053}};
+    const auto found = opened(file.bytes());
+    auto label =
+        found.store.root().retrieve_group("Format/Header").retrieve_attribute("EventLabels");
+    label.write("Stride");
+    auto events = events_of(found);
+    events.delete_set("RHS");
+    const strata::data_shape shape({1}, false);
+    auto set = events.create_set("Stride", shape, strata::data_type::float32);
+    const float time = 1.0F;
+    ASSERT_TRUE(set.select(shape, false).write_value(&time, strata::data_type::float32));
+    c3d::write_text(set, "OccurrenceLabels", "Stride");
+    const auto again = opened(write(found.store).bytes);
+    EXPECT_THAT(again.texts("Format/Header", "EventLabels"), IsEmpty());
+    EXPECT_THAT(again.texts(parameters, "LABELS"), ElementsAre("Stride"));
+    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1));
+}
+
 TEST(ExportedEvents, NewAcquisitionsGetTheWholeGroup) {
     new_acquisition made(1, 50.0);
     made.add_event("Left", "Foot Strike", {0.1F, -70.5F});

@@ -163,6 +163,7 @@ def test_each_occurrence_keeps_what_the_set_cannot_hold(acquisition: Any) -> Non
     kept = {name.removeprefix("Occurrence"): list(attributes[name][2])
             for name in attributes if name.startswith("Occurrence")}  # fmt: skip
     assert kept == {
+        "Contexts": ["Left", "Left"],
         "Labels": ["Foot_Off", "FootOff"], "Subjects": ["Ann", "Bob"],
         "Descriptions": ["first", "second"], "Icons": [2, 0], "Flags": [0, 0],
     }  # fmt: skip

@@ -208,6 +208,7 @@ def test_what_a_set_cannot_hold_is_kept_for_each_occurrence(tmp_path: Path) -> N
         Event("Left", "Foot Strike", 1.0), Event("Left", "Foot_Strike", 2.0, "Ann", "two", 2, 4),
     )["LeftFootStrike"]  # fmt: skip
     attributes = attributes_of(content)
+    assert attributes["OccurrenceContexts"] == (Type.STRING, [2], ["Left", "Left"])
     assert attributes["OccurrenceLabels"] == (Type.STRING, [2], ["Foot_Strike", "Foot_Strike"])
     assert attributes["OccurrenceSubjects"] == (Type.STRING, [2], ["Bob", "Ann"])
     assert attributes["OccurrenceDescriptions"] == (Type.STRING, [2], ["one", "two"])

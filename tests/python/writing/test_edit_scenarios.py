@@ -10,9 +10,11 @@ import numpy as np
 import pytest
 from editing.agreement import assert_agreement
 from editing.trials import RICH
+from support.c3d_bytes import Analog, c3d_bytes
 from support.stored_file import StoredFile
 from writing.edits import EDITS, call
 from writing.same_readings import reading_differences, readings
+from writing.test_new_acquisitions import new
 from writing.trials import rich_file
 from writing.written import source_in, write
 
@@ -135,6 +137,52 @@ def test_a_renamed_point_is_listed_by_its_new_name(trial: Any, tmp_path: Path):
     file = stored(trial, tmp_path)
     assert sorted(file.texts("POINT:FORCES")) == ["Left", "RGRF"]
     assert "LGRF" not in file.texts("POINT:LABELS")
+
+
+def test_one_unit_for_all_ends_a_list_of_units_that_went_on(tmp_path: Path):
+    points = {f"P{number}": np.ones((2, 3)) for number in range(300)}
+    content = c3d_bytes(points, parameters={"POINT:UNITS": ["mm"] * 300})
+    (tmp_path / "trial.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "trial.c3d"))
+    _moxPY.moxSetPointsUnit(acquisition, "marker", "m")
+    file = stored(acquisition, tmp_path)
+    assert file.texts("POINT:UNITS") == ["m"]
+    assert "POINT:UNITS2" not in file.parameters
+
+
+def test_a_ratio_without_channels_is_kept(tmp_path: Path):
+    content = c3d_bytes({"A": np.ones((40, 3))}, analogs=[Analog("C", np.arange(80))])
+    (tmp_path / "trial.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "trial.c3d"))
+    _moxPY.moxClearAnalogs(acquisition)
+    _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, 5)
+    file = stored(acquisition, tmp_path)
+    assert file.scalar("ANALOG:RATE") == 500.0
+    again = _moxPY.moxReadAcquisition(str(tmp_path / "written.c3d"))
+    assert stored(again, tmp_path).content == file.content
+
+
+def test_a_point_of_another_kind_gets_the_label_of_its_set(tmp_path: Path):
+    points = [("A", np.ones((4, 3))), ("A", 2 * np.ones((4, 3)))]
+    content = c3d_bytes(points, parameters={"POINT:ANGLES": ["A"]})
+    (tmp_path / "trial.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "trial.c3d"))
+    _moxPY.moxSetPointType(acquisition, 0, "force")
+    before = _moxPY.moxGetPoints(acquisition)[0]
+    after = _moxPY.moxGetPoints(reread(acquisition, tmp_path))[0]
+    assert sorted(before) == sorted(after) == ["A", "A_2"]
+    assert all((before[name] == after[name]).all() for name in before)
+
+
+def test_events_of_one_name_keep_their_contexts(tmp_path: Path):
+    acquisition = new(1, 200)
+    _moxPY.moxAppendEvent(acquisition, "LeftFoot Strike", 0.5, "")
+    _moxPY.moxAppendEvent(acquisition, "Foot Strike", 0.8, "Left")
+    file = stored(acquisition, tmp_path)
+    assert file.texts("EVENT:CONTEXTS") == ["", "Left"]
+    assert file.texts("EVENT:LABELS") == ["LeftFoot Strike", "Foot Strike"]
+    again = _moxPY.moxReadAcquisition(str(tmp_path / "written.c3d"))
+    assert stored(again, tmp_path).content == file.content
 
 
 def test_residuals_of_values_that_were_set_are_not_those_of_others(

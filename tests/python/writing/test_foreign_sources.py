@@ -115,6 +115,12 @@ def test_header_events_stay(tmp_path: Path):
     assert file.content[396:404] == b"LHS RTO2"
 
 
+def test_labels_of_header_events_keep_every_letter(tmp_path: Path):
+    events = [HeaderEvent(b"RF\xf6T", 0.25), HeaderEvent(b"\xe9\xe9\xe9\xe9", 0.5)]
+    file = rewritten(tmp_path, {"A": TRACK}, header_events=events)
+    assert file.content[396:404] == b"RF\xf6T\xe9\xe9\xe9\xe9"
+
+
 def test_header_events_are_not_doubled_in_the_group(tmp_path: Path):
     file = rewritten(tmp_path, {"A": TRACK}, header_events=[HeaderEvent("LHS1", 0.25)])
     assert file.count("EVENT:USED") == 0

@@ -52,6 +52,14 @@ def with_much_text() -> Any:
     return with_entries(*entries, values=["x" * 250] * 200, kind="Char")
 
 
+def with_coordinate(value: float) -> Any:
+    acquisition = new(0, 300)
+    positions = np.full((300, 3), np.inf)
+    positions[299, 1] = value
+    _moxPY.moxAppendPoint(acquisition, "marker", "LASI", positions)
+    return acquisition
+
+
 LIMITS: dict[str, tuple[Callable[[], Any], str]] = {
     "label": (
         lambda: with_point("x" * 256),
@@ -72,6 +80,11 @@ LIMITS: dict[str, tuple[Callable[[], Any], str]] = {
         lambda: with_event("x" * 256),
         "the parameter EVENT:LABELS has a text of 256 bytes; a C3D file holds 255:"
         f" '{'x' * 256}'",
+    ),
+    "coordinate": (
+        lambda: with_coordinate(-4e38),
+        "the point 'LASI' has a coordinate in frame 300 that is too large for a C3D file, which"
+        " holds numbers up to 3.4e38",
     ),
     "gap": (
         lambda: with_gap(65536),
