@@ -85,6 +85,15 @@ section_mark mark_of(const strata::data_group& format) {
     return {static_cast<unsigned>(head[0]), static_cast<unsigned>(head[1])};
 }
 
+/// Without samples only labels that take bytes make a reader believe in channels.
+void require_label_bytes(written_group& group) {
+    const auto* labels = group.find("LABELS");
+    if (labels && labels->extents.size() == 2 && labels->extents.front() == 0) {
+        const std::vector<std::string> empty(labels->extents.back());
+        put_texts(group, "LABELS", empty, 1);
+    }
+}
+
 float stored_rate(double rate) {
     const auto stored = static_cast<float>(rate);
     if (!std::isfinite(stored) || (stored == 0.0F && rate != 0.0))
@@ -100,7 +109,7 @@ class content_builder {
           is_read_(format_.exists_group("Header/Groups")) {}
 
     acquisition_content build() && {
-        content_.parameters = kept_parameters(format_);
+        content_.parameters = kept_parameters(format_, notes_);
         content_.mark = mark_of(format_);
         content_.header.range = frame_range_of(time_base_);
         content_.header.interpolation_gap = interpolation_gap_of(format_);
@@ -141,6 +150,8 @@ class content_builder {
         put_block(group, "DATA_START", 0);
         put_frame_range(tree, header.range, format_);
         put_points(tree, points, labels_read(data_, "Points"), notes_);
+        if (frames.frames == 0)
+            require_label_bytes(tree.reach("POINT"));
     }
 
     void add_analogs() {
@@ -165,6 +176,8 @@ class content_builder {
         const auto told = content_.parameters.as_table().number("ANALOG", "RATE");
         if (columns.empty() && frames.samples_per_frame == 1 && told == 0.0)
             content_.header.samples_per_frame = 0;
+        if (frames.frames == 0)
+            require_label_bytes(content_.parameters.reach("ANALOG"));
         put_platform_channels(content_.parameters, root_, columns);
     }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -21,14 +22,32 @@ namespace {
 
 constexpr std::array<const char*, 3> first_groups = {"POINT", "ANALOG", "FORCE_PLATFORM"};
 
+constexpr std::string_view device_mark = "DeviceType"; // what kind of device metadata are of
+
+/// What follows from points and channels, whatever a script has said of it.
+constexpr std::array<std::string_view, 7> derived_of_points = {
+    "USED", "SCALE", "RATE", "DATA_START", "FRAMES", "LABELS", "DESCRIPTIONS"};
+constexpr std::array<std::string_view, 8> derived_of_channels = {
+    "USED", "LABELS", "DESCRIPTIONS", "SCALE", "OFFSET", "UNITS", "GAIN", "RATE"};
+
+bool is_derived(std::string_view group, std::string_view name) {
+    const auto base = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    const auto has = [&](const auto& names) {
+        return std::any_of(names.begin(), names.end(),
+                           [&](auto other) { return same_name(other, base); });
+    };
+    return (same_name(group, "POINT") && has(derived_of_points)) ||
+           (same_name(group, "ANALOG") && has(derived_of_channels));
+}
+
+std::string stored_name(const std::string& text) {
+    constexpr std::size_t longest = 127;
+    return as_stored_within(text, longest);
+}
+
 std::string stored_description(const std::string& text) {
     constexpr std::size_t longest = 255;
-    auto stored = as_stored(text);
-    if (stored.size() > longest) {
-        if (auto shorter = as_windows_1252(text))
-            stored = std::move(*shorter);
-    }
-    return stored;
+    return as_stored_within(text, longest);
 }
 
 /// Names that a reader takes for one, whatever their case.
@@ -53,8 +72,8 @@ class names_taken {
 
 class tree_builder {
   public:
-    explicit tree_builder(const strata::data_group& metadata, records_read records)
-        : metadata_(metadata), records_(std::move(records)) {}
+    tree_builder(const strata::data_group& metadata, records_read records, warnings& notes)
+        : metadata_(metadata), records_(std::move(records)), notes_(notes) {}
 
     parameter_tree build() && {
         std::set<std::string> done;
@@ -78,7 +97,7 @@ class tree_builder {
     void add_group(const group_record_read& record) {
         groups_taken_.take(record.name);
         written_group made;
-        made.name = as_stored(record.name);
+        made.name = stored_name(record.name);
         made.description = stored_description(record.description);
         made.id = record.id;
         made.locked = record.locked;
@@ -109,12 +128,22 @@ class tree_builder {
         }
     }
 
-    static void add_parameter(written_group& group, names_taken& taken,
-                              const parameter_record_read& record,
-                              const strata::data_group& source) {
+    void add_parameter(written_group& group, names_taken& taken,
+                       const parameter_record_read& record, const strata::data_group& source) {
         taken.take(record.name);
+        try {
+            keep_parameter(group, record, source);
+        } catch (const export_error& error) {
+            if (!is_derived(group.name, record.name))
+                throw;
+            notes_.add("{}; it is made anew", error.what());
+        }
+    }
+
+    static void keep_parameter(written_group& group, const parameter_record_read& record,
+                               const strata::data_group& source) {
         auto item = stored_attribute(source.retrieve_attribute(record.stored), group.name, record);
-        item.name = as_stored(record.name);
+        item.name = stored_name(record.name);
         item.description = stored_description(record.description);
         item.locked = record.locked;
         group.parameters.push_back(std::move(item));
@@ -122,16 +151,21 @@ class tree_builder {
 
     const strata::data_group& metadata_;
     records_read records_;
+    warnings& notes_;
     parameter_tree tree_;
     names_taken groups_taken_{"metadata groups"};
 };
 
 } // namespace
 
-parameter_tree kept_parameters(const strata::data_group& format) {
+parameter_tree kept_parameters(const strata::data_group& format, warnings& notes) {
     const auto metadata = format.exists_group("Metadata") ? format.retrieve_group("Metadata")
                                                           : strata::data_store().root();
-    return tree_builder(metadata, read_parameter_records(format)).build();
+    for (const auto& name : metadata.list_attributes_name()) {
+        if (name != device_mark)
+            notes.add("the metadata '{}' are in no group; a C3D file has no place for them", name);
+    }
+    return tree_builder(metadata, read_parameter_records(format), notes).build();
 }
 
 } // namespace c3d

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "plugins/c3d/attributes/read_attribute.hpp"
+#include "plugins/c3d/decode/text.hpp"
 #include "plugins/c3d/export/export_error.hpp"
 #include "plugins/c3d/export/parameter_values.hpp"
 
@@ -31,10 +32,13 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
     const bool was_text = record.type == static_cast<int>(element_type::character);
     const bool single = extents.empty();
     written_parameter item;
-    if (was_text && record.width < 0 && single && texts.front().size() <= 1) {
-        item.type = element_type::character;
-        append_text(item.data, texts.front().empty() ? " " : texts.front());
-        return item;
+    if (was_text && record.width < 0 && single) {
+        const auto character = as_stored_within(texts.front(), 1);
+        if (character.size() <= 1) {
+            item.type = element_type::character;
+            append_text(item.data, character.empty() ? " " : character);
+            return item;
+        }
     }
     const bool has_width = was_text && record.width >= 0;
     const auto width =

@@ -8,7 +8,17 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from support.c3d_bytes import Analog, Group, HeaderEvent, byte, c3d_bytes, integer, real, text
+from support.c3d_bytes import (
+    Analog,
+    Group,
+    HeaderEvent,
+    Parameter,
+    byte,
+    c3d_bytes,
+    integer,
+    real,
+    text,
+)
 from support.stored_file import StoredFile
 from writing.parameter_comparison import parameter_differences
 from writing.store_comparison import store_differences
@@ -39,6 +49,43 @@ def test_windows_texts_come_back(tmp_path: Path):
     assert file.texts("POINT:LABELS") == ["Müller"]
     assert file.texts("POINT:DESCRIPTIONS") == ["Fuß"]
     assert file.texts("MINE:TEXTS") == ["é", "abc"]
+
+
+def test_windows_names_and_texts_of_full_length_come_back(tmp_path: Path):
+    name, texts = b"\xe9" * 127, [b"\xe9" * 200, b"abc"]
+    group = Group(name, 40, [integer(b"\xfc" * 127, [1]), text("TEXTS", texts)])
+    file = rewritten(tmp_path, {"A": TRACK}, groups=[group])
+    assert name in file.content
+    assert texts[0] in file.content
+
+
+def test_a_single_windows_character_stays_one(tmp_path: Path):
+    letter = Parameter("LETTER", -1, (), b"\xe9")
+    file = rewritten(tmp_path, {"A": TRACK}, parameters={"MINE:LETTER": letter})
+    assert file.parameters["MINE:LETTER"].dims == ()
+
+
+def test_long_windows_texts_stay_when_another_one_changes(tmp_path: Path):
+    points = {b"\xe9" * 200: TRACK, "A": TRACK}
+    content = c3d_bytes(points, point_descriptions=["a", "b"])
+    (tmp_path / "source.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "source.c3d"))
+    _moxPY.moxSetPointLabel(acquisition, "A", "Ü")
+    file = StoredFile(write(acquisition, tmp_path / "written.c3d", content))
+    assert file.texts("POINT:LABELS") == ["é" * 200, "Ü"]
+
+
+def test_channels_without_labels_and_frames_stay(tmp_path: Path):
+    analogs = [Analog("", np.arange(4)), Analog("", np.arange(4))]
+    content = c3d_bytes({"": TRACK}, analogs=analogs)
+    (tmp_path / "source.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "source.c3d"))
+    _moxPY.moxSetFrameNumber(acquisition, 0)
+    file = StoredFile(write(acquisition, tmp_path / "written.c3d", content))
+    assert file.parameters["POINT:LABELS"].dims == (1, 1)
+    assert file.parameters["ANALOG:LABELS"].dims == (1, 2)
+    again = _moxPY.moxReadAcquisition(str(tmp_path / "written.c3d"))
+    assert _moxPY.moxGetAnalogNumber(again) == 2.0
 
 
 def test_equal_and_empty_labels_stay(tmp_path: Path):

@@ -67,9 +67,9 @@ LIMITS: dict[str, tuple[Callable[[], Any], str]] = {
         f" '{'x' * 256}'",
     ),
     "bytes of a label": (
-        lambda: with_point("ü" * 128),
+        lambda: with_point("ą" * 128),
         "the parameter POINT:LABELS has a text of 256 bytes; a C3D file holds 255:"
-        f" '{'ü' * 128}'",
+        f" '{'ą' * 128}'",
     ),
     "description": (
         lambda: with_channel("x" * 300),

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
@@ -93,6 +94,25 @@ def test_what_follows_from_the_samples_cannot_be_contradicted(trial: Any, tmp_pa
         _moxPY.moxAppendMetaData(trial, "POINT", entry, info)
     file = stored(trial, tmp_path)
     assert [file.scalar(f"POINT:{entry}") for entry in ("USED", "FRAMES", "RATE")] == [8, 4, 100]
+
+
+@pytest.mark.parametrize(
+    "entry", ["POINT:LABELS", "POINT:DESCRIPTIONS", "ANALOG:LABELS", "ANALOG:UNITS"]
+)
+def test_what_follows_from_the_samples_may_be_too_large(trial: Any, tmp_path: Path, entry: str):
+    expected = stored(trial, tmp_path).texts(entry)
+    info = {"format": "Char", "values": ["x" * 300, "y"]}
+    _moxPY.moxAppendMetaData(trial, *entry.split(":"), info)
+    assert stored(trial, tmp_path).texts(entry) == expected
+
+
+def test_what_is_in_no_group_is_logged(
+    trial: Any, tmp_path: Path, new_log_lines: Callable[[], list[str]]
+):
+    _moxPY.moxAppendMetaData(trial, "", "VERSION", {"format": "Integer", "values": 3})
+    stored(trial, tmp_path)
+    text = "the metadata 'VERSION' are in no group; a C3D file has no place for them"
+    assert [line for line in new_log_lines() if text in line] != []
 
 
 def test_the_mark_of_the_metadata_is_no_parameter(trial: Any, tmp_path: Path):
