@@ -124,7 +124,7 @@ class tree_builder {
         }
         for (const auto& name : source.list_attributes_name()) {
             if (!done.contains(name))
-                add_parameter(group, taken, {stored, name, name, 0, 0, false, {}}, source);
+                add_parameter(group, taken, {stored, name, name, 0, 0, false, false, {}}, source);
         }
     }
 

@@ -54,6 +54,7 @@ std::vector<parameter_record_read> read_parameters(const strata::data_group& gro
     const auto stored = all.texts("Stored", count);
     const auto types = all.numbers("Type", count);
     const auto widths = all.numbers("Width", count);
+    const auto encodings = all.numbers("Encoding", count);
     const auto locks = all.numbers("Locked", count);
     const auto descriptions = all.texts("Description", count);
     std::vector<parameter_record_read> records;
@@ -62,7 +63,7 @@ std::vector<parameter_record_read> read_parameters(const strata::data_group& gro
         if (owners[i] < 0 || owner >= groups.size())
             continue;
         records.push_back({groups[owner].stored, names[i].empty() ? stored[i] : names[i], stored[i],
-                           types[i], widths[i], locks[i] != 0, descriptions[i]});
+                           types[i], widths[i], encodings[i] != 0, locks[i] != 0, descriptions[i]});
     }
     return records;
 }

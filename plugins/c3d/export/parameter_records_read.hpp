@@ -24,6 +24,7 @@ struct parameter_record_read {
     std::string stored; ///< name of the attribute
     int type = 0;       ///< code of the element type
     int width = 0;      ///< of a text; −1 without dimensions
+    bool was_windows_1252 = false;
     bool locked = false;
     std::string description;
 };

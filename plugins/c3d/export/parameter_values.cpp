@@ -38,7 +38,7 @@ std::vector<std::string> stored_texts(parameter_place place, std::span<const std
     stored.reserve(texts.size());
     for (const auto& text : texts)
         stored.push_back(as_stored_within(text, longest_text));
-    if (longest_of(stored) > width.least && width.was_read) {
+    if (longest_of(stored) > width.least && width.was_windows_1252) {
         auto as_read = shortened(stored, texts, width.least);
         if (longest_of(as_read) <= width.least)
             return as_read;

@@ -25,9 +25,9 @@ struct parameter_place {
 /// How wide texts are at least.
 struct text_width {
     std::size_t least = 1;
-    /// The texts were read with this width. As UTF-8 they may have become longer than they were; if
-    /// they fit as they were, they are written so.
-    bool was_read = false;
+    /// The texts were Windows-1252 of this width. As UTF-8 they may have become longer than they
+    /// were; if they fit as they were, they are written so.
+    bool was_windows_1252 = false;
 };
 
 /// Makes `item` hold texts, `extents` of them, padded with blanks to the longest one. Throws

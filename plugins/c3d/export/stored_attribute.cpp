@@ -42,7 +42,8 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
     }
     const bool has_width = was_text && record.width >= 0;
     const auto width =
-        has_width ? text_width{static_cast<std::size_t>(record.width), true} : text_width{};
+        has_width ? text_width{static_cast<std::size_t>(record.width), record.was_windows_1252}
+                  : text_width{};
     set_texts(item, place, texts, extents, width);
     return item;
 }

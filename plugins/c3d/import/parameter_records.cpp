@@ -19,6 +19,18 @@ std::int16_t width_of(const parameter& item) {
                                         : static_cast<std::int16_t>(item.text_width());
 }
 
+/// 1 where a text is not UTF-8 in the file.
+std::int16_t encoding_of(const parameter& item) {
+    if (item.type != element_type::character || item.data.empty())
+        return 0;
+    for (std::uint64_t i = 0; i < item.text_count(); ++i) {
+        const auto text = item.text(i);
+        if (as_utf8(text) != text)
+            return 1;
+    }
+    return 0;
+}
+
 void create_groups(strata::data_group& header, const parameter_table& table,
                    const metadata_names& names) {
     std::vector<std::string> spelled;
@@ -56,6 +68,7 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
     std::vector<std::int16_t> groups;
     std::vector<std::int16_t> types;
     std::vector<std::int16_t> widths;
+    std::vector<std::int16_t> encodings;
     std::vector<std::int16_t> locks;
     const auto owners = owners_of(table);
     for (std::size_t i = 0; i < owners.size(); ++i) {
@@ -68,6 +81,7 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
         groups.push_back(static_cast<std::int16_t>(owners[i]));
         types.push_back(static_cast<std::int16_t>(item.type));
         widths.push_back(width_of(item));
+        encodings.push_back(encoding_of(item));
         locks.push_back(item.locked ? 1 : 0);
     }
     auto records = header.create_group("Parameters");
@@ -76,6 +90,7 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
     write_texts(records, "Stored", stored);
     write_numbers(records, "Type", types);
     write_numbers(records, "Width", widths);
+    write_numbers(records, "Encoding", encodings);
     write_numbers(records, "Locked", locks);
     write_texts(records, "Description", descriptions);
 }

@@ -24,6 +24,7 @@ namespace c3d {
 /// |              | `Type`        | int16  | −1 characters, 1 bytes, 2 integers, 4 reals    |
 /// |              | `Width`       | int16  | characters of a text; 0 for numbers, −1 for a  |
 /// |              |               |        | text without dimensions                        |
+/// |              | `Encoding`    | int16  | 0 UTF-8, 1 where a text is Windows-1252        |
 /// |              | `Locked`      | int16  | 0 or 1                                         |
 /// |              | `Description` | string |                                                |
 ///

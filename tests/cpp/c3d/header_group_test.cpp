@@ -95,6 +95,7 @@ TEST(HeaderGroup, RecordsOfParametersAreKept) {
     EXPECT_THAT(found.texts(parameters, "Stored"), ElementsAre("LABELS", "B", "C", "D"));
     EXPECT_THAT(found.numbers(parameters, "Type"), ElementsAre(-1, 1, 4, -1));
     EXPECT_THAT(found.numbers(parameters, "Width"), ElementsAre(12, 0, 0, -1));
+    EXPECT_THAT(found.numbers(parameters, "Encoding"), ElementsAre(0, 0, 0, 0));
     EXPECT_THAT(found.numbers(parameters, "Locked"), ElementsAre(1, 0, 0, 0));
     EXPECT_THAT(found.texts(parameters, "Description"), ElementsAre("", "", "ratio", ""));
 }

@@ -36,7 +36,9 @@ def rewritten(folder: Path, points: Any = (), **options: Any) -> StoredFile:
     before = _moxPY.moxReadAcquisition(str(folder / "source.c3d"))
     after = _moxPY.moxReadAcquisition(str(folder / "written.c3d"))
     rounded = options.get("storage") == "integer"
-    assert store_differences(before, after, as_singles=rounded) == []
+    # Windows-1252 becomes UTF-8 where its list is wide enough.
+    ignored = ["Format/Header/Parameters@Encoding"]
+    assert store_differences(before, after, ignored, as_singles=rounded) == []
     assert parameter_differences(content, written) == []
     return StoredFile(written)
 

@@ -10,6 +10,7 @@ import _moxPY
 import numpy as np
 import pytest
 from editing.trials import ENTRIES, RICH
+from support.c3d_bytes import c3d_bytes
 from support.stored_file import StoredFile
 from writing.same_readings import same_values
 from writing.trials import rich_file
@@ -94,6 +95,16 @@ def test_what_follows_from_the_samples_cannot_be_contradicted(trial: Any, tmp_pa
         _moxPY.moxAppendMetaData(trial, "POINT", entry, info)
     file = stored(trial, tmp_path)
     assert [file.scalar(f"POINT:{entry}") for entry in ("USED", "FRAMES", "RATE")] == [8, 4, 100]
+
+
+def test_new_letters_in_an_ascii_list_are_utf_8(tmp_path: Path):
+    content = c3d_bytes({"A": np.ones((2, 3))}, parameters={"MINE:SIDES": ["hip", "toe"]})
+    (tmp_path / "trial.c3d").write_bytes(content)
+    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "trial.c3d"))
+    info = {"format": "Char", "values": ["hüf", "toe"]}
+    _moxPY.moxAppendMetaData(acquisition, "MINE", "SIDES", info)
+    file = stored(acquisition, tmp_path)
+    assert file.rows("MINE:SIDES") == ["hüf".encode(), b"toe "]
 
 
 @pytest.mark.parametrize(
