@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "acquisition/layout.hpp"
@@ -35,22 +34,6 @@ std::vector<platform_state> platforms_of(const acquisition_layout::force_platfor
     return platforms;
 }
 
-/// Sets of the analog channels in the order that they are exported in.
-std::vector<strata::data_set> in_export_order(const strata::data_group& analogs,
-                                              const std::vector<strata::data_set>& columns) {
-    std::vector<strata::data_set> ordered;
-    std::unordered_set<std::string> taken;
-    for (const auto& set : columns) {
-        if (set && taken.insert(set.name()).second)
-            ordered.push_back(set);
-    }
-    for (auto& set : acquisition_layout::sets_by_index(analogs)) {
-        if (!taken.contains(set.name()))
-            ordered.push_back(std::move(set));
-    }
-    return ordered;
-}
-
 std::unordered_map<std::string, std::int32_t>
 platform_by_set(const std::vector<platform_state>& platforms) {
     std::unordered_map<std::string, std::int32_t> users;
@@ -63,12 +46,19 @@ platform_by_set(const std::vector<platform_state>& platforms) {
     return users;
 }
 
+void forget_platform(strata::data_set set) {
+    if (set.exists_attribute(attribute::devices_index))
+        set.delete_attribute(attribute::devices_index);
+}
+
 void number_channels(const strata::data_group& analogs,
                      const std::vector<strata::data_set>& columns,
                      const std::vector<platform_state>& platforms) {
     const auto users = platform_by_set(platforms);
     std::int32_t index = 0;
-    for (auto set : in_export_order(analogs, columns)) {
+    for (const auto& set : columns) { // of all channels: those without a column are behind
+        if (!set)
+            continue;
         write_or_create(set, attribute::relative_set_index, index++);
         if (!set.exists_attribute(attribute::sample_rate)) {
             write_or_create(set, attribute::sample_rate,
@@ -76,8 +66,8 @@ void number_channels(const strata::data_group& analogs,
         }
         if (const auto user = users.find(set.name()); user != users.end())
             write_or_create(set, attribute::devices_index, user->second);
-        else if (set.exists_attribute(attribute::devices_index))
-            set.delete_attribute(attribute::devices_index);
+        else
+            forget_platform(set);
     }
 }
 
@@ -88,10 +78,8 @@ void forget_platforms(strata::data_group root) {
     root.delete_group(layout::force_plates);
     if (!root.exists_group(layout::analogs_export))
         return;
-    for (auto set : sets_of(root.retrieve_group(layout::analogs_export))) {
-        if (set.exists_attribute(attribute::devices_index))
-            set.delete_attribute(attribute::devices_index);
-    }
+    for (const auto& set : sets_of(root.retrieve_group(layout::analogs_export)))
+        forget_platform(set);
 }
 
 } // namespace

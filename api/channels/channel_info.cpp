@@ -3,11 +3,11 @@
 #include "api/channels/channel_info.hpp"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include <fmt/format.h>
 
 #include "acquisition/layout.hpp"
+#include "api/channels/distinct_keys.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
 #include "store/typed_access.hpp"
@@ -30,12 +30,9 @@ std::string unit_text(const strata::data_set& set) {
 std::vector<keyed_set> keyed(std::vector<strata::data_set> sets) {
     std::vector<keyed_set> result;
     result.reserve(sets.size());
-    std::unordered_set<std::string> taken;
+    distinct_keys keys;
     for (auto& set : sets) {
-        const auto name = set.name();
-        auto key = name;
-        for (int suffix = 2; !taken.insert(key).second; ++suffix)
-            key = fmt::format("{}_{}", name, suffix);
+        auto key = keys.key_of(set.name());
         result.push_back({std::move(key), std::move(set)});
     }
     return result;

@@ -5,17 +5,15 @@
 #include <array>
 #include <cstddef>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
+#include "api/channels/distinct_keys.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
@@ -26,21 +24,6 @@ namespace mox::devices {
 namespace attribute = layout::attribute;
 
 namespace {
-
-/// Labels as keys: of channels that share one, the second gets "_2" and so on.
-class label_keys {
-  public:
-    std::string key_of(const strata::data_set& set) {
-        const auto label = read<std::string>(set.retrieve_attribute(attribute::label), set.name());
-        auto key = label;
-        for (int number = 2; !taken_.insert(key).second; ++number)
-            key = fmt::format("{}_{}", label, number);
-        return key;
-    }
-
-  private:
-    std::unordered_set<std::string> taken_;
-};
 
 /// The corners as columns.
 py_ref corners_of(const acquisition_layout::force_platform& platform) {
@@ -102,9 +85,10 @@ outputs<2> force_platforms(strata::data_store acquisition) {
     for (const auto& platform : platforms) {
         auto channels = py_ref::checked(PyDict_New());
         auto units = py_ref::checked(PyDict_New());
-        label_keys keys;
+        distinct_keys keys;
         for (const auto& set : platform.channels) {
-            const auto key = keys.key_of(set);
+            const auto key = keys.key_of(
+                read<std::string>(set.retrieve_attribute(attribute::label), set.name()));
             set_item(channels.get(), std::string_view(key), samples_as_array(set));
             set_item(
                 units.get(), std::string_view(key),

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -15,6 +13,7 @@
 #include <fmt/format.h>
 
 #include <strata/plugin/channel_buffer.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "layout/read_attribute.hpp"
 #include "layout/write_attribute.hpp"
@@ -110,15 +109,8 @@ void evaluate_unit(const strata::data_group& target, const anvil::json& json) {
 
 anvil::status ground_reaction_wrench::evaluate(strata::data_group& target,
                                                const anvil::json& parameters) const {
-    try {
-        evaluate_unit(target, parameters);
-        return {};
-    } catch (const std::bad_alloc&) {
-        throw; // whoever evaluates the unit tells it from other failures
-    } catch (const std::exception& failure) {
-        return anvil::status::failure(std::string("A wrench cannot be computed : ") +
-                                      failure.what());
-    }
+    return strata::status_of([&] { evaluate_unit(target, parameters); },
+                             "A wrench cannot be computed : ");
 }
 
 } // namespace classical_mechanics

@@ -1,12 +1,12 @@
 #include "plugins/data_modifier/split_set.hpp"
 
 #include <algorithm>
-#include <exception>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <strata/plugin/channel_buffer.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "plugins/data_modifier/attribute_column.hpp"
 #include "plugins/data_modifier/channel_names.hpp"
@@ -107,12 +107,8 @@ void split(strata::data_group& root, const split_parameters& parameters) {
 
 anvil::status split_set_unit::evaluate(strata::data_group& target,
                                        const anvil::json& parameters) const {
-    try {
-        split(target, parse_split_parameters(parameters));
-        return {};
-    } catch (const std::exception& failure) {
-        return anvil::status::failure(std::string{"A set cannot be split : "} + failure.what());
-    }
+    return strata::status_of([&] { split(target, parse_split_parameters(parameters)); },
+                             "A set cannot be split : ");
 }
 
 } // namespace data_modifier

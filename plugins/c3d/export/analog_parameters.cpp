@@ -17,15 +17,6 @@ namespace {
 constexpr std::uint64_t most_values_per_frame = 65535;
 constexpr std::size_t least_label_width = 4;
 
-template <typename Member>
-std::vector<std::string> texts(std::span<const analog_column> columns, Member member) {
-    std::vector<std::string> result;
-    result.reserve(columns.size());
-    for (const auto& column : columns)
-        result.push_back(column.*member);
-    return result;
-}
-
 void require_room(std::uint64_t channels, std::uint64_t samples_per_frame) {
     if (channels <= most_values_per_frame && samples_per_frame <= most_values_per_frame &&
         channels * samples_per_frame <= most_values_per_frame) {
@@ -100,17 +91,17 @@ std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const ana
                                        const analog_rate& rate, surplus rule, warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
-    put_column(tree, {"ANALOG", "LABELS"}, texts(columns, &analog_column::label), least_label_width,
-               rule);
-    put_column(tree, {"ANALOG", "DESCRIPTIONS"}, texts(columns, &analog_column::description), 1,
-               rule);
+    put_column(tree, {"ANALOG", "LABELS"}, texts_of_columns(columns, &analog_column::label),
+               least_label_width, rule);
+    put_column(tree, {"ANALOG", "DESCRIPTIONS"},
+               texts_of_columns(columns, &analog_column::description), 1, rule);
     if (columns.empty()) {
         if (!ratio_is_told(tree.as_table().number("ANALOG", "RATE").value_or(0.0), rate))
             put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
         return remove_entries(tree, rule);
     }
     auto sources = put_analog_scaling(tree, columns, rule, notes);
-    put_column(tree, {"ANALOG", "UNITS"}, texts(columns, &analog_column::unit), 4, rule,
+    put_column(tree, {"ANALOG", "UNITS"}, texts_of_columns(columns, &analog_column::unit), 4, rule,
                single_value::of_all_channels);
     put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
     put_gains(tree, columns, rule);

@@ -82,7 +82,7 @@ anvil::status exporter::write(anvil::io_device& device, strata::data_group sourc
         notes.log(device.name());
         return {};
     } catch (const std::bad_alloc&) {
-        return anvil::status::failure("not enough memory to write the acquisition");
+        return anvil::status::out_of_memory("not enough memory to write the acquisition");
     } catch (const std::exception& error) {
         notes.log(device.name());
         return anvil::status::failure(error.what());

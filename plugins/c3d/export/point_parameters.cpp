@@ -22,15 +22,6 @@ constexpr std::size_t least_label_width = 4;
 constexpr std::size_t unit_width = 4;
 constexpr std::size_t most_points = 65535;
 
-template <typename Member>
-std::vector<std::string> column(std::span<const point_column> points, Member member) {
-    std::vector<std::string> texts;
-    texts.reserve(points.size());
-    for (const auto& point : points)
-        texts.push_back(point.*member);
-    return texts;
-}
-
 using label_set = std::unordered_set<std::string>;
 
 /// The lists of kinds, and what their entries mean.
@@ -158,7 +149,7 @@ bool has_unit_by_point(const parameter_table& table) {
 void put_units_by_point(written_group& group, std::span<const point_column> points,
                         const parameter_table& table) {
     const point_kinds kinds(table);
-    auto texts = column(points, &point_column::unit);
+    auto texts = texts_of_columns(points, &point_column::unit);
     for (std::size_t i = 0; i < texts.size(); ++i) {
         if (texts[i].empty())
             texts[i] = kinds.unit_of(i, points[i].label);
@@ -190,10 +181,10 @@ void put_points(parameter_tree& tree, std::span<const point_column> points,
     }
     put_count(tree.reach("POINT"), "USED", points.size(), new_lock::on);
     const auto rule = points.size() == labels_read.size() ? surplus::kept : surplus::dropped;
-    put_column(tree, {"POINT", "LABELS"}, column(points, &point_column::label), least_label_width,
-               rule);
-    put_column(tree, {"POINT", "DESCRIPTIONS"}, column(points, &point_column::description), 1,
-               rule);
+    put_column(tree, {"POINT", "LABELS"}, texts_of_columns(points, &point_column::label),
+               least_label_width, rule);
+    put_column(tree, {"POINT", "DESCRIPTIONS"},
+               texts_of_columns(points, &point_column::description), 1, rule);
     put_kinds(tree, points, labels_read);
     put_units(tree, points, notes);
 }

@@ -18,6 +18,16 @@ enum class surplus { kept, dropped };
 [[nodiscard]] bool may_stay(const channel_entries& entries, std::size_t channels,
                             surplus rule) noexcept;
 
+/// One text member of each column.
+template <typename Columns, typename Member>
+[[nodiscard]] std::vector<std::string> texts_of_columns(const Columns& columns, Member member) {
+    std::vector<std::string> texts;
+    texts.reserve(columns.size());
+    for (const auto& column : columns)
+        texts.push_back(column.*member);
+    return texts;
+}
+
 /// Makes the list at `place` hold a text for each channel. It stays as it is when a reader would
 /// already take these from it. A list that does not exist is not made for no channels.
 void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,

@@ -3,9 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <limits>
-#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -16,6 +14,7 @@
 
 #include <strata/data_set.hpp>
 #include <strata/plugin/channel_buffer.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "layout/channel_names.hpp"
 #include "layout/unit_parameters.hpp"
@@ -140,14 +139,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
 
 anvil::status detect_rotations::evaluate(strata::data_group& target,
                                          const anvil::json& parameters) const {
-    try {
-        detect(target, parameters);
-        return {};
-    } catch (const std::bad_alloc&) {
-        throw; // whoever evaluates the unit tells it from other failures
-    } catch (const std::exception& error) {
-        return anvil::status::failure(error.what());
-    }
+    return strata::status_of([&] { detect(target, parameters); });
 }
 
 } // namespace c3d

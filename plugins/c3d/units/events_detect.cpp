@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <initializer_list>
 #include <optional>
 #include <stdexcept>
@@ -15,6 +14,7 @@
 #include <fmt/format.h>
 
 #include <strata/data_set.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "layout/unit_parameters.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
@@ -124,12 +124,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
 
 anvil::status events_detect::evaluate(strata::data_group& target,
                                       const anvil::json& parameters) const {
-    try {
-        detect(target, parameters);
-        return {};
-    } catch (const std::exception& error) {
-        return anvil::status::failure(error.what());
-    }
+    return strata::status_of([&] { detect(target, parameters); });
 }
 
 } // namespace c3d

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
-#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -14,6 +12,7 @@
 #include <fmt/format.h>
 
 #include <strata/data_set.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "layout/analog_pairing.hpp"
 #include "layout/force_platform_table.hpp"
@@ -157,14 +156,7 @@ void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
 
 anvil::status forceplate_detect::evaluate(strata::data_group& target,
                                           const anvil::json& parameters) const {
-    try {
-        evaluate_unit(target, parameters);
-        return {};
-    } catch (const std::bad_alloc&) {
-        throw; // whoever evaluates the unit tells it from other failures
-    } catch (const std::exception& error) {
-        return anvil::status::failure(error.what());
-    }
+    return strata::status_of([&] { evaluate_unit(target, parameters); });
 }
 
 } // namespace c3d

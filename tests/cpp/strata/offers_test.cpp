@@ -2,6 +2,7 @@
 #include <strata/data_exporter.hpp>
 #include <strata/data_importer.hpp>
 #include <strata/data_store.hpp>
+#include <strata/plugin/status_of.hpp>
 
 #include "tests/cpp/strata/support/memory_device.hpp"
 #include "tests/cpp/strata/support/plugin_test.hpp"
@@ -142,6 +143,23 @@ TEST_F(Offers, ParametersWithoutAUnitFail) {
     EXPECT_EQ(text(evaluate({{"callable_unit", 5}})), missing);
     EXPECT_EQ(text(evaluate(anvil::json::array())), missing);
     EXPECT_EQ(text(evaluate(nullptr)), missing);
+}
+
+TEST(StatusOf, WorkThatEndsIsASuccess) {
+    EXPECT_TRUE(strata::status_of([] {}));
+}
+
+TEST(StatusOf, WhatIsThrownIsAFailureBehindTheIntroduction) {
+    const auto status =
+        strata::status_of([] { throw std::runtime_error("no rows"); }, "A table cannot be read : ");
+    EXPECT_EQ(text(status), "A table cannot be read : no rows");
+    EXPECT_FALSE(status.is_out_of_memory());
+}
+
+TEST(StatusOf, WantOfMemoryIsTold) {
+    const auto status = strata::status_of([] { throw std::bad_alloc(); });
+    EXPECT_EQ(text(status), "there is not enough memory");
+    EXPECT_TRUE(status.is_out_of_memory());
 }
 
 } // namespace
