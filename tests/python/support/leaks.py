@@ -1,81 +1,114 @@
-"""What a call that is repeated leaves behind."""
+"""What a repeated call leaves behind: blocks of Python, bytes of the C heap, references."""
 
 from __future__ import annotations
 
 import ctypes
 import gc
-import tracemalloc
-from collections.abc import Callable
+import operator
+import sys
+from collections.abc import Callable, Iterator
+from contextlib import contextmanager
+from dataclasses import dataclass
+from itertools import repeat
 from typing import Any
 
 import _mox_probe as probe
 
-CALLS = 1000
-# No object and no block of memory takes fewer bytes; one that is lost at each call shows by half.
+# A loss at every call, or at every third, shows by more than the limits below; a cache that fills,
+# or a table that grows once, does not show in all rounds.
+CALLS = 60
+ROUNDS = 6
+# No object and no block of memory takes fewer bytes.
 SMALLEST_LOSS = 16
 
 
-def python_bytes_lost(action: Callable[[], Any], calls: int = CALLS) -> int:
-    """Bytes of Python's and NumPy's memory that so many calls leave behind."""
-    tracemalloc.start()
-    try:
-        return _growth(action, calls, lambda: tracemalloc.get_traced_memory()[0])
-    finally:
-        tracemalloc.stop()
+@dataclass(frozen=True)
+class Growth:
+    """What `calls` calls left behind."""
+
+    calls: int
+    blocks: int  # of Python's allocator
+    heap: int  # bytes
+    references: int  # the most that one of the watched objects gained
+
+    @property
+    def is_level(self) -> bool:
+        few = self.calls // 3
+        return self.blocks < few and self.heap < few * SMALLEST_LOSS and self.references < few
 
 
-def native_bytes_lost(action: Callable[[], Any], calls: int = CALLS) -> int:
-    """Bytes of the C++ heap that so many calls leave behind; 0 where nothing counts them."""
-    held = _heap_counter()
-    return _growth(action, calls, held) if held else 0
+def growth_of(action: Callable[[], Any], *watched: Any, calls: int = CALLS) -> Growth:
+    """The first level one of several rounds, else the last one.
 
-
-def native_bytes_are_counted() -> bool:
-    return _heap_counter() is not None
-
-
-def _growth(action: Callable[[], Any], calls: int, held: Callable[[], int]) -> int:
-    """The smallest of three growths: a loss shows in each, a cache or the log's buffer does not."""
-    _repeat(action, calls // 10)
-    growth = calls * SMALLEST_LOSS
-    for _ in range(3):
-        before = _settled(held)
-        _repeat(action, calls)
-        growth = min(growth, _settled(held) - before)
-        if growth < calls * SMALLEST_LOSS // 2:
-            break
+    The references of `watched`, which the calls were given, are counted.
+    """
+    _repeat(action, calls)
+    with _few_objects_to_search():
+        for _ in range(ROUNDS):
+            growth = _growth(action, watched, calls)
+            if growth.is_level:
+                break
     return growth
 
 
+def assert_nothing_lost(action: Callable[[], Any], *watched: Any, calls: int = CALLS) -> None:
+    """Fails when `action` loses as little as one object or one block of memory at each call."""
+    growth = growth_of(action, *watched, calls=calls)
+    assert growth.is_level, growth
+
+
+def python_blocks_are_counted() -> bool:
+    """False under PYTHONMALLOC=malloc, where every object is on the C heap."""
+    return sys.getallocatedblocks() > 0
+
+
+def heap_is_counted() -> bool:
+    return _heap_counter() is not None
+
+
+def _growth(action: Callable[[], Any], watched: tuple[Any, ...], calls: int) -> Growth:
+    held = _HEAP_COUNTER or (lambda: 0)
+    references = _references(watched)
+    _settle()
+    blocks, heap = sys.getallocatedblocks(), held()
+    _repeat(action, calls)
+    _settle()
+    blocks, heap = sys.getallocatedblocks() - blocks, held() - heap
+    gained = map(operator.sub, _references(watched), references)
+    return Growth(calls, blocks, heap, max(gained, default=0))
+
+
+def _references(watched: tuple[Any, ...]) -> list[int]:
+    return [sys.getrefcount(each) for each in watched]
+
+
 def _repeat(action: Callable[[], Any], times: int) -> None:
-    for _ in range(times):
+    for _ in repeat(None, times):
         action()
 
 
-def _settled(held: Callable[[], int]) -> int:
+def _settle() -> None:
     probe.flush_log()
     gc.collect()
-    return held()
+
+
+@contextmanager
+def _few_objects_to_search() -> Iterator[None]:
+    """Takes what is alive already out of the collector's sight: it makes a collection cheap."""
+    gc.freeze()
+    try:
+        yield
+    finally:
+        gc.unfreeze()
 
 
 class _HeapInfo(ctypes.Structure):
-    """`struct mallinfo2`; `uordblks` counts the bytes in use."""
+    """`struct mallinfo2`; large blocks are mapped and counted apart."""
 
-    _fields_ = [
-        (name, ctypes.c_size_t)
-        for name in (
-            "arena",
-            "ordblks",
-            "smblks",
-            "hblks",
-            "hblkhd",
-            "usmblks",
-            "fsmblks",
-            "uordblks",
-            "fordblks",
-            "keepcost",
-        )
-    ]
+    _fields_ = [(name, ctypes.c_size_t) for name in (
+        "arena", "free_chunks", "fast_chunks", "mapped_regions", "mapped_bytes", "unused",
+        "fast_bytes", "used_bytes", "free_bytes", "releasable",
+    )]  # fmt: skip
 
 
 def _heap_counter() -> Callable[[], int] | None:
@@ -85,13 +118,15 @@ def _heap_counter() -> Callable[[], int] | None:
         in_use = process["__sanitizer_get_current_allocated_bytes"]
         in_use.restype = ctypes.c_size_t
         return lambda: int(in_use())
-    if hasattr(process, "mallinfo2"):
-        process.mallinfo2.restype = _HeapInfo
-        return lambda: int(process.mallinfo2().uordblks)
-    return None
+    if not hasattr(process, "mallinfo2"):
+        return None
+    process.mallinfo2.restype = _HeapInfo
+
+    def used() -> int:
+        counts = process.mallinfo2()
+        return int(counts.used_bytes) + int(counts.mapped_bytes)
+
+    return used
 
 
-def assert_nothing_lost(action: Callable[[], Any], calls: int = CALLS) -> None:
-    """Fails when `action` loses as little as one object or one block of memory at each call."""
-    assert python_bytes_lost(action, calls) < calls * SMALLEST_LOSS // 2
-    assert native_bytes_lost(action, calls) < calls * SMALLEST_LOSS // 2
+_HEAP_COUNTER = _heap_counter()
