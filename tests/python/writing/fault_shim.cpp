@@ -2,10 +2,10 @@
 // LD_PRELOAD; what shall fail is told by environment variables, which are looked up at each call:
 //
 //     MOX_FAULT_FOLDER   absolute path; calls elsewhere are passed on
-//     MOX_FAULT_CALL     "write", "fsync" or "rename"
-//     MOX_FAULT_NUMBER   the call that fails, from 1
-//     MOX_FAULT_KIND     a number: errno; "half": write some of the bytes; "zero": write none;
-//                        "kill": end the process; "vanish": the folder gets another name
+//     MOX_FAULT_CALL     the name of one of the functions at the end of this file
+//     MOX_FAULT_NUMBER   the call that fails, from 1; "every"
+//     MOX_FAULT_KIND     a number: errno; "half": write some of the bytes; "zero": do nothing and
+//                        give 0; "kill": end the process; "vanish": the folder gets another name
 
 #include <atomic>
 #include <cerrno>
@@ -17,7 +17,9 @@
 #include <string_view>
 
 #include <dlfcn.h>
+#include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #define FAULT_EXPORT extern "C" __attribute__((visibility("default")))
@@ -51,7 +53,9 @@ std::string path_of(int descriptor) {
 std::string fault_of(const char* call, std::string_view path) {
     if (variable("MOX_FAULT_CALL") != call || !is_in_folder(path))
         return {};
-    if (++calls != std::atoi(variable("MOX_FAULT_NUMBER").c_str()))
+    const auto number = variable("MOX_FAULT_NUMBER");
+    const auto call_number = ++calls;
+    if (number != "every" && std::atoi(number.c_str()) != call_number)
         return {};
     return variable("MOX_FAULT_KIND");
 }
@@ -69,6 +73,17 @@ bool is_refused(const std::string& kind) {
         move_folder_away();
     errno = std::atoi(kind.c_str());
     return errno != 0;
+}
+
+/// Calls the function `call` of the system, which has these arguments, unless it shall fail.
+template <typename Result, typename... Arguments>
+Result pass_on(const char* call, int descriptor, Arguments... arguments) {
+    const auto kind = fault_of(call, path_of(descriptor));
+    if (kind == "zero")
+        return 0;
+    if (is_refused(kind))
+        return -1;
+    return next<Result(int, Arguments...)>(call)(descriptor, arguments...);
 }
 
 } // namespace
@@ -89,9 +104,31 @@ FAULT_EXPORT ssize_t write(int descriptor, const void* bytes, std::size_t count)
     return real(descriptor, bytes, kind == "half" ? (count + 1) / 2 : count);
 }
 
-FAULT_EXPORT int fsync(int descriptor) {
-    static auto* const real = next<int(int)>("fsync");
-    return is_refused(fault_of("fsync", path_of(descriptor))) ? -1 : real(descriptor);
+FAULT_EXPORT int fsync(int descriptor) { return pass_on<int>("fsync", descriptor); }
+
+FAULT_EXPORT int fchmod(int descriptor, mode_t permissions) {
+    return pass_on<int>("fchmod", descriptor, permissions);
+}
+
+FAULT_EXPORT int fchown(int descriptor, uid_t owner, gid_t group) {
+    return pass_on<int>("fchown", descriptor, owner, group);
+}
+
+FAULT_EXPORT ssize_t flistxattr(int descriptor, char* names, std::size_t size) {
+    return pass_on<ssize_t>("flistxattr", descriptor, names, size);
+}
+
+FAULT_EXPORT ssize_t fgetxattr(int descriptor, const char* name, void* value, std::size_t size) {
+    return pass_on<ssize_t>("fgetxattr", descriptor, name, value, size);
+}
+
+FAULT_EXPORT int fsetxattr(int descriptor, const char* name, const void* value, std::size_t size,
+                           int flags) {
+    return pass_on<int>("fsetxattr", descriptor, name, value, size, flags);
+}
+
+FAULT_EXPORT int fremovexattr(int descriptor, const char* name) {
+    return pass_on<int>("fremovexattr", descriptor, name);
 }
 
 FAULT_EXPORT int rename(const char* old_name, const char* new_name) {
