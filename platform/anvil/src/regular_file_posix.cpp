@@ -19,8 +19,8 @@ file_handle beyond_standard_streams(file_handle file) noexcept {
 
 } // namespace
 
-file_handle open_regular_file(const std::filesystem::path& path, int flags) noexcept {
-    constexpr ::mode_t permissions = 0666; // less the process's umask
+file_handle open_regular_file(const std::filesystem::path& path, int flags,
+                              ::mode_t permissions) noexcept {
     int descriptor = -1;
     do {
         descriptor = ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, permissions);

@@ -4,6 +4,7 @@ namespace anvil {
 
 void write_file::close() noexcept {
     file_.close();
+    old_.close();
     if (!temporary_.empty())
         remove_temporary();
     temporary_.clear();

@@ -32,11 +32,13 @@ class write_file {
 
   private:
     [[nodiscard]] io_result write_bytes(std::span<const std::byte> bytes) noexcept;
-    /// Brings what was written to the medium and gives the file the destination's name.
+    /// Brings what was written to the medium and gives the file the destination's rights and name.
     [[nodiscard]] std::error_code replace_destination() noexcept;
     void remove_temporary() noexcept;
 
     file_handle file_;
+    file_handle
+        old_; ///< the file to be replaced, where its rights have to be copied; else not open
     std::filesystem::path destination_;
     std::filesystem::path temporary_; ///< what is written so far; empty when there is nothing
     std::error_code failure_;         ///< of the first write that failed

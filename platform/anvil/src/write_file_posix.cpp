@@ -3,9 +3,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
+#include "platform/anvil/src/file_access_posix.hpp"
 #include "platform/anvil/src/regular_file_posix.hpp"
 #include "platform/anvil/src/temporary_name.hpp"
 
@@ -26,18 +27,6 @@ std::filesystem::path without_links(std::filesystem::path path) {
     return path;
 }
 
-/// Gives `file` the owner and permissions of `old`. Who may not give a file away keeps it.
-void take_over_permissions(const file_handle& file, const file_handle& old) noexcept {
-    constexpr ::mode_t permissions = 07777;
-    struct ::stat about{};
-    if (::fstat(descriptor_of(old), &about) != 0)
-        return;
-    const auto owned = ::fchown(descriptor_of(file), about.st_uid, about.st_gid);
-    const auto permitted = ::fchmod(descriptor_of(file), about.st_mode & permissions);
-    static_cast<void>(owned);
-    static_cast<void>(permitted);
-}
-
 /// Makes the new name of a file in `folder` outlive a power failure, as far as the system can.
 void sync_folder(const std::filesystem::path& folder) noexcept {
     const file_handle handle{
@@ -51,17 +40,19 @@ void sync_folder(const std::filesystem::path& folder) noexcept {
 void write_file::open(const std::filesystem::path& path) {
     destination_ = without_links(path);
     // Whoever may not change the old file must not replace it either.
-    const auto old = open_regular_file(destination_, O_WRONLY);
-    if (!old.is_open() && errno != ENOENT)
+    old_ = open_regular_file(destination_, O_WRONLY);
+    if (!old_.is_open() && errno != ENOENT)
         return;
+    // Who may see what an old file holds is settled when the new one is complete.
+    const ::mode_t permissions = old_.is_open() ? 0600 : 0666;
     do {
         temporary_ = temporary_name(destination_);
-        file_ = open_regular_file(temporary_, O_WRONLY | O_CREAT | O_EXCL);
+        file_ = open_regular_file(temporary_, O_WRONLY | O_CREAT | O_EXCL, permissions);
     } while (!file_.is_open() && errno == EEXIST);
-    if (!file_.is_open())
+    if (!file_.is_open()) {
         temporary_.clear();
-    else if (old.is_open())
-        take_over_permissions(file_, old);
+        old_.close();
+    }
 }
 
 io_result write_file::write_bytes(std::span<const std::byte> bytes) noexcept {
@@ -80,6 +71,17 @@ io_result write_file::write_bytes(std::span<const std::byte> bytes) noexcept {
 }
 
 std::error_code write_file::replace_destination() noexcept {
+    // Another file may be there by now. When there is none any more the one that was there counts.
+    auto now = open_regular_file(destination_, O_WRONLY);
+    if (now.is_open())
+        old_ = std::move(now);
+    else if (errno != ENOENT)
+        return last_error();
+    if (old_.is_open()) {
+        if (const auto failure = keep_access(old_, file_))
+            return failure;
+        old_.close();
+    }
     if (::fsync(descriptor_of(file_)) != 0)
         return last_error();
     if (std::rename(temporary_.c_str(), destination_.c_str()) != 0)

@@ -77,6 +77,11 @@ TEST(IoFilePosix, WhatCouldNotBeWrittenReplacesNothing) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{folder.path()}, {}), 1);
 }
 
+::mode_t permissions_of(const std::filesystem::path& path) {
+    struct ::stat about{};
+    return ::stat(path.c_str(), &about) == 0 ? about.st_mode & 07777U : 0;
+}
+
 TEST(IoFilePosix, SuccessorHasThePermissionsOfTheOldFile) {
     const temporary_folder folder;
     make_file(folder / "walk.c3d", "old");
@@ -84,10 +89,77 @@ TEST(IoFilePosix, SuccessorHasThePermissionsOfTheOldFile) {
     io_file file;
     file.open(folder / "walk.c3d", anvil::io_write);
     EXPECT_FALSE(file.commit());
-    struct ::stat about{};
-    ASSERT_EQ(::stat((folder / "walk.c3d").c_str(), &about), 0);
-    EXPECT_EQ(about.st_mode & 07777U, 0640U);
-    EXPECT_EQ(about.st_size, 0);
+    EXPECT_EQ(permissions_of(folder / "walk.c3d"), 0640U);
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "");
+}
+
+TEST(IoFilePosix, PermissionsOfTheOldFileCountAsTheyAreInTheEnd) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0664), 0);
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0600), 0);
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(permissions_of(folder / "walk.c3d"), 0600U);
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "");
+}
+
+TEST(IoFilePosix, PermissionsOfAnOldFileThatCameMeanwhileCount) {
+    const temporary_folder folder;
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    make_file(folder / "walk.c3d", "old");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0600), 0);
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(permissions_of(folder / "walk.c3d"), 0600U);
+}
+
+TEST(IoFilePosix, PermissionsOfAnOldFileThatWentMeanwhileCount) {
+    const temporary_folder folder;
+    make_file(folder / "walk.c3d", "old");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0640), 0);
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    std::filesystem::remove(folder / "walk.c3d");
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(permissions_of(folder / "walk.c3d"), 0640U);
+}
+
+TEST(IoFilePosix, FileThatWasWriteProtectedMeanwhileIsNotReplaced) {
+    const temporary_folder folder;
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    make_file(folder / "walk.c3d", "kept");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0666), 0);
+    io_file file;
+    {
+        const anvil_test::ordinary_user user;
+        file.open(folder / "walk.c3d", anvil::io_write);
+        ASSERT_TRUE(file.is_open());
+    }
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0444), 0);
+    const anvil_test::ordinary_user user;
+    EXPECT_EQ(file.commit(), std::errc::permission_denied);
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "kept");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{folder.path()}, {}), 1);
+}
+
+TEST(IoFilePosix, GroupThatCannotBeKeptIsAnErrorThatNamesItAndTheCause) {
+    const temporary_folder folder;
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    make_file(folder / "walk.c3d", "kept");
+    ASSERT_EQ(::chmod((folder / "walk.c3d").c_str(), 0666), 0);
+    constexpr ::gid_t other_group = 54202;
+    if (::chown((folder / "walk.c3d").c_str(), ::getuid(), other_group) != 0)
+        GTEST_SKIP() << "only root can give a file to a group that it is not in";
+    const anvil_test::ordinary_user user;
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    const auto failure = file.commit();
+    EXPECT_EQ(failure, std::errc::operation_not_permitted);
+    EXPECT_EQ(failure.message(),
+              "the group of the old file cannot be kept: Operation not permitted");
+    EXPECT_EQ(content_of(folder / "walk.c3d"), "kept");
 }
 
 TEST(IoFilePosix, WriteProtectedFileIsNotOpenedForWriting) {

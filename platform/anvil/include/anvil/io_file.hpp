@@ -16,10 +16,15 @@ enum io_mode : int {
 
 /// A file as a device. Closed on destruction.
 ///
-/// What is written goes into a file of another name in the same folder. commit() puts it in the
-/// place of `path` in one step, with the permissions of the file that was there; until then, and
+/// What is written goes into a file of another name in the same folder, which is the writer's alone
+/// where there is an old file. commit() puts it in the place of `path` in one step; until then, and
 /// when the process dies, the old file is what it was. Closing without commit() drops what was
 /// written.
+///
+/// The new file has the group and permissions of the file that was there, and its owner where the
+/// system allows; where it has less than all of that nothing is replaced, and commit() says what
+/// could not be kept and why. A change of owner counts as that only where it would give the old one
+/// more than he had.
 class ANVIL_EXPORT io_file final : public io_device {
   public:
     io_file();

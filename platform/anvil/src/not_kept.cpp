@@ -1,0 +1,45 @@
+#include "platform/anvil/src/not_kept.hpp"
+
+#include <string>
+
+namespace anvil {
+
+namespace {
+
+// A code is one number: the part above, the cause below.
+constexpr int causes = 1 << 16;
+
+const char* name_of(kept_part part) noexcept {
+    switch (part) {
+    case kept_part::owner:
+        return "owner";
+    case kept_part::group:
+        return "group";
+    case kept_part::permissions:
+        return "permissions";
+    }
+    return "rights";
+}
+
+class not_kept_category final : public std::error_category {
+  public:
+    [[nodiscard]] const char* name() const noexcept override { return "anvil.not_kept"; }
+
+    [[nodiscard]] std::string message(int code) const override {
+        return std::string("the ") + name_of(kept_part{code / causes}) +
+               " of the old file cannot be kept: " + std::system_category().message(code % causes);
+    }
+
+    [[nodiscard]] std::error_condition default_error_condition(int code) const noexcept override {
+        return std::system_category().default_error_condition(code % causes);
+    }
+};
+
+} // namespace
+
+std::error_code not_kept(kept_part part, int cause) noexcept {
+    static const not_kept_category category;
+    return {static_cast<int>(part) * causes + cause, category};
+}
+
+} // namespace anvil

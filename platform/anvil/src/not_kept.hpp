@@ -1,0 +1,18 @@
+#pragma once
+
+#include <system_error>
+
+namespace anvil {
+
+/// What the successor of a file has to take over from it.
+enum class kept_part {
+    owner,
+    group,
+    permissions,
+};
+
+/// The error that `part` of the old file cannot be kept because of `cause`, a number of the
+/// system's own. Its message names both; it compares equal to what the cause compares equal to.
+[[nodiscard]] std::error_code not_kept(kept_part part, int cause) noexcept;
+
+} // namespace anvil

@@ -1,0 +1,116 @@
+"""Users and groups for tests of what they may do with files: numbers that nobody has registered."""
+
+from __future__ import annotations
+
+import os
+import shutil
+from collections.abc import Iterator
+from contextlib import contextmanager
+from dataclasses import dataclass
+from pathlib import Path
+from tempfile import NamedTemporaryFile, mkdtemp
+from typing import Any
+
+import pytest
+
+LABORATORY, OTHER_GROUP = 54201, 54202
+
+
+@dataclass(frozen=True)
+class Person:
+    """The first of the groups is the one that new files get."""
+
+    user: int
+    groups: tuple[int, ...]
+
+    @contextmanager
+    def acts(self) -> Iterator[None]:
+        """Meanwhile this process has the rights of the person, and none of the superuser."""
+        if self.user == os.getuid():
+            yield
+            return
+        groups = os.getgroups()
+        try:
+            os.setgroups(self.groups)
+            os.setegid(self.groups[0])
+            os.seteuid(self.user)
+            yield
+        finally:
+            os.seteuid(os.getuid())
+            os.setegid(os.getgid())
+            os.setgroups(groups)
+
+    def may(self, path: Path) -> str:
+        """What the system lets the person do with a file: "r", "w", "rw" or ""."""
+        rights = ""
+        with self.acts():
+            for letter, flags in (("r", os.O_RDONLY), ("w", os.O_WRONLY)):
+                try:
+                    os.close(os.open(path, flags))
+                    rights += letter
+                except PermissionError:
+                    pass
+        return rights
+
+
+ALICE = Person(54101, (54101, LABORATORY))
+BOB = Person(54102, (54102, LABORATORY))
+CAROL = Person(54103, (54103, LABORATORY))
+STRANGER = Person(54104, (54104, OTHER_GROUP))
+ROOT = Person(0, (0,))
+MYSELF = Person(os.getuid(), (os.getgid(), *os.getgroups()))
+
+
+def may_act_as_others() -> bool:
+    """False also for the superuser of a container that knows no other users."""
+    try:
+        with NamedTemporaryFile() as file:
+            os.chown(file.name, STRANGER.user, OTHER_GROUP)
+            with STRANGER.acts():
+                return os.geteuid() == STRANGER.user
+    except OSError:
+        return False
+
+
+ACTS_AS_OTHERS = may_act_as_others()
+# Alice where the tests may act as her, else whoever runs them.
+OWNER = ALICE if ACTS_AS_OTHERS else MYSELF
+
+needs_root = pytest.mark.skipif(not ACTS_AS_OTHERS, reason="only root can act as several users")
+
+
+def state_of(path: Path) -> dict[str, Any]:
+    """Which file it is, and all that its successor would take over."""
+    about = path.stat()
+    names = ("st_ino", "st_mode", "st_uid", "st_gid", "st_mtime_ns")
+    return {name: getattr(about, name) for name in names}
+
+
+def laboratory_folder() -> Iterator[Path]:
+    """A folder that the laboratory writes to; unlike those of pytest others may enter it."""
+    path = Path(mkdtemp(prefix="moxpy_people_"))
+    if ACTS_AS_OTHERS:
+        os.chown(path, 0, LABORATORY)
+    path.chmod(0o775)
+    try:
+        with OWNER.acts():
+            if not os.access(path, os.W_OK, effective_ids=True):
+                pytest.skip(f"{path.parent} is closed to other users")
+        yield path
+    finally:
+        shutil.rmtree(path)
+
+
+def old_file(
+    folder: Path,
+    owner: Person,
+    group: int | None = None,
+    mode: int = 0o664,
+    content: bytes = b"old",
+) -> Path:
+    path = folder / "trial.c3d"
+    path.write_bytes(content)
+    if ACTS_AS_OTHERS:
+        os.chown(path, owner.user, owner.groups[0] if group is None else group)
+    path.chmod(mode)
+    return path
