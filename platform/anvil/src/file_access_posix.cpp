@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/anvil/src/extended_attributes_linux.hpp"
 #include "platform/anvil/src/not_kept.hpp"
 
 namespace anvil {
@@ -41,8 +42,9 @@ void keep_group(const struct ::stat& old, const file_handle& file) {
         throw_error(errno);
 }
 
-/// True when the owner may do whatever the group or anybody may: being one of those instead then
-/// gains nothing.
+/// True when the owner may do whatever the group, somebody on the access list, for which the
+/// group's permissions are the upper bound, or anybody may: being one of those instead then gains
+/// nothing.
 bool owner_has_most(const struct ::stat& old) noexcept {
     const auto of_others = (old.st_mode >> 3U | old.st_mode) & S_IRWXO;
     return (of_others & ~(old.st_mode >> 6U)) == 0;
@@ -76,12 +78,16 @@ template <typename Step> void keep(kept_part part, const Step& step) {
     }
 }
 
-/// The permissions come last: a change of owner or group clears marks.
+/// In an order in which no step gives or takes what another one needs: attributes are set by who
+/// may write to the file, lists and permissions by its owner; a change of owner or group clears
+/// marks.
 void keep_all(const file_handle& old, const file_handle& file) {
     const auto wanted = about(old);
     make_private(file);
+    keep(kept_part::attribute, [&] { copy_attributes(old, file); });
     keep(kept_part::group, [&] { keep_group(wanted, file); });
     keep(kept_part::owner, [&] { keep_owner(wanted, file); });
+    keep(kept_part::access_list, [&] { copy_access_lists(old, file); });
     keep(kept_part::permissions, [&] { keep_permissions(wanted, file); });
 }
 

@@ -7,7 +7,8 @@
 namespace anvil {
 
 /// Gives `file`, which this process made, everything of `old` that says who may do what with it:
-/// group, permissions and the owner. Until all that is there `file` is its owner's alone.
+/// group, permissions, access lists and the owner, and its other extended attributes. Until all
+/// that is there `file` is its owner's alone.
 ///
 /// An error, and a file that must not take the place of the old one, where any of that cannot be
 /// kept. But who may not give files away stays the owner, unless that gives the old one more than

@@ -17,6 +17,10 @@ const char* name_of(kept_part part) noexcept {
         return "group";
     case kept_part::permissions:
         return "permissions";
+    case kept_part::access_list:
+        return "access list";
+    case kept_part::attribute:
+        return "extended attributes";
     }
     return "rights";
 }

@@ -9,6 +9,8 @@ enum class kept_part {
     owner,
     group,
     permissions,
+    access_list,
+    attribute, ///< an extended attribute that is no access list
 };
 
 /// The error that `part` of the old file cannot be kept because of `cause`, a number of the

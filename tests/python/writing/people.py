@@ -3,7 +3,9 @@
 from __future__ import annotations
 
 import os
+import re
 import shutil
+import struct
 from collections.abc import Iterator
 from contextlib import contextmanager
 from dataclasses import dataclass
@@ -79,11 +81,42 @@ OWNER = ALICE if ACTS_AS_OTHERS else MYSELF
 needs_root = pytest.mark.skipif(not ACTS_AS_OTHERS, reason="only root can act as several users")
 
 
+def access_list(text: str) -> bytes:
+    """The list as the system takes it, from "u::rw u:54102:r g::- m::rw o::-"."""
+    tags = {"u": (0x01, 0x02), "g": (0x04, 0x08), "m": (0x10,), "o": (0x20,)}
+    content = struct.pack("<I", 2)
+    for letter, number, rights in re.findall(r"([ugmo]):(\d*):([rwx]*)", text):
+        bits = sum(4 >> "rwx".index(right) for right in rights)
+        tag = tags[letter][bool(number)]
+        content += struct.pack("<HHI", tag, bits, int(number or 0xFFFFFFFF))
+    return content
+
+
+def set_attribute(path: Path, name: str, value: bytes) -> None:
+    try:
+        os.setxattr(path, name, value)
+    except OSError as refused:
+        pytest.skip(f"{path.parent} takes no {name}: {refused.strerror}")
+
+
+def set_access_list(path: Path, text: str) -> None:
+    set_attribute(path, "system.posix_acl_access", access_list(text))
+
+
+def set_list_for_new_files(folder: Path, text: str) -> None:
+    set_attribute(folder, "system.posix_acl_default", access_list(text))
+
+
+def attributes_of(path: Path) -> dict[str, bytes]:
+    """All extended attributes, of which an access list is one."""
+    return {name: os.getxattr(path, name) for name in os.listxattr(path)}
+
+
 def state_of(path: Path) -> dict[str, Any]:
     """Which file it is, and all that its successor would take over."""
     about = path.stat()
     names = ("st_ino", "st_mode", "st_uid", "st_gid", "st_mtime_ns")
-    return {name: getattr(about, name) for name in names}
+    return attributes_of(path) | {name: getattr(about, name) for name in names}
 
 
 def laboratory_folder() -> Iterator[Path]:

@@ -14,18 +14,27 @@ from writing.people import (
     BOB,
     CAROL,
     LABORATORY,
+    MYSELF,
     OTHER_GROUP,
+    OWNER,
     ROOT,
     STRANGER,
     Person,
+    attributes_of,
     laboratory_folder,
     needs_root,
     old_file,
+    set_access_list,
+    set_attribute,
+    set_list_for_new_files,
     state_of,
 )
 from writing.written import files_in
 
 folder = pytest.fixture(laboratory_folder)
+
+# Alice and Bob read and write, nobody else does anything.
+TWO_PEOPLE = f"u::rw u:{BOB.user}:rw g::- m::rw o::-"
 
 
 @pytest.fixture(scope="module")
@@ -53,6 +62,99 @@ def assert_refused(trial: Any, person: Person, path: Path, reason: str) -> None:
     assert path.read_bytes() == b"old"
     assert files_in(path.parent) == [path.name]
     assert state_of(path) == before
+
+
+def test_an_access_list_stays(trial: Any, folder: Path):
+    path = old_file(folder, OWNER)
+    set_access_list(path, TWO_PEOPLE)
+    before = attributes_of(path)
+    save(trial, OWNER, path)
+    assert_replaced(path)
+    assert attributes_of(path) == before
+    assert path.stat().st_mode & 0o7777 == 0o660
+
+
+@needs_root
+def test_who_is_not_on_the_list_gets_nothing_by_the_group(trial: Any, folder: Path):
+    path = old_file(folder, ALICE, LABORATORY)
+    set_access_list(path, TWO_PEOPLE)
+    people = (ALICE, BOB, CAROL, STRANGER)
+    before = [person.may(path) for person in people]
+    assert before == ["rw", "rw", "", ""]
+    save(trial, ALICE, path)
+    assert [person.may(path) for person in people] == before
+
+
+@needs_root
+def test_a_list_stays_when_somebody_on_it_saves(trial: Any, folder: Path):
+    path = old_file(folder, ALICE, LABORATORY)
+    set_access_list(path, f"u::rw u:{ALICE.user}:rw u:{BOB.user}:rw g::- m::rw o::-")
+    before = attributes_of(path)
+    save(trial, BOB, path)
+    assert_replaced(path)
+    assert attributes_of(path) == before
+    assert (path.stat().st_uid, path.stat().st_gid) == (BOB.user, LABORATORY)
+    assert [person.may(path) for person in (ALICE, BOB, CAROL, STRANGER)] == ["rw", "rw", "", ""]
+
+
+@pytest.mark.parametrize("mode", [0o600, 0o640, 0o664])
+def test_the_list_for_new_files_of_the_folder_does_not_count(trial: Any, folder: Path, mode: int):
+    path = old_file(folder, OWNER, mode=mode)
+    set_list_for_new_files(folder, f"u::rwx u:{STRANGER.user}:rwx g::rwx m::rwx o::rwx")
+    save(trial, OWNER, path)
+    assert_replaced(path)
+    assert attributes_of(path) == {}
+    assert path.stat().st_mode & 0o7777 == mode
+
+
+def test_a_new_file_has_the_list_that_its_folder_gives(trial: Any, folder: Path):
+    set_list_for_new_files(folder, f"u::rw u:{BOB.user}:rw g::r m::rw o::-")
+    (folder / "other.c3d").write_bytes(b"")
+    save(trial, MYSELF, folder / "trial.c3d")
+    assert attributes_of(folder / "trial.c3d") == attributes_of(folder / "other.c3d") != {}
+    assert (folder / "trial.c3d").stat().st_mode == (folder / "other.c3d").stat().st_mode
+
+
+def test_extended_attributes_stay(trial: Any, folder: Path):
+    path = old_file(folder, OWNER)
+    for name, value in {"session": b"2024-05-17", "empty": b"", "bytes": bytes(range(256))}.items():
+        set_attribute(path, f"user.laboratory.{name}", value)
+    before = attributes_of(path)
+    assert len(before) == 3
+    save(trial, OWNER, path)
+    assert_replaced(path)
+    assert attributes_of(path) == before
+
+
+@needs_root
+@pytest.mark.parametrize("name", ["security.label", "trusted.archive"])
+def test_attributes_of_the_administrator_stay_when_he_saves(trial: Any, folder: Path, name: str):
+    path = old_file(folder, ALICE)
+    set_attribute(path, name, b"kept")
+    save(trial, ROOT, path)
+    assert_replaced(path)
+    assert attributes_of(path) == {name: b"kept"}
+
+
+@needs_root
+def test_a_label_that_cannot_be_given_is_a_reason_to_refuse(trial: Any, folder: Path):
+    path = old_file(folder, ALICE)
+    set_attribute(path, "security.label", b"kept")
+    assert_refused(
+        trial, ALICE, path,
+        "the extended attributes of the old file cannot be kept: Operation not permitted",
+    )  # fmt: skip
+
+
+@needs_root
+def test_rights_of_a_program_do_not_pass_to_the_new_content(trial: Any, folder: Path):
+    path = old_file(folder, ALICE, mode=0o755)
+    # Revision 2 of the format, "effective", CAP_CHOWN.
+    set_attribute(path, "security.capability", bytes([1, 0, 0, 2, 1] + [0] * 15))
+    assert list(attributes_of(path)) == ["security.capability"]
+    for person in (ALICE, ROOT):
+        save(trial, person, path)
+        assert attributes_of(path) == {}
 
 
 @needs_root

@@ -21,10 +21,10 @@ enum io_mode : int {
 /// when the process dies, the old file is what it was. Closing without commit() drops what was
 /// written.
 ///
-/// The new file has the group and permissions of the file that was there, and its owner where the
-/// system allows; where it has less than all of that nothing is replaced, and commit() says what
-/// could not be kept and why. A change of owner counts as that only where it would give the old one
-/// more than he had.
+/// The new file has the group, permissions, access lists and extended attributes of the file that
+/// was there, and its owner where the system allows; where it has less than all of that nothing is
+/// replaced, and commit() says what could not be kept and why. A change of owner counts as that
+/// only where it would give the old one more than before.
 class ANVIL_EXPORT io_file final : public io_device {
   public:
     io_file();
