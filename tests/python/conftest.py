@@ -13,11 +13,14 @@ import pytest
 if TYPE_CHECKING:
     from support.package_copy import PackageCopy
 
-REPOSITORY = Path(__file__).resolve().parents[2]
-
 # Before anything imports the module, which looks for its log folder once.
 _state_folder = tempfile.TemporaryDirectory(prefix="moxpy-tests-", ignore_cleanup_errors=True)
 os.environ["ORVANE_STATE_DIR"] = _state_folder.name
+
+
+def pytest_unconfigure() -> None:
+    """The folder goes with the process; a worker of a parallel run leaves nothing to its exit."""
+    _state_folder.cleanup()
 
 
 @pytest.fixture
@@ -44,14 +47,16 @@ def package(tmp_path: Path) -> PackageCopy:
 
 @pytest.fixture(scope="session")
 def sample() -> Callable[[str], Path]:
-    """Gives the path of a sample file; skips the test where the samples are not there."""
-    beside_the_checkout = REPOSITORY.parent / "shared" / "samples"
-    folder = Path(os.environ.get("MOXPY_SAMPLES", beside_the_checkout))
+    """Gives the path of a sample file; skips the test where there is none.
+
+    They are public recordings that are no part of the project; MOXPY_SAMPLES names their folder.
+    """
+    folder = Path(os.environ.get("MOXPY_SAMPLES", "no folder"))
 
     def path_of(name: str) -> Path:
         path = folder / name
         if not path.exists():
-            pytest.skip(f"the sample files are not on this machine: {name}")
+            pytest.skip("MOXPY_SAMPLES names no folder with the sample files")
         return path
 
     return path_of
