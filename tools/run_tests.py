@@ -75,8 +75,10 @@ def run_python_tests(build: Path, environment: dict[str, str], arguments: list[s
     report = build / "test-results" / "python.xml"
     folders = [build / "package", build / "tests" / "python", PROJECT / "python"]
     search_path = os.pathsep.join(map(str, folders))
+    # A process for each core; one that is done takes tests that wait for another.
+    parallel = ["--numprocesses", str(os.cpu_count() or 1), "--dist", "worksteal"]
     return run(
-        [sys.executable, "-m", "pytest", "-q", f"--junit-xml={report}", *arguments],
+        [sys.executable, "-m", "pytest", "-q", *parallel, f"--junit-xml={report}", *arguments],
         {**environment, "PYTHONPATH": search_path},
         report,
     )
