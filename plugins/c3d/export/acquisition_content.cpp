@@ -10,6 +10,7 @@
 
 #include <strata/data_store.hpp>
 
+#include "layout/force_platform_table.hpp"
 #include "plugins/c3d/attributes/read_attribute.hpp"
 #include "plugins/c3d/export/analog_columns.hpp"
 #include "plugins/c3d/export/analog_parameters.hpp"
@@ -116,8 +117,7 @@ class content_builder {
         content_.header.rate = stored_rate(time_base_.rate);
         add_points();
         add_analogs();
-        put_count(content_.parameters.reach("FORCE_PLATFORM"), "USED",
-                  platforms(content_.parameters));
+        put_count(content_.parameters.reach("FORCE_PLATFORM"), "USED", platforms());
         content_.header.events = put_events(content_.parameters, format_);
         content_.rotations =
             put_rotations(content_.parameters, data_, time_base_.frames, time_base_.rate);
@@ -127,9 +127,12 @@ class content_builder {
     }
 
   private:
-    /// FORCE_PLATFORM:USED as it is; 0 where nobody says it.
-    static std::uint64_t platforms(const parameter_tree& tree) {
-        return tree.as_table().count("FORCE_PLATFORM", "USED").value_or(0);
+    /// As many as the acquisition has. A group that is only one in a file, where case does not
+    /// count, keeps its USED.
+    [[nodiscard]] std::uint64_t platforms() const {
+        if (root_.exists_group(acquisition_layout::force_platform_path))
+            return acquisition_layout::force_platform_table(root_).count();
+        return content_.parameters.as_table().count("FORCE_PLATFORM", "USED").value_or(0);
     }
 
     void add_points() {
