@@ -14,6 +14,7 @@ namespace acquisition_layout {
 namespace {
 
 constexpr std::size_t usual_channels = 6;
+constexpr std::size_t polynomial_coefficients = 12; // six for each axis
 
 std::int64_t whole_number(double value) noexcept {
     constexpr double largest = 1e9;
@@ -38,7 +39,7 @@ force_platform_table::force_platform_table(const strata::data_group& root) {
     types_.width = 1;
     corners_ = read_blocks(group, "CORNERS", {4, 3});
     origins_ = read_blocks(group, "ORIGIN", {3});
-    polynomials_ = read_blocks(group, "FPCOPPOLY", {12});
+    read_polynomials(group);
     read_channels(group);
     read_matrices(group);
     count_platforms(group);
@@ -65,6 +66,14 @@ force_platform_table::read_blocks(const strata::data_group& group, const char* n
     if (!has_blocks(table.extents, inner))
         drop(table, name);
     return table;
+}
+
+void force_platform_table::read_polynomials(const strata::data_group& group) {
+    constexpr auto* name = "FPCOPPOLY";
+    polynomials_ = read(group, name);
+    polynomials_.width = polynomial_coefficients;
+    if (!has_lists(polynomials_.extents, polynomial_coefficients))
+        drop(polynomials_, name);
 }
 
 void force_platform_table::read_channels(const strata::data_group& group) {

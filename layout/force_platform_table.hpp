@@ -82,6 +82,7 @@ class force_platform_table {
     [[nodiscard]] numbers read(const strata::data_group& group, const char* name);
     [[nodiscard]] numbers read_blocks(const strata::data_group& group, const char* name,
                                       const std::vector<std::int64_t>& inner);
+    void read_polynomials(const strata::data_group& group);
     void read_channels(const strata::data_group& group);
     void read_matrices(const strata::data_group& group);
     void count_platforms(const strata::data_group& group);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <numeric>
+#include <utility>
 
 namespace acquisition_layout {
 
@@ -61,6 +62,19 @@ bool has_blocks(const std::vector<std::int64_t>& extents, const std::vector<std:
             return false;
     }
     return true;
+}
+
+bool has_lists(std::vector<std::int64_t> extents, std::int64_t count) {
+    extents = without_ones(std::move(extents));
+    const auto dimensions = extents.size();
+    if (dimensions >= 2) {
+        const auto pair = std::minmax(extents[dimensions - 2], extents[dimensions - 1]);
+        if (pair.first == 2 && pair.first * pair.second == count) {
+            extents.pop_back();
+            extents.back() = count;
+        }
+    }
+    return has_blocks(extents, {count});
 }
 
 std::optional<std::size_t> width_of_rows(const std::vector<std::int64_t>& extents,

@@ -15,6 +15,10 @@ namespace acquisition_layout {
 [[nodiscard]] bool has_blocks(const std::vector<std::int64_t>& extents,
                               const std::vector<std::int64_t>& inner);
 
+/// The same for `count` numbers of each platform, which some files give two dimensions, 2 and half
+/// of them in either order.
+[[nodiscard]] bool has_lists(std::vector<std::int64_t> extents, std::int64_t count);
+
 /// Numbers of each platform in a table whose width the file chooses, with `platforms` rows, at
 /// least `least` wide when there are others; nothing for other dimensions. A single dimension has
 /// the width 0, since it does not tell.

@@ -9,6 +9,7 @@ namespace {
 
 using acquisition_layout::extent_of_matrices;
 using acquisition_layout::has_blocks;
+using acquisition_layout::has_lists;
 using acquisition_layout::width_of_rows;
 using extents = std::vector<std::int64_t>;
 
@@ -25,6 +26,22 @@ TEST_P(ReversedCorners, HaveNoShape) { EXPECT_FALSE(has_blocks(GetParam(), {4, 3
 INSTANTIATE_TEST_SUITE_P(TableShape, ReversedCorners,
                          testing::Values(extents{3, 4, 2}, extents{3, 4}, extents{3, 4, 12},
                                          extents{3, 4, 1}, extents{2, 3, 4}, extents{12, 2}));
+
+class PolynomialsOf : public testing::TestWithParam<extents> {};
+class ReversedPolynomials : public testing::TestWithParam<extents> {};
+
+TEST_P(PolynomialsOf, FollowOneAnother) { EXPECT_TRUE(has_lists(GetParam(), 12)); }
+INSTANTIATE_TEST_SUITE_P(TableShape, PolynomialsOf,
+                         testing::Values(extents{3, 12}, extents{3, 2, 6}, extents{3, 6, 2},
+                                         extents{12}, extents{2, 6}, extents{6, 2}, extents{24},
+                                         extents{1, 2, 6}, extents{6, 6, 2}, extents{2, 6, 2},
+                                         extents{1, 6, 1, 2}, extents{0, 2, 6}));
+
+TEST_P(ReversedPolynomials, HaveNoShape) { EXPECT_FALSE(has_lists(GetParam(), 12)); }
+INSTANTIATE_TEST_SUITE_P(TableShape, ReversedPolynomials,
+                         testing::Values(extents{12, 2}, extents{12, 3}, extents{12, 6},
+                                         extents{6, 2, 3}, extents{2, 6, 3}, extents{6, 2, 2},
+                                         extents{2, 6, 6}, extents{3, 4, 3}));
 
 TEST(TableShape, RowsAreAsWideAsTheLastDimension) {
     EXPECT_EQ(width_of_rows({2, 8}, 2, 6), 8U);

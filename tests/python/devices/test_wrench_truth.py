@@ -131,17 +131,22 @@ def test_worked_numbers(
     np.testing.assert_allclose(at_centre, moment, atol=1e-2)
 
 
-def test_the_point_of_eight_forces_is_corrected_by_the_polynomial(tmp_path: Path) -> None:
+@pytest.mark.parametrize("dimensions", [(12,), (2, 6), (6, 2)])
+def test_the_point_of_eight_forces_is_corrected_by_the_polynomial(
+    tmp_path: Path, dimensions: tuple[int, ...]
+) -> None:
     plate, load = Plate(3, np.eye(3), centre=np.zeros(3)), walking()
     p = np.array([3, -5, 2, 7, 11, -640, 1, 4, -2, 9, -3, 320]) * 2.0**-20
     p[[0, 3, 6, 9]] *= 2.0**-24
     p[[1, 4, 7, 10]] *= 2.0**-8
     polynomial = p.astype(np.float32).astype(float)
+    # Of the first platform, which has six channels, the coefficients mean nothing.
+    stored = np.stack([np.ones(12), p]).reshape(2, *dimensions).astype("f4")
     acquisition = read_plates(
-        tmp_path, [plate], parameters={"FORCE_PLATFORM:FPCOPPOLY": p.reshape(1, 12).astype("f4")}
+        tmp_path, [Plate(2), plate], parameters={"FORCE_PLATFORM:FPCOPPOLY": stored}
     )
-    step_on(acquisition, plate, load)
-    (wrench,) = _moxPY.moxGetGroundReactionWrenches(acquisition)
+    step_on(acquisition, plate, load, 1)
+    _, wrench = _moxPY.moxGetGroundReactionWrenches(acquisition)
     x, y = load.place[:, 0], load.place[:, 1]
     x_factors, y_factors = polynomial[:6].reshape(2, 3), polynomial[6:].reshape(2, 3)
     in_y = [np.polyval(row, y**2) for row in x_factors]
