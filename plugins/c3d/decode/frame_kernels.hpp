@@ -42,6 +42,16 @@ void store_lanes(float* target, typename Lanes::vector values, std::size_t count
     std::copy_n(all.begin(), count, target);
 }
 
+/// Samples without a position: −1 beside zeros is how a point that was not seen is stored, also by
+/// writers whose fourth words mean nothing else.
+template <typename Lanes>
+typename Lanes::mask lanes_without_position(typename Lanes::mask nonzero,
+                                            typename Lanes::vector words) noexcept {
+    const auto negative = Lanes::in_range(words, -std::numeric_limits<float>::infinity(), 0.0F);
+    const auto without_sign = Lanes::in_range(words, 32768.0F, 65536.0F);
+    return Lanes::except(Lanes::either(negative, without_sign), nonzero);
+}
+
 template <typename Lanes, typename Elements, residual_rule Rule>
 bool decode_point(const point_block& block, const std::byte* sample, const point_target& target) {
     const auto not_seen = Lanes::all(std::numeric_limits<float>::quiet_NaN());
@@ -63,7 +73,9 @@ bool decode_point(const point_block& block, const std::byte* sample, const point
             valid = Lanes::both(valid, Lanes::in_range(words, 0.0F, 32768.0F));
             found = Lanes::either(found, valid);
         } else {
-            found = Lanes::either(found, Lanes::both(valid, Lanes::any_nonzero(xs, ys, zs)));
+            const auto nonzero = Lanes::any_nonzero(xs, ys, zs);
+            found = Lanes::either(found, Lanes::both(valid, nonzero));
+            valid = Lanes::except(valid, lanes_without_position<Lanes>(nonzero, words));
         }
         store_lanes<Lanes>(x + frame, Lanes::select(valid, xs, not_seen), count);
         store_lanes<Lanes>(y + frame, Lanes::select(valid, ys, not_seen), count);

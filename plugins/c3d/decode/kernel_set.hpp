@@ -32,7 +32,9 @@ struct point_block {
 /// invalid.
 enum class residual_rule {
     decides, ///< a fourth word from 0 to below 32,768
-    ignored, ///< any fourth word; 0 goes to the residuals
+    /// Any fourth word, but for a negative one (or a 16-bit one that was taken without its sign)
+    /// beside coordinates that are all 0; 0 goes to the residuals.
+    ignored,
 };
 
 /// Samples of several channels, a row for each instant.

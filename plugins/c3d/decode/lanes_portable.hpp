@@ -54,6 +54,10 @@ struct portable_lanes {
     static mask either(const mask& a, const mask& b) noexcept {
         return each([&](std::size_t i) { return a[i] || b[i]; });
     }
+    /// `a` without `b`.
+    static mask except(const mask& a, const mask& b) noexcept {
+        return each([&](std::size_t i) { return a[i] && !b[i]; });
+    }
     static bool is_any(const mask& lanes) noexcept {
         return lanes[0] || lanes[1] || lanes[2] || lanes[3];
     }

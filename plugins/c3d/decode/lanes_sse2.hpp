@@ -56,6 +56,8 @@ struct sse2_lanes {
     }
     static mask both(mask a, mask b) noexcept { return _mm_and_ps(a, b); }
     static mask either(mask a, mask b) noexcept { return _mm_or_ps(a, b); }
+    /// `a` without `b`.
+    static mask except(mask a, mask b) noexcept { return _mm_andnot_ps(b, a); }
     static bool is_any(mask lanes) noexcept { return _mm_movemask_ps(lanes) != 0; }
 
     static vector select(mask chosen, vector yes, vector no) noexcept {

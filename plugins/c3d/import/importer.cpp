@@ -31,8 +31,8 @@ struct file_content {
     std::vector<strata::channel_buffer> segments;
 };
 
-/// Some writers give every sample a negative residual. Where none is valid though there are
-/// coordinates, the residuals are no residuals.
+/// Some writers give every sample a negative residual, or any bits. Where none is valid though
+/// there are coordinates, the residuals are no residuals.
 void read_without_residuals(const file_reader& reader, const file_content& content,
                             const kernel_set& kernels, std::span<const point_target> points,
                             warnings& notes) {
@@ -40,7 +40,7 @@ void read_without_residuals(const file_reader& reader, const file_content& conte
         return;
     if (read_samples(reader, content.layout, kernels, residual_rule::ignored, {points, {}})) {
         notes.add("every sample of every point is marked as invalid, though there are coordinates; "
-                  "all count as valid");
+                  "the samples that hold them count as valid");
     } else {
         invalidate(content.points);
     }

@@ -119,6 +119,24 @@ TEST_P(FrameKernels, IgnoredFourthWordsDoNotMakeZerosCoordinates) {
     }
 }
 
+TEST_P(FrameKernels, IgnoredFourthWordsStillTellWhatWasNotSeen) {
+    for (const auto& kernels : both()) {
+        byte_vector bytes;
+        for (float value : {0.0F, 0.0F, 0.0F, -1.0F, 0.0F, 0.0F, 0.0F, 7.0F, 0.0F, 1.0F, 0.0F,
+                            -1.0F, 5.0F, 6.0F, 7.0F, -300.0F}) {
+            append(bytes, number(GetParam(), value));
+        }
+        const auto found = decode(kernels, bytes, 4, residual_rule::ignored);
+        EXPECT_TRUE(found.found);
+        EXPECT_TRUE(std::isnan(found.coordinates[0]));
+        EXPECT_TRUE(std::isnan(found.coordinates[4]));
+        EXPECT_EQ(found.coordinates[1], 0.0F);
+        EXPECT_EQ(found.coordinates[6], 1.0F);
+        EXPECT_EQ(found.coordinates[11], 7.0F);
+        EXPECT_EQ(found.residuals, (std::vector<float>{-1.0F, 0.0F, 0.0F, 0.0F}));
+    }
+}
+
 TEST_P(FrameKernels, ColumnsAreTransposedWhateverTheirNumber) {
     for (const auto& kernels : both()) {
         for (std::size_t columns = 1; columns <= 9; ++columns) {
@@ -151,13 +169,16 @@ TEST_P(FrameKernels, BothSetsOfLanesGiveTheSameBits) {
     for (auto& byte : bytes)
         byte = static_cast<std::byte>(random());
     const auto kernels = both();
-    const auto first = decode(kernels[0], bytes, frames);
-    const auto second = decode(kernels[1], bytes, frames);
-    for (std::size_t i = 0; i < first.coordinates.size(); ++i) {
-        const bool both_nan = std::isnan(first.coordinates[i]) && std::isnan(second.coordinates[i]);
-        ASSERT_TRUE(both_nan || first.coordinates[i] == second.coordinates[i]) << i;
+    for (const auto rule : {residual_rule::decides, residual_rule::ignored}) {
+        const auto first = decode(kernels[0], bytes, frames, rule);
+        const auto second = decode(kernels[1], bytes, frames, rule);
+        for (std::size_t i = 0; i < first.coordinates.size(); ++i) {
+            const bool both_nan =
+                std::isnan(first.coordinates[i]) && std::isnan(second.coordinates[i]);
+            ASSERT_TRUE(both_nan || first.coordinates[i] == second.coordinates[i]) << i;
+        }
+        EXPECT_EQ(first.residuals, second.residuals);
     }
-    EXPECT_EQ(first.residuals, second.residuals);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, FrameKernels,

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 from pathlib import Path
 
+import _moxPY
 import numpy as np
 import pytest
 from reading.read_c3d import analogs_of, points_of, read_c3d, track
@@ -53,6 +54,38 @@ def test_a_file_without_any_valid_sample_was_written_without_residuals(
     )  # fmt: skip
     np.testing.assert_array_equal(points_of(acquisition)["A"], track(4))
     np.testing.assert_array_equal(points_of(acquisition)["B"], track(4, 20))
+
+
+@pytest.mark.parametrize("processor", ["intel", "dec", "mips"])
+@pytest.mark.parametrize(
+    ("storage", "unusable", "lost"),
+    [
+        ("real", 1.7e38, -1), ("real", 1.7e38, -1e38), ("real", 65536.0, 65535.0),
+        ("real", 1.7e38, 32768.0), ("integer", -300, -1), ("integer", -32768, -2),
+    ],
+)  # fmt: skip
+def test_without_a_usable_word_zeros_with_a_negative_one_are_not_seen(
+    tmp_path: Path, processor: str, storage: str, unusable: float, lost: float
+) -> None:
+    points = {
+        "A": [[1, 2, 3, unusable], [0, 0, 0, lost], [4, 5, 6, lost], [0, 0, -0.5, unusable]],
+        "B": [[0, 0, 0, lost]] * 4,
+    }
+    acquisition = read_c3d(tmp_path, points, processor=processor, storage=storage, scale=0.5)
+    expected = {"A": [[1, 2, 3], LOST, [4, 5, 6], [0, 0, -0.5]], "B": [LOST] * 4}
+    np.testing.assert_equal(points_of(acquisition), expected)
+    again = tmp_path / "again.c3d"
+    _moxPY.moxWriteAcquisition(acquisition, str(again))
+    np.testing.assert_equal(points_of(_moxPY.moxReadAcquisition(str(again))), expected)
+
+
+def test_without_a_usable_word_zeros_are_a_position_where_it_is_not_negative(
+    tmp_path: Path,
+) -> None:
+    points = {"A": [[1, 2, 3, 1.7e38], [0, 0, 0, 1.7e38], [0, 0, 0, NAN], [0, 0, 0, -1]]}
+    acquisition = read_c3d(tmp_path, points)
+    expected = {"A": [[1, 2, 3], [0, 0, 0], [0, 0, 0], LOST]}
+    np.testing.assert_equal(points_of(acquisition), expected)
 
 
 def test_one_valid_sample_is_enough_to_believe_the_residuals(tmp_path: Path) -> None:
