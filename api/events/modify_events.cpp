@@ -2,6 +2,7 @@
 
 #include "api/events/modify_events.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <vector>
@@ -36,6 +37,17 @@ void create_text_once(const strata::data_set& set, const char* name, const std::
         create_text(set, name, text);
 }
 
+/// A set without a description gets one, and so do its occurrences that have none.
+void fill_description(const strata::data_set& set, const std::string& description) {
+    write(set.retrieve_attribute(attribute::description), description);
+    const auto of_occurrences = set.retrieve_attribute(attribute::occurrence_descriptions);
+    if (!of_occurrences)
+        return;
+    auto texts = read_vector<std::string>(of_occurrences);
+    std::ranges::replace(texts, std::string(), description);
+    write_vector(of_occurrences, texts);
+}
+
 /// What the set says of the event; an event that exists keeps what it has, but for an empty
 /// description.
 void describe_event(strata::data_set set, const occurrence& added) {
@@ -49,8 +61,8 @@ void describe_event(strata::data_set set, const occurrence& added) {
     const auto description = set.retrieve_attribute(attribute::description);
     if (!description)
         create_text(set, attribute::description, added.description);
-    else if (read<std::string>(description).empty())
-        write(description, added.description);
+    else if (read<std::string>(description).empty() && !added.description.empty())
+        fill_description(set, added.description);
     create_text_once(set, attribute::type, type_word(added.id, added.label));
 }
 
@@ -75,16 +87,21 @@ void describe_occurrence(const strata::data_set& set, std::size_t former_count,
     const auto text = [&](const char* name) {
         return read<std::string>(set.retrieve_attribute(name));
     };
+    // What is not given is what the set says, which is what all getters show of the occurrence.
+    const auto given_or_shown = [&](const std::string& given, const char* name) {
+        return given.empty() ? text(name) : given;
+    };
+    const auto icon = read<std::int32_t>(set.retrieve_attribute(attribute::icons));
     extend_occurrences(set, attribute::occurrence_contexts, former_count, text(attribute::context),
                        added.context);
     extend_occurrences(set, attribute::occurrence_labels, former_count, added.label, added.label);
     extend_occurrences(set, attribute::occurrence_subjects, former_count, text(attribute::subject),
-                       added.subject);
+                       given_or_shown(added.subject, attribute::subject));
     extend_occurrences(set, attribute::occurrence_descriptions, former_count,
-                       text(attribute::description), added.description);
-    extend_occurrences(set, attribute::occurrence_icons, former_count,
-                       read<std::int32_t>(set.retrieve_attribute(attribute::icons)),
-                       icon_of(added.id));
+                       text(attribute::description),
+                       given_or_shown(added.description, attribute::description));
+    extend_occurrences(set, attribute::occurrence_icons, former_count, icon,
+                       added.id == -1 ? icon : added.id);
     extend_occurrences(set, attribute::occurrence_flags, former_count, std::int32_t{0},
                        std::int32_t{0});
 }

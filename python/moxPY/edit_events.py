@@ -46,7 +46,9 @@ def moxAppendEvent(
     context : str
         Whom it concerns, such as "Left", "Right" or "General".
     subject : str, optional
-        Name of the subject. An event that exists keeps the one it has.
+        Name of the subject. An event that exists keeps the one it has; what is given here stands
+        in the file for this occurrence, else what the event has. The same goes for `description`
+        and `id`.
     description : str, optional
         Any text. An event that exists keeps the one it has, unless that is empty.
     id : int, optional

@@ -24,14 +24,10 @@ using word = std::numeric_limits<std::int16_t>;
 
 constexpr char part_separator[] = "_"; // that events are named with when a file is read
 
-int known_icon(int icon) noexcept { return icon == -1 ? 0 : icon; }
-
 bool are_equal(const event_occurrence& left, const event_occurrence& right) {
-    // A file without icons has none; a set has an icon always.
-    const auto icon = [](const event_occurrence& event) { return known_icon(event.icon); };
     return left.context == right.context && left.label == right.label &&
            left.subject == right.subject && left.description == right.description &&
-           left.time_s == right.time_s && icon(left) == icon(right) && left.flags == right.flags;
+           left.time_s == right.time_s && left.icon == right.icon && left.flags == right.flags;
 }
 
 bool are_equal(const std::vector<event_set>& left, const std::vector<event_set>& right) {
@@ -126,7 +122,7 @@ class event_lists {
         std::vector<std::int64_t> numbers;
         bool any = false;
         for (const auto& event : events_) {
-            const std::int64_t number = known_icon(event.*member);
+            const std::int64_t number = event.*member;
             if (number < word::min() || number > word::max()) {
                 throw export_error("EVENT:{} of the event '{}' is {}; a C3D file holds {} to {}",
                                    name, event.label, number, word::min(), word::max());

@@ -15,9 +15,10 @@ struct event_occurrence {
     std::string subject;
     std::string description;
     float time_s = 0.0F; ///< on the clock of the file
-    int icon = -1;       ///< −1 when the file has none
+    int icon = 0;
     int flags = 0;
     std::size_t position = 0; ///< among the events of the file
+    bool has_icon = false;    ///< false when the file has none for it
 };
 
 /// The events of the parameter group EVENT (`event`, a group below `Metadata`), in file order: as

@@ -42,7 +42,8 @@ constexpr std::array<label_synonym, 8> type_by_label = {{
 }};
 
 std::string type_of(const event_occurrence& event) {
-    if (event.icon >= 0 && static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
+    if (event.has_icon && event.icon >= 0 &&
+        static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
         return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
     }
     const auto found =
@@ -70,8 +71,7 @@ void create_event_set(strata::data_group& events, const event_set& content) {
         throw std::runtime_error(
             fmt::format("the times of the event '{}' were refused", content.name));
     }
-    auto icons = column<std::int32_t>(content, &event_occurrence::icon);
-    std::replace(icons.begin(), icons.end(), -1, 0);
+    const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
     const auto& first = content.occurrences.front();
     write_text(set, "Context", first.context);
     write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});

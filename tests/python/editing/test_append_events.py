@@ -165,8 +165,37 @@ def test_each_occurrence_keeps_what_the_set_cannot_hold(acquisition: Any) -> Non
     assert kept == {
         "Contexts": ["Left", "Left"],
         "Labels": ["Foot_Off", "FootOff"], "Subjects": ["Ann", "Bob"],
-        "Descriptions": ["first", "second"], "Icons": [2, 0], "Flags": [0, 0],
+        "Descriptions": ["first", "second"], "Icons": [2, 2], "Flags": [0, 0],
     }  # fmt: skip
+
+
+@pytest.mark.parametrize(
+    ("given", "kept"),
+    [
+        ((), ("Ann", "heel", 1)), (("Bob",), ("Bob", "heel", 1)), (("", "toe"), ("Ann", "toe", 1)),
+        (("", "", 0), ("Ann", "heel", 0)), (("", "", -1), ("Ann", "heel", 1)),
+        (("Bob", "toe", 7), ("Bob", "toe", 7)),
+    ],
+)  # fmt: skip
+def test_an_occurrence_has_what_the_event_shows_unless_others_are_given(
+    acquisition: Any, given: tuple[Any, ...], kept: tuple[Any, ...]
+) -> None:
+    _moxPY.moxAppendEvent(acquisition, "FS", 1.0, "Left", "Ann", "heel", 1)
+    _moxPY.moxAppendEvent(acquisition, "FS", 2.0, "Left", *given)
+    assert of_occurrences(acquisition, "LeftFS") == [("Ann", "heel", 1), kept]
+
+
+def test_a_description_that_fills_an_empty_one_is_that_of_all_without(acquisition: Any) -> None:
+    for text in ("", "", "heel", ""):
+        _moxPY.moxAppendEvent(acquisition, "FS", 1.0, "Left", "", text)
+    assert of_occurrences(acquisition, "LeftFS") == [("", "heel", 0)] * 4
+
+
+def of_occurrences(acquisition: Any, name: str) -> list[tuple[str, str, int]]:
+    """Subject, description and id of each."""
+    attributes = event(acquisition, name)["attributes"]
+    columns = [attributes[f"Occurrence{key}"][2] for key in ("Subjects", "Descriptions", "Icons")]
+    return [(subject, text, int(icon)) for subject, text, icon in zip(*columns, strict=True)]
 
 
 def test_an_occurrence_joins_the_event_of_a_file(tmp_path: Path) -> None:
