@@ -64,9 +64,12 @@ void resize_rotations(const strata::data_group& root, std::uint64_t frames) {
         resize_samples(set, samples);
         resize_reliabilities(set, layout::attribute::reliability, samples);
     }
-    // Samples that were cut off must not come back when a file is written.
     const auto raw = raw_rotations(root);
-    if (raw && raw.shape(false).dimensions().size() == 3 &&
+    if (!raw)
+        return;
+    write_or_create(raw, layout::attribute::num_samples, static_cast<std::int64_t>(samples));
+    // Samples that were cut off must not come back when a file is written.
+    if (raw.shape(false).dimensions().size() == 3 &&
         static_cast<std::uint64_t>(raw.shape(false).dimensions()[2]) > samples)
         resize_samples(raw, samples);
 }

@@ -50,7 +50,8 @@ void write_samples(output& target, const acquisition_content& content) {
 
 void write_rotations(output& target, const acquisition_content& content) {
     write_rows(target, content.rotations.columns, content.rotations.rows);
-    target.pad_block();
+    if (content.rotations.is_complete) // a reader would take padding for the rows that are missing
+        target.pad_block();
 }
 
 void write_file(anvil::io_device& device, const strata::data_group& root, warnings& notes) {
@@ -58,9 +59,9 @@ void write_file(anvil::io_device& device, const strata::data_group& root, warnin
         throw export_error("there is no group 'Format', which holds an acquisition");
     auto content = content_of(root, notes);
     // The places have a fixed width, so the section's length does not depend on them.
-    const auto places =
-        places_of(fitted_blocks(content.parameters, notes),
-                  content.frames.frames * content.frames.frame_bytes(), content.rotations.bytes());
+    const auto places = places_of(fitted_blocks(content.parameters, notes),
+                                  content.frames.frames * content.frames.frame_bytes(),
+                                  content.rotations.bytes(), content.rotations.is_complete);
     const auto head = make_head(content, places, root.retrieve_group("Format"));
     output target(device);
     byte_list bytes(head.header.begin(), head.header.end());

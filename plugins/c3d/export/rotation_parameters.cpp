@@ -45,9 +45,14 @@ double rate_of(const strata::data_set& set, double ratio, double point_rate) {
     return stored > 0.0 && std::abs(stored - computed) <= 0.01 * computed ? stored : computed;
 }
 
-rotation_source source_of(const strata::data_set& set, std::uint64_t rows, std::uint64_t held) {
+/// A row that the file lacked is not made up: a claim of the file is no reason for any number of
+/// them.
+rotation_source source_of(const strata::data_set& set, std::uint64_t wanted, std::uint64_t held) {
+    const auto rows = std::min(
+        wanted, read_number<std::uint64_t>(set.retrieve_attribute("NumSamples")).value_or(held));
     rotation_source source;
     source.rows = rows;
+    source.is_complete = rows == wanted;
     const auto segments = static_cast<std::uint64_t>(set.shape(false).dimensions()[1]);
     for (std::uint64_t segment = 0; segment < segments; ++segment) {
         const bool is_short = rows > held;

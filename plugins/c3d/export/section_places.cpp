@@ -14,7 +14,7 @@ std::uint64_t blocks_of(std::uint64_t bytes) { return (bytes + block_bytes - 1) 
 } // namespace
 
 section_places places_of(std::uint64_t parameter_blocks, std::uint64_t data_bytes,
-                         std::uint64_t rotation_bytes) {
+                         std::uint64_t rotation_bytes, bool are_complete) {
     const auto first = 2 + parameter_blocks;
     if (rotation_bytes == 0)
         return {first, 0};
@@ -26,6 +26,11 @@ section_places places_of(std::uint64_t parameter_blocks, std::uint64_t data_byte
         throw export_error("ROTATION:DATA_START would be block {}, or POINT:DATA_START block {}; a "
                            "C3D file holds {}",
                            behind_data, behind_rotations, largest_block_number);
+    }
+    if (!are_complete) {
+        throw export_error("the rotations come before samples of {} bytes, and some of them are "
+                           "missing; the number of frames, set anew, fills them up",
+                           data_bytes);
     }
     return {behind_rotations, first};
 }

@@ -7,6 +7,7 @@
 #include "plugins/c3d/file/c3d_error.hpp"
 #include "plugins/c3d/file/frame_count.hpp"
 #include "plugins/c3d/file/layout_candidates.hpp"
+#include "plugins/c3d/file/rotation_layout.hpp"
 
 namespace c3d {
 
@@ -124,11 +125,23 @@ bool is_out_of_proportion(const c3d_file& file, const frame_layout& layout) {
     return cost > 3 * file.size + bytes_always_allowed;
 }
 
+/// Without samples, only rotations can tell how many of the announced frames are there.
+void limit_to_rotations(const c3d_file& file, const std::optional<frame_count>& claimed,
+                        frame_layout& layout, warnings& notes) {
+    const auto held = frames_with_rotations(file, layout);
+    if (held == 0 || held >= layout.frames)
+        return;
+    notes.add("{} says {} frames, the file holds rotations of {}; these are read", claimed->source,
+              claimed->frames, held);
+    layout.frames = held;
+}
+
 void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout& layout,
                   warnings& notes) {
     const auto claimed = claimed_frames(claims);
     if (layout.frame_bytes() == 0) {
         layout.frames = claimed ? std::min(claimed->frames, most_frames_without_data) : 0;
+        limit_to_rotations(file, claimed, layout, notes);
         return;
     }
     const auto room = room_of(file, layout);
@@ -214,10 +227,10 @@ frame_layout decide_layout(const c3d_file& file, warnings& notes) {
     const auto claims = frame_claims_of(file);
     auto layout = candidates.data_offsets.empty() ? layout_without_data(file, candidates)
                                                   : best_layout(file, candidates, claims);
+    layout.point_rate = candidates.point_rate;
     count_frames(file, claims, layout, notes);
     layout.first_frame = first_frame_number(claims, layout.frames);
     layout.scale = scale_of(file);
-    layout.point_rate = candidates.point_rate;
     layout.analog_rate = analog_rate_of(layout, candidates.analog_rate, notes);
     note_contradictions(file, layout, notes);
     return layout;

@@ -61,14 +61,21 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
     const auto room = result.offset < file.size ? file.size - result.offset : 0;
     const auto most = segments > room ? 0 : room / result.row_bytes();
     const auto wanted = frames.frames != 0 ? frames.frames * result.ratio : most;
-    result.rows = wanted;
+    result.rows = std::min(wanted, most);
     if (wanted > most) {
         notes.add(
             "byte {}: {} rotations of {} segments expected, the file holds {}; these are read",
             result.offset, wanted, segments, most);
-        result.rows = most;
     }
+    // More rows in a frame than the file has rows are not believed: every frame would get them.
+    result.ratio = std::min(result.ratio, result.rows);
     return result.rows == 0 ? std::nullopt : std::optional(result);
+}
+
+std::uint64_t frames_with_rotations(const c3d_file& file, const frame_layout& frames) {
+    warnings none;
+    const auto rotations = decide_rotations(file, frames, none);
+    return rotations ? (rotations->rows + rotations->ratio - 1) / rotations->ratio : 0;
 }
 
 } // namespace c3d

@@ -79,11 +79,27 @@ TEST(ExportedRotations, FollowTheFrames) {
     auto point = found.store.root().retrieve_set("Format/Data/Markers/LASI");
     const std::array<std::uint64_t, 3> extent = {3, 1, 3};
     point.resize(extent.data(), extent.size());
+    const double rows = 3.0;
+    ASSERT_TRUE(found.store.root()
+                    .retrieve_set(rotations_set)
+                    .retrieve_attribute("NumSamples")
+                    .write_value(&rows, strata::data_type::float64));
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.shape(rotations_set), ElementsAre(17, 1, 3));
     EXPECT_THAT(again.row(rotations_set, 16, 0), ElementsAre(1, 1, -1));
     EXPECT_TRUE(std::isnan(again.row(rotations_set, 0, 0).at(2)));
     EXPECT_EQ(again.row(rotations_set, 3, 0).at(1), 103.0);
+}
+
+TEST(ExportedRotations, ThatTheFileLacksAreNotMadeUp) {
+    auto bytes = file_with_rotations();
+    bytes.resize(3 * 512 + 68); // the first row
+    const auto written = write(opened(bytes).store);
+    ASSERT_TRUE(written.status) << written.status.message("");
+    // A reader would take the padding of a block for the second row.
+    EXPECT_EQ(written.bytes.size() % 512, 68U);
+    EXPECT_EQ(written.part(written.bytes.size() - 68, 68), row_from(0.0F));
+    EXPECT_THAT(opened(written.bytes).shape(rotations_set), ElementsAre(17, 1, 1));
 }
 
 TEST(ExportedRotations, ThatAreNotThereAreNotAnnounced) {
@@ -116,6 +132,18 @@ TEST(SectionPlaces, TwoLongSectionsAreRefused) {
     } catch (const c3d::export_error& error) {
         EXPECT_STREQ(error.what(), "ROTATION:DATA_START would be block 65536, or POINT:DATA_START "
                                    "block 65536; a C3D file holds 65535");
+    }
+}
+
+TEST(SectionPlaces, RotationsWithMissingRowsCannotComeFirst) {
+    EXPECT_EQ(places_of(1, 65532U * 512U, 600, false).rotations, 65535U);
+    try {
+        (void)places_of(1, 65533U * 512U, 600, false);
+        FAIL();
+    } catch (const c3d::export_error& error) {
+        EXPECT_STREQ(error.what(), "the rotations come before samples of 33552896 bytes, and some "
+                                   "of them are missing; the number of frames, set anew, fills "
+                                   "them up");
     }
 }
 
