@@ -2,13 +2,12 @@
 
 #include "store/json_conversion.hpp"
 
-#include <limits>
 #include <string>
-#include <utility>
 
 #include <fmt/format.h>
 
 #include "store/dictionary.hpp"
+#include "store/integer_range.hpp"
 #include "store/nesting.hpp"
 #include "store/python_read.hpp"
 #include "store/swig_error.hpp"
@@ -47,18 +46,6 @@ anvil::json array_from(PyObject* list) {
     return array;
 }
 
-anvil::json integer_from(PyObject* value) {
-    int overflow = 0;
-    const long long number = PyLong_AsLongLongAndOverflow(value, &overflow);
-    if (PyErr_Occurred())
-        throw python_error{};
-    if (overflow != 0 || !std::in_range<std::int32_t>(number)) {
-        PyErr_SetString(PyExc_OverflowError, "Python int too large to convert to C long");
-        throw python_error{};
-    }
-    return number;
-}
-
 } // namespace
 
 void throw_unsupported_type(PyObject* value) {
@@ -79,7 +66,7 @@ anvil::json python_to_json(PyObject* value) {
     if (PyFloat_Check(value))
         return PyFloat_AS_DOUBLE(value);
     if (PyLong_Check(value))
-        return integer_from(value);
+        return c_long_of(value);
     if (value == Py_None)
         return nullptr;
     throw_unsupported_type(value);

@@ -3,11 +3,11 @@
 #include "store/python_write.hpp"
 
 #include <cstring>
-#include <limits>
 #include <map>
 #include <stdexcept>
 #include <vector>
 
+#include "store/integer_range.hpp"
 #include "store/list_elements.hpp"
 #include "store/numpy_types.hpp"
 #include "store/store_log.hpp"
@@ -23,9 +23,11 @@ void write_elements(strata::data_attribute& attribute, const void* elements, std
                     data_type type) {
     if (attribute.shape().element_count() != count) {
         log_store_failure(store_failure::attribute_count);
-    } else if (count != 0 && !attribute.write_value(elements, type)) {
-        log_store_failure(store_failure::write_attribute);
+        return;
     }
+    require_in_range(attribute.type(), elements, count, type);
+    if (count != 0 && !attribute.write_value(elements, type))
+        log_store_failure(store_failure::write_attribute);
 }
 
 /// The text of a bytes or str item without NUL, where the store's texts end; the item owns it.
@@ -47,19 +49,6 @@ const char* text_of_item(PyObject* item) {
     return text;
 }
 
-/// An int as the platform's 32-bit C `long`; Python OverflowError beyond it.
-std::int64_t as_c_long(PyObject* item) {
-    int overflow = 0;
-    const long long number = PyLong_AsLongLongAndOverflow(item, &overflow);
-    if (PyErr_Occurred())
-        throw python_error{};
-    if (overflow != 0 || !std::in_range<std::int32_t>(number)) {
-        PyErr_SetString(PyExc_OverflowError, "Python int too large to convert to C long");
-        throw python_error{};
-    }
-    return number;
-}
-
 double as_double(PyObject* item) {
     const double number = PyFloat_AsDouble(item);
     if (number == -1.0 && PyErr_Occurred())
@@ -72,11 +61,8 @@ void write_scalar(strata::data_attribute& attribute, PyObject* value) {
         const double number = PyFloat_AS_DOUBLE(value);
         write_elements(attribute, &number, 1, data_type::float64);
     } else if (PyLong_Check(value)) {
-        const long long number = PyLong_AsLongLong(value);
-        if (number == -1 && PyErr_Occurred())
-            throw python_error{};
-        const std::int64_t element = number;
-        write_elements(attribute, &element, 1, data_type::int64);
+        const auto number = int64_of(value);
+        write_elements(attribute, &number, 1, data_type::int64);
     } else if (PyBytes_Check(value) || PyUnicode_Check(value)) {
         const char* text = text_of_item(value);
         write_elements(attribute, &text, 1, data_type::string);
@@ -95,7 +81,7 @@ void write_list(strata::data_attribute& attribute, data_type target, PyObject* l
     } else if (target == data_type::int64) {
         std::vector<std::int64_t> numbers;
         for (const auto& item : items)
-            numbers.push_back(as_c_long(item.get()));
+            numbers.push_back(c_long_of(item.get()));
         write_elements(attribute, numbers.data(), numbers.size(), target);
     } else if (target == data_type::string) {
         std::vector<const char*> texts;

@@ -17,8 +17,9 @@ namespace mox {
 /// Replaces the attribute's elements by `value` (number, text, nested list or array), given to the
 /// store as elements of type `target`. Everything is taken from `value` before the store is
 /// written. Elements are taken in logical order whatever an array's memory layout. A count that
-/// differs from the attribute's is logged and nothing written. SystemError, OverflowError or what
-/// a Python conversion raises when `value` cannot be taken; ValueError for a ragged list.
+/// differs from the attribute's is logged and nothing written. SystemError or what a Python
+/// conversion raises when `value` cannot be taken; ValueError for a ragged list; OverflowError for
+/// an integer that the attribute cannot hold (store/integer_range.hpp).
 void write_python_value(strata::data_attribute attribute, strata::data_type target,
                         PyObject* value);
 

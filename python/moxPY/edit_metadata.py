@@ -63,6 +63,8 @@ def moxAppendMetaData(
         `info` holds something else, such as an array; ``values.tolist()`` makes it a list.
     ValueError
         Nested lists have different lengths.
+    OverflowError
+        The format has no room for an integer, or it is beyond 32 bits.
     SystemError
         A single value is to be a "Byte"; such an entry could not be read.
 
@@ -105,7 +107,7 @@ def moxSetMetaData(
     ------
     RuntimeError
         There is no such entry, or `info` is refused as by `moxAppendMetaData`.
-    TypeError, ValueError, SystemError
+    TypeError, ValueError, OverflowError, SystemError
         `info` is refused as by `moxAppendMetaData`.
 
     Examples
@@ -135,7 +137,8 @@ def moxSetMetaDataValue(
     entry : str
         Name of the entry; in the form with three arguments the value.
     value : number, str, list or ndarray, optional
-        The new values, converted to the format of the entry. A list or array has the dimensions
+        The new values, converted to the format of the entry; real numbers beyond its range become
+        the nearest one in it. A list or array has the dimensions
         that ``"dims"`` shows, the reverse of the shape that `moxGetMetaData` gives.
 
     Returns
@@ -150,6 +153,8 @@ def moxSetMetaDataValue(
         numbers for text.
     TypeError
         The value is none of these.
+    OverflowError
+        The entry has no room for an integer, or one in a list is beyond 32 bits.
 
     Examples
     --------

@@ -158,7 +158,8 @@ def test_numbers_in_bytes_have_no_sign(load: Load) -> None:
     _moxPY.moxSetAnalogNumber(acquisition, 200)
     for number, column in enumerate(plate.channels(load).T, start=150):
         _moxPY.moxSetAnalogValues(acquisition, number, column.reshape(-1, 1))
-    set_entry(acquisition, "CHANNEL", "Byte", [[151, 152, 153, 154, 155, 156]])
+    as_signed = [number - 256 for number in range(151, 157)]  # what reading such bytes shows
+    set_entry(acquisition, "CHANNEL", "Byte", [as_signed])
     assert_wrench(applied(acquisition)[0], plate.at_point(load))
     _moxPY.moxRemoveAnalog(acquisition, 0)
     assert_wrench(applied(acquisition)[0], plate.at_point(load))

@@ -18,6 +18,7 @@ NOT_A_TYPE = (
     'Given struct field "format" needs to correspond to a real type '
     '{"Integer", "Char", "Real", "Byte"}'
 )
+TOO_LARGE = "Python int too large to convert to C long"
 NOT_READABLE = "Trying to read an unsupported data type for a data set"
 TEXT_INTO_NUMBERS = "Impossible to write text into a metadata entry of numbers"
 NUMBERS_INTO_TEXT = 'Impossible to write number(s) into a metadata entry of format "Char"'
@@ -51,8 +52,9 @@ def test_numbers_are_stored_in_the_element_type_of_the_format(acquisition: Any, 
     ("kind", "given", "kept"),
     [
         ("Integer", 7, 7), ("Integer", 2.9, 2), ("Integer", -2.9, -2), ("Integer", True, 1),
-        ("Integer", 70000, 70000 - 65536), ("Integer", 1e9, 32767), ("Integer", float("nan"), 0),
-        ("Integer", float("inf"), 32767), ("Real", 7, 7.0), ("Real", True, 1.0),
+        ("Integer", 32767, 32767), ("Integer", -32768, -32768), ("Integer", 1e9, 32767),
+        ("Integer", float("nan"), 0), ("Integer", float("inf"), 32767),
+        ("Real", 7, 7.0), ("Real", True, 1.0),
         ("Real", 0.1, float(np.float32(0.1))), ("Real", 1e300, float("inf")),
         ("Char", "hip", "hip"), ("Char", "", ""), ("Char", "é%{}", "é%{}"),
     ],
@@ -67,8 +69,8 @@ def test_a_single_value_has_no_dimensions(
 @pytest.mark.parametrize(
     ("kind", "given", "kept", "dimensions"),
     [
-        ("Byte", [127, 128, -129], [127, -128, 127], [3]),  # integers wrap
-        ("Byte", [127.9, 128.0, -1e300], [127, 127, -128], [3]),  # floats saturate
+        ("Byte", [127, 0, -128], [127, 0, -128], [3]),
+        ("Byte", [127.9, 128.0, -1e300], [127, 127, -128], [3]),
         ("Integer", [1.5, -1.5], [1, -1], [2]),
         ("Integer", [True, False], [1, 0], [2]),
         ("Real", [[1, 2, 3], [4, 5, 6]], [[1, 4], [2, 5], [3, 6]], [2, 3]),
@@ -159,8 +161,13 @@ REFUSED_INFOS: list[tuple[Any, type[Exception], str]] = [
     ({"format": "Real", "values": [1.0, 1j]}, TypeError, "Unsupported data type: 'complex'"),
     ({"format": "Real", "values": [1.0], 3: 4}, TypeError, "Unsupported data type: 'int'"),
     ((), TypeError, "Unsupported data type: 'tuple'"),
-    ({"format": "Integer", "values": 2**31}, OverflowError,
-     "Python int too large to convert to C long"),
+    ({"format": "Integer", "values": 2**31}, OverflowError, TOO_LARGE),
+    ({"format": "Real", "values": [1, 2**31]}, OverflowError, TOO_LARGE),
+    ({"format": "Integer", "values": 2**15}, OverflowError, TOO_LARGE),
+    ({"format": "Integer", "values": [1, -(2**15) - 1]}, OverflowError, TOO_LARGE),
+    ({"format": "Integer", "values": [[1, 2], [70000, 4]]}, OverflowError, TOO_LARGE),
+    ({"format": "Byte", "values": [1, 128]}, OverflowError, TOO_LARGE),
+    ({"format": "Byte", "values": [-129, 1]}, OverflowError, TOO_LARGE),
     ({"format": "Real", "values": ["a"]}, RuntimeError, TEXT_INTO_NUMBERS),
     ({"format": "Integer", "values": "12"}, RuntimeError, TEXT_INTO_NUMBERS),
     ({"format": "Char", "values": [1, 2]}, RuntimeError, NUMBERS_INTO_TEXT),

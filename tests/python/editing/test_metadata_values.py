@@ -7,7 +7,7 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.metadata_entries import WAYS, append, info_of, names_of, values_of, ways
+from editing.metadata_entries import WAYS, add_entry, append, info_of, names_of, values_of, ways
 from support.failures import failure_of
 from support.store_tree import snapshot
 
@@ -15,6 +15,7 @@ DIFFERENT_SHAPE = (
     "Impossible to write value(s) with a shape different than the one stored in the data attribute"
 )
 TEXT_INTO_NUMBERS = "Impossible to write text into a metadata entry of numbers"
+TOO_LARGE = "Python int too large to convert to C long"
 NUMBERS_INTO_TEXT = 'Impossible to write number(s) into a metadata entry of format "Char"'
 
 
@@ -101,8 +102,22 @@ REFUSED_VALUES: list[tuple[str, Any, type[Exception], str]] = [
     ("COUNT", "7", RuntimeError, TEXT_INTO_NUMBERS),
     ("NAMES", [1, 2], RuntimeError, NUMBERS_INTO_TEXT),
     ("NAME", 7, RuntimeError, NUMBERS_INTO_TEXT),
-    ("COUNTS", [1, 2, 2**31], OverflowError, "Python int too large to convert to C long"),
-    ("COUNTS", [1, 2, -(2**63)], OverflowError, "Python int too large to convert to C long"),
+    ("COUNTS", [1, 2, 2**31], OverflowError, TOO_LARGE),
+    ("COUNTS", [1, 2, -(2**63)], OverflowError, TOO_LARGE),
+    ("COUNTS", [1, 2, 2**15], OverflowError, TOO_LARGE),
+    ("COUNTS", [-(2**15) - 1, 2, 3], OverflowError, TOO_LARGE),
+    ("COUNTS", np.array([1, 2, 40000]), OverflowError, TOO_LARGE),
+    ("COUNTS", np.array([1, 2, 40000], dtype=np.uint16), OverflowError, TOO_LARGE),
+    ("COUNTS", np.array([1, 2, 2**64 - 1], dtype=np.uint64), OverflowError, TOO_LARGE),
+    ("COUNTS", np.array([1, 2, 40000], dtype=">i4"), OverflowError, TOO_LARGE),
+    ("COUNT", 2**15, OverflowError, TOO_LARGE),
+    ("COUNT", np.array(2**15), OverflowError, TOO_LARGE),
+    ("COUNT", 2**63, OverflowError, TOO_LARGE),
+    ("WEIGHT", 2**63, OverflowError, TOO_LARGE),
+    ("WEIGHTS", [1, 2, 3, 2**31], OverflowError, TOO_LARGE),
+    ("BYTES", [0, 128], OverflowError, TOO_LARGE),
+    ("BYTES", [-129, 0], OverflowError, TOO_LARGE),
+    ("BYTES", np.array([0, 255], dtype=np.uint8), OverflowError, TOO_LARGE),
     ("GRID", [[1.0, 2.0, 3.0], [4.0]], ValueError,
      "The nested lists of the given value have different lengths"),
     ("GRID", [[1.0, 2.0, 3.0], [4.0, 5.0, [6.0]]], ValueError,
@@ -123,11 +138,46 @@ def test_a_refused_value_leaves_everything_as_it_was(
     assert snapshot(rich_trial) == before
 
 
-def test_an_integer_beyond_64_bits_is_refused(rich_trial: Any) -> None:
-    before = snapshot(rich_trial)
-    raised, _ = failure_of(_moxPY.moxSetMetaDataValue, rich_trial, "TRIAL", "COUNT", 2**63)
-    assert raised is OverflowError
-    assert snapshot(rich_trial) == before
+INTEGERS = ["int8", "uint8", "int16", "uint16", "int32", "uint32", "int64", "uint64"]
+
+
+@pytest.mark.parametrize("given", INTEGERS)
+@pytest.mark.parametrize("stored", INTEGERS)
+def test_integers_are_kept_or_refused_in_entries_of_every_integer_type(
+    acquisition: Any, stored: str, given: str
+) -> None:
+    add_entry(acquisition, "G", "E", stored, [2])
+    limits, kept = np.iinfo(given), np.iinfo(stored)
+    for number in (limits.min, limits.max):
+        value = np.array([number, 1], dtype=given)
+        before = snapshot(acquisition)
+        if kept.min <= number <= kept.max:
+            _moxPY.moxSetMetaDataValue(acquisition, "G", "E", value)
+            assert values_of(acquisition, "G", "E") == [number, 1]
+        else:
+            failure = failure_of(_moxPY.moxSetMetaDataValue, acquisition, "G", "E", value)
+            assert failure == (OverflowError, TOO_LARGE)
+            assert snapshot(acquisition) == before
+
+
+@pytest.mark.parametrize("number", [2**31, 2**40, 2**63 - 1, -(2**31) - 1, 2**63, 10**30])
+def test_a_single_integer_beyond_a_wider_entry_is_refused(acquisition: Any, number: int) -> None:
+    before = snapshot(acquisition)
+    failure = failure_of(_moxPY.moxSetMetaDataValue, acquisition, "ANALOG", "BITS", number)
+    assert failure == (OverflowError, TOO_LARGE)
+    assert snapshot(acquisition) == before
+
+
+def test_a_single_integer_may_have_64_bits_where_the_entry_has(acquisition: Any) -> None:
+    add_entry(acquisition, "G", "E", "int64", None, [0])
+    _moxPY.moxSetMetaDataValue(acquisition, "G", "E", 2**63 - 1)
+    assert values_of(acquisition, "G", "E") == 2**63 - 1
+
+
+@pytest.mark.parametrize("value", [2**40, np.array(2**40)])
+def test_a_real_entry_takes_every_integer_that_can_be_given(rich_trial: Any, value: Any) -> None:
+    _moxPY.moxSetMetaDataValue(rich_trial, "TRIAL", "WEIGHT", value)
+    assert values_of(rich_trial, "TRIAL", "WEIGHT") == 2.0**40
 
 
 def test_an_entry_of_all_metadata_is_named_by_a_path_without_slash(acquisition: Any) -> None:

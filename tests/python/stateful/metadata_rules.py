@@ -18,11 +18,12 @@ places = mostly(existing_entry, st.tuples(groups, entries))
 formats = mostly(st.sampled_from(["Integer", "Byte", "Char", "Real"]), st.just("Float"))
 
 VALUES: list[Any] = [
-    5, -3.5, True, "text", "", "12.5 mm", 70000, 2**40, None, (1, 2),
+    5, -3.5, True, "text", "", "12.5 mm", 70000, 2**40, 2**70, None, (1, 2),
     [5], [1, 2, 3], [0.5, -1.5, 40000.0], ["a", "bc"], ["7", "-2x"], [True, False],
     [[1, 2], [3, 4], [5, 6]], [[0.5, 1.5]], [["a", "b", "c"], ["d", "e", "f"]],
     [], [1, 2.0], [[1, 2], [3]], [300, -70000], [2**40, 1],
-    np.array([1, 2, 3], dtype=np.int16), np.array(2.5), np.array(["x", "yz"]),
+    np.array([1, 2, 3], dtype=np.int16), np.array([1, 200, 70000]), np.array(2.5),
+    np.array(["x", "yz"]),
     np.asfortranarray([[1.5, 2.5], [3.5, 4.5], [5.5, 6.5]]), np.array([1j, 2j]),
 ]  # fmt: skip
 values = st.sampled_from(VALUES)

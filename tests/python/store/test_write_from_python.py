@@ -160,7 +160,6 @@ def test_shape_of_a_value(value: Any, shape: list[int]):
         (2.75, Type.INT16, 2),
         (2**53, Type.INT64, 2**53),
         (2**40, Type.INT64, 2**40),
-        (2**32 + 5, Type.INT32, 5),
         (-7, Type.FLOAT32, -7.0),
         (True, Type.INT64, 1),
         (Int(5), Type.INT16, 5),
@@ -193,8 +192,17 @@ def test_a_scalar_of_another_type_is_refused(store: Any, value: Any):
 
 def test_an_int_beyond_64_bits_overflows(store: Any):
     probe.create_attribute(store, "G", "A", Type.INT64, None)
-    raised, _ = failure_of(write, store, 2**63)
-    assert raised is OverflowError
+    assert failure_of(write, store, 2**63) == (OverflowError, TOO_LARGE)
+    assert attribute(store, "G", "A")[2] == [0]
+
+
+@pytest.mark.parametrize(
+    ("number", "element_type"),
+    [(2**32 + 5, Type.INT32), (-1, Type.UINT64), (256, Type.UINT8), (-129, Type.INT8)],
+)
+def test_an_int_beyond_the_stored_type_overflows(store: Any, number: int, element_type: Type):
+    probe.create_attribute(store, "G", "A", element_type, None)
+    assert failure_of(write, store, number) == (OverflowError, TOO_LARGE)
     assert attribute(store, "G", "A")[2] == [0]
 
 

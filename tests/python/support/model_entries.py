@@ -73,14 +73,24 @@ def elements_of(value: Any) -> list[Any]:
     if isinstance(value, np.ndarray):
         return value.ravel().tolist()
     if not isinstance(value, list):
+        _require_bits(value, 64)
         return [value]
     shape = shape_of(value)
     if any(shape_of(item) != shape[1:] for item in value):
         raise Refused(kind=ValueError)
     items = [element for item in value for element in elements_of(item)]
-    if any(isinstance(item, int) and not -(2**31) <= item < 2**31 for item in items):
-        raise Refused("Python int too large to convert to C long", OverflowError)
+    for item in items:
+        _require_bits(item, 32)
     return items
+
+
+def too_large() -> Refused:
+    return Refused("Python int too large to convert to C long", OverflowError)
+
+
+def _require_bits(item: Any, bits: int) -> None:
+    if isinstance(item, int) and not -(2 ** (bits - 1)) <= item < 2 ** (bits - 1):
+        raise too_large()
 
 
 def written(value: Any, kind: str) -> list[Any]:
@@ -95,13 +105,16 @@ def _as_stored(element: Any, kind: str) -> Any:
         return single(element)
     if isinstance(element, float):
         return _saturated(element, kind)
-    return int(np.array([int(element) % 2**64], dtype=np.uint64).astype(kind)[0])
+    limits = np.iinfo(kind)
+    if not limits.min <= element <= limits.max:
+        raise too_large()
+    return int(element)
 
 
 def assign_number(entry: Entry | None, number: float) -> None:
     """Write one number into an entry that can hold one."""
     if entry is not None and entry.kind != "str" and len(entry.elements) == 1:
-        entry.elements = [_as_stored(number, entry.kind)]
+        entry.elements = [_as_stored(float(number), entry.kind)]
 
 
 def reformatted(element: Any, kind: str, target: str) -> Any:

@@ -14,6 +14,7 @@ from .model_entries import (
     reformatted,
     require_readable,
     shape_of,
+    too_large,
     written,
 )
 from .model_state import Entry, MetadataGroup, Refused, State
@@ -205,9 +206,8 @@ def _new_entry(kind: str, values: Any) -> Entry:
         single_byte = kind == "int8" and math.prod(shape) == 1  # refused with another text
         raise Refused(None if single_byte else "Unexpected Python type to write", SystemError)
     _require_same_kind(kind, given)
-    elements = written(values, kind)
-    require_readable(kind, len(elements))
-    return Entry(kind, shape, elements)
+    require_readable(kind, math.prod(shape))
+    return Entry(kind, shape, written(values, kind))
 
 
 def _is_entry_name(name: str) -> bool:
@@ -221,7 +221,7 @@ def _require_json(value: Any) -> None:
     elif value is not None and not isinstance(value, (bool, str, float, int)):
         raise Refused(f"Unsupported data type: '{_full_name(type(value))}'", TypeError)
     elif isinstance(value, int) and not -(2**31) <= value < 2**31:
-        raise Refused("Python int too large to convert to C long", OverflowError)
+        raise too_large()
 
 
 def _full_name(type_: type) -> str:
