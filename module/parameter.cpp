@@ -129,8 +129,6 @@ std::string to_text(PyObject* value, const argument_place& place) {
 }
 
 py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place) {
-    if (value == Py_None)
-        raise_null_reference(place);
     auto proxy = proxy_of(value);
     if (!proxy && PyErr_Occurred())
         throw python_error{};
@@ -139,6 +137,12 @@ py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& p
     if (!as_proxy(proxy)->wrapped)
         raise_null_reference(place);
     return proxy;
+}
+
+py_ref to_handle(PyObject* value, const argument_place& place) {
+    if (value == Py_None)
+        raise_null_reference(place);
+    return to_proxy(value, kind_of<strata::data_store>, place);
 }
 
 bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept {

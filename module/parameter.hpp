@@ -36,9 +36,11 @@ namespace conversion {
 [[nodiscard]] double to_double(PyObject* value, const argument_place& place);
 [[nodiscard]] float to_float(PyObject* value, const argument_place& place);
 [[nodiscard]] std::string to_text(PyObject* value, const argument_place& place);
-/// The proxy of `kind` that `value` is or holds; ValueError for None and for one whose object was
-/// deleted, TypeError for anything else.
+/// The proxy of `kind` that `value` is or holds; TypeError for anything else, None among it,
+/// ValueError for one whose object was deleted.
 [[nodiscard]] py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place);
+/// The same for a handle of an acquisition, for which None is a null reference: ValueError.
+[[nodiscard]] py_ref to_handle(PyObject* value, const argument_place& place);
 [[nodiscard]] bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept;
 } // namespace conversion
 
@@ -99,13 +101,20 @@ template <typename Wrapped> struct wrapped_parameter {
         return conversion::fits_proxy(value, kind_of<Wrapped>);
     }
     static Wrapped convert(PyObject* value, const argument_place& place) {
-        const auto proxy = conversion::to_proxy(value, kind_of<Wrapped>, place);
+        return copy_of(conversion::to_proxy(value, kind_of<Wrapped>, place));
+    }
+
+  protected:
+    static Wrapped copy_of(const py_ref& proxy) {
         return *static_cast<Wrapped*>(as_proxy(proxy)->wrapped);
     }
 };
 
 template <> struct parameter<strata::data_store> : wrapped_parameter<strata::data_store> {
     static constexpr const char* spelling = "strata::data_store";
+    static strata::data_store convert(PyObject* value, const argument_place& place) {
+        return copy_of(conversion::to_handle(value, place));
+    }
 };
 
 // A parameter declared const by value keeps its own type only in a class of its own: functions do
@@ -142,7 +151,7 @@ template <> struct parameter<store_pointer> {
         return conversion::fits_proxy(value, kind_of<strata::data_store>);
     }
     static store_pointer convert(PyObject* value, const argument_place& place) {
-        return {conversion::to_proxy(value, kind_of<strata::data_store>, place)};
+        return {conversion::to_handle(value, place)};
     }
 };
 
