@@ -29,8 +29,8 @@ template <auto Implementation, typename Result, typename... Parameters>
 struct call_frame<Implementation, Result (*)(Parameters...)> {
     static constexpr std::size_t argument_count = sizeof...(Parameters);
 
-    /// True when every argument can be converted; converts none. `arguments` has argument_count
-    /// elements.
+    /// True when every argument can be converted; converts none. False with an exception pending
+    /// when a check raised one. `arguments` has argument_count elements.
     static bool accepts(PyObject* const* arguments) noexcept {
         return accepts_each(arguments, std::index_sequence_for<Parameters...>{});
     }

@@ -21,7 +21,8 @@ template <std::size_t Size> struct fixed_text {
 };
 
 /// The entries of one Python function. Without overloads an argument list of the wrong length is
-/// refused at once; with them the first one that accepts all arguments is called.
+/// refused at once; with them the first one that accepts all arguments is called. An exception that
+/// a check leaves pending ends the search.
 template <fixed_text Name, auto... Overloads> struct function_entry {
     static constexpr bool overloaded = sizeof...(Overloads) > 1;
     static constexpr std::size_t least = std::min({call_frame<Overloads>::argument_count...});
@@ -50,11 +51,14 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
     }
 
   private:
+    /// True when the call is decided: `result` is what it returns.
     template <auto Overload>
     static bool call_if_accepted(PyObject* const* arguments, Py_ssize_t count, PyObject*& result) {
         using frame = call_frame<Overload>;
-        if (count != static_cast<Py_ssize_t>(frame::argument_count) || !frame::accepts(arguments))
+        if (count != static_cast<Py_ssize_t>(frame::argument_count))
             return false;
+        if (!frame::accepts(arguments))
+            return PyErr_Occurred() != nullptr;
         result = frame::call(Name.text, arguments);
         return true;
     }

@@ -142,10 +142,7 @@ py_ref proxy_of(PyObject* object) noexcept {
             return current;
         auto inner = py_ref::steal(PyObject_GetAttr(current.get(), interned_this));
         if (!inner) {
-            // An interrupt, or a lack of memory, is not the object's answer.
-            if (PyErr_ExceptionMatches(PyExc_Exception) != 0 &&
-                PyErr_ExceptionMatches(PyExc_MemoryError) == 0)
-                PyErr_Clear();
+            forget_answer();
             return {};
         }
         current = std::move(inner);

@@ -149,8 +149,6 @@ bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept {
     if (value == Py_None)
         return false;
     const auto proxy = proxy_of(value);
-    if (!proxy)
-        PyErr_Clear(); // no overload fits, which says enough
     return proxy && is_of(proxy, kind);
 }
 

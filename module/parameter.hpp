@@ -41,10 +41,13 @@ namespace conversion {
 [[nodiscard]] py_ref to_proxy(PyObject* value, const proxy_kind& kind, const argument_place& place);
 /// The same for a handle of an acquisition, for which None is a null reference: ValueError.
 [[nodiscard]] py_ref to_handle(PyObject* value, const argument_place& place);
+/// False with an exception pending when looking for the proxy raised one that must not be
+/// swallowed: an interrupt, a lack of memory.
 [[nodiscard]] bool fits_proxy(PyObject* value, const proxy_kind& kind) noexcept;
 } // namespace conversion
 
-/// `type` is what the conversion gives and the implementation takes.
+/// `type` is what the conversion gives and the implementation takes. No check leaves an exception
+/// pending but fits_proxy.
 template <typename Declared> struct parameter;
 
 template <> struct parameter<int> {

@@ -13,9 +13,12 @@ namespace {
 
 bool has_attribute(PyObject* value, const char* name) {
     const auto attribute = py_ref::steal(PyObject_GetAttrString(value, name));
-    if (!attribute)
-        PyErr_Clear();
-    return static_cast<bool>(attribute);
+    if (attribute)
+        return true;
+    forget_answer();
+    if (PyErr_Occurred())
+        throw python_error{};
+    return false;
 }
 
 /// True for what NumPy takes item by item: not for arrays, what stands for an array, and texts.

@@ -19,6 +19,14 @@ namespace mox {
 /// Thrown while a Python exception is pending: the call ends and Python raises that exception.
 struct python_error {};
 
+/// After a Python call that failed: forgets its exception where that is an answer of the object
+/// that was asked. An interrupt, the end of the process or a lack of memory stays pending.
+inline void forget_answer() noexcept {
+    if (PyErr_ExceptionMatches(PyExc_Exception) != 0 &&
+        PyErr_ExceptionMatches(PyExc_MemoryError) == 0)
+        PyErr_Clear();
+}
+
 /// Owns one reference to a Python object, or none.
 class py_ref {
   public:

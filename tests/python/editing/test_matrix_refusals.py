@@ -94,6 +94,28 @@ class LooksLikeAnArray:
         raise AssertionError("only arrays, lists and tuples are taken")
 
 
+class Interrupting:
+    """A sequence that is interrupted when it is asked whether it is an array."""
+
+    def __len__(self) -> int:
+        return 0
+
+    def __getitem__(self, index: int) -> Any:
+        raise IndexError(index)
+
+    @property
+    def __array__(self) -> Any:
+        raise KeyboardInterrupt("stop")
+
+
+@takers
+def test_an_interrupt_in_a_list_is_passed_on(rich_trial: Any, taker: Setter) -> None:
+    before = snapshot(rich_trial)
+    with pytest.raises(KeyboardInterrupt, match=r"^stop$"):
+        taker.write(rich_trial, [Interrupting()])
+    assert snapshot(rich_trial) == before
+
+
 @takers
 @pytest.mark.parametrize(
     "value",

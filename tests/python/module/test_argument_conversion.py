@@ -11,7 +11,7 @@ import _moxPY
 import numpy as np
 import pytest
 from support.failures import failure_of
-from support.proxies import Shadow, deleted_handle, new_proxy
+from support.proxies import PASSED_ON, Shadow, StoppingShadow, deleted_handle, new_proxy
 
 LARGEST_SINGLE = float(np.finfo(np.float32).max)
 
@@ -199,6 +199,12 @@ def test_what_is_no_acquisition_is_refused(value: Any):
         TypeError,
         "in method 'take_store', argument 1 of type 'strata::data_store'",
     )
+
+
+@pytest.mark.parametrize("raised", PASSED_ON)
+def test_what_stops_the_script_behind_a_handle_is_passed_on(raised: type[BaseException]):
+    with pytest.raises(raised, match=r"^stop$"):
+        probe.take_store(StoppingShadow(raised))
 
 
 def test_message_of_a_null_acquisition_counts_outputs():

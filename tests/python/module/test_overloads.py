@@ -9,7 +9,7 @@ import _moxPY
 import pytest
 from support.failures import failure_of
 from support.interface import REGISTERED, Function
-from support.proxies import deleted_handle
+from support.proxies import PASSED_ON, StoppingShadow, deleted_handle
 
 OVERLOADED = [function for function in REGISTERED if function.overloaded]
 
@@ -92,3 +92,16 @@ def test_a_text_without_utf8_form_is_reported_by_its_overload(handle: Any):
         TypeError,
         "in method 'choose', argument 2 of type 'std::string const &'",
     )
+
+
+@pytest.mark.parametrize("raised", PASSED_ON)
+def test_what_stops_the_script_ends_the_search_for_an_overload(raised: type[BaseException]):
+    handle = StoppingShadow(raised)
+    with pytest.raises(raised, match=r"^stop$"):
+        _moxPY.moxGetPoint(handle, 0)
+    assert handle.asked == 1
+
+
+def test_any_other_failure_behind_a_handle_fits_no_overload():
+    handle = StoppingShadow(RuntimeError)
+    assert failure_of(_moxPY.moxGetPoint, handle, 0) == (TypeError, POINT_MESSAGE)

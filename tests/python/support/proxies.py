@@ -25,3 +25,20 @@ class Shadow:
 
     def __init__(self, this: Any) -> None:
         self.this = this
+
+
+# What is not the answer of an object that is asked for its handle.
+PASSED_ON = (KeyboardInterrupt, SystemExit, MemoryError)
+
+
+class StoppingShadow:
+    """An instance whose attribute `this` raises, and counts how often it was asked for."""
+
+    def __init__(self, raised: type[BaseException]) -> None:
+        self.raised = raised
+        self.asked = 0
+
+    @property
+    def this(self) -> Any:
+        self.asked += 1
+        raise self.raised("stop")
