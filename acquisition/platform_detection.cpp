@@ -38,7 +38,10 @@ std::vector<double> parameters_of(const strata::data_group& root) {
     for (const auto* name :
          {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX", "FPCOPPOLY"}) {
         const auto parameter = group.retrieve_attribute(name);
-        const auto values = acquisition_layout::read_numbers<double>(parameter);
+        // What holds none is told of when the groups are made.
+        const auto values = acquisition_layout::holds_numbers(parameter)
+                                ? acquisition_layout::read_numbers<double>(parameter)
+                                : std::vector<double>();
         const auto extents =
             parameter ? parameter.shape().dimensions() : std::vector<std::int64_t>();
         numbers.push_back(parameter ? 1.0 : 0.0);

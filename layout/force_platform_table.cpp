@@ -50,8 +50,10 @@ force_platform_table::numbers force_platform_table::read(const strata::data_grou
     const auto attribute = group.retrieve_attribute(name);
     if (!attribute)
         return {};
-    numbers table{read_numbers<double>(attribute), attribute.shape().dimensions(), 0};
-    if (table.values.empty() && attribute.shape().element_count() != 0)
+    numbers table{{}, attribute.shape().dimensions(), 0};
+    if (holds_numbers(attribute))
+        table.values = read_numbers<double>(attribute);
+    else if (attribute.shape().element_count() != 0)
         unreadable_.emplace_back(name);
     return table;
 }

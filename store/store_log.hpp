@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "layout/read_attribute.hpp"
+
 namespace mox {
 
 /// Writes a failure line to the store library's logger; the caller goes on with default values.
@@ -9,8 +11,7 @@ void log_store_failure(std::string_view text) noexcept;
 
 /// The failures that are logged, not raised.
 namespace store_failure {
-inline constexpr std::string_view read_attribute =
-    "Invalid value to read the content of an attribute";
+inline constexpr std::string_view read_attribute = acquisition_layout::unreadable_attribute;
 inline constexpr std::string_view read_attribute_type =
     "Invalid data type to read the content of an attribute";
 inline constexpr std::string_view read_selection =

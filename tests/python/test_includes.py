@@ -19,7 +19,7 @@ ALLOWED = {
     "plugins/classical_mechanics": PLATFORM | {"layout"},
     "plugins/data_modifier": PLATFORM,
     "examples/plugin": PLATFORM,
-    "store": PLATFORM,
+    "store": PLATFORM | {"layout"},
     "acquisition": PLATFORM | {"layout", "store"},
     "api": PLATFORM | {"layout", "store", "acquisition"},
     "module": PLATFORM | {"store", "acquisition", "api"},

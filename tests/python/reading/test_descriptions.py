@@ -2,12 +2,13 @@
 
 from __future__ import annotations
 
+from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
 import _moxPY
 from reading.read_c3d import read_c3d, track
-from support.c3d_bytes import text
+from support.c3d_bytes import integer, text
 
 POINTS = {"A": track(2), "B": track(2), "C": track(2)}
 
@@ -42,6 +43,16 @@ def test_an_empty_list(tmp_path: Path) -> None:
     empty = text("DESCRIPTIONS", [], width=32)
     acquisition = read_c3d(tmp_path, POINTS, parameters={"POINT:DESCRIPTIONS": empty})
     assert descriptions(acquisition) == {"A": "", "B": "", "C": ""}
+
+
+def test_numbers_in_place_of_the_list_are_logged(
+    tmp_path: Path, new_log_lines: Callable[[], list[str]]
+) -> None:
+    numbers = {"POINT:DESCRIPTIONS": integer("DESCRIPTIONS", [1, 2, 3])}
+    acquisition = read_c3d(tmp_path, {"A": track(2)}, parameters=numbers)
+    assert descriptions(acquisition) == {"A": ""}
+    line = "[error] [strata] Invalid value to read the content of an attribute"
+    assert new_log_lines() == [line]
 
 
 def test_points_of_other_types_are_counted_along(tmp_path: Path) -> None:
