@@ -210,6 +210,7 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     write_or_create(analogs, attribute::sample_rate, rate);
     write_to_raw_set(root, layout::analogs, attribute::num_samples, samples);
     write_to_raw_set(root, layout::analogs, attribute::sample_rate, rate);
+    write_to_parameter(root, layout::metadata_analog, rate);
 }
 
 void set_analog_resolution(strata::data_store acquisition, int bits) {

@@ -70,6 +70,18 @@ void require_memory_for(const std::vector<platform_state>& platforms,
     require_memory(elements);
 }
 
+/// Samples of the channels a second: as the parameters say it, else as the sets do.
+double frequency_of(const strata::data_store& acquisition) {
+    const auto root = acquisition.root();
+    if (root.exists_group(layout::metadata_analog)) {
+        const auto parameter =
+            root.retrieve_group(layout::metadata_analog).retrieve_attribute(attribute::rate);
+        if (const auto rate = read<double>(parameter); rate > 0.0)
+            return rate;
+    }
+    return sampling::analog_frequency(acquisition);
+}
+
 void append(const py_ref& list, const py_ref& item) {
     if (PyList_Append(list.get(), item.get()) < 0)
         throw python_error{};
@@ -82,6 +94,7 @@ outputs<2> force_platforms(strata::data_store acquisition) {
     require_memory_for(platforms, acquisition.root());
     auto descriptions = py_ref::checked(PyList_New(0));
     auto infos = py_ref::checked(PyList_New(0));
+    const double frequency = platforms.empty() ? 0.0 : frequency_of(acquisition);
     for (const auto& platform : platforms) {
         auto channels = py_ref::checked(PyDict_New());
         auto units = py_ref::checked(PyDict_New());
@@ -96,8 +109,7 @@ outputs<2> force_platforms(strata::data_store acquisition) {
         }
         append(descriptions, describe(platform, channels));
         auto info = py_ref::checked(PyDict_New());
-        set_item(info.get(), "frequency",
-                 py_ref::checked(PyFloat_FromDouble(sampling::analog_frequency(acquisition))));
+        set_item(info.get(), "frequency", py_ref::checked(PyFloat_FromDouble(frequency)));
         set_item(info.get(), "units", units);
         append(infos, info);
     }

@@ -44,8 +44,9 @@ def moxGetForcePlatforms(acquisition: data_store) -> list[list[dict[str, Any]]]:
         str to ndarray, shape (samples,): the samples by analog label, in the order that the type
         asks for). Numbers that the file lacks are NaN.
     infos : list of dict
-        One a platform: ``"frequency"`` (Hz, of the channels) and ``"units"`` (the unit of each
-        channel, by the same keys). Without platforms both lists are empty.
+        One a platform: ``"frequency"`` (Hz, of the channels: ANALOG:RATE where it is positive, else
+        as `moxGetAnalogFrequency`) and ``"units"`` (the unit of each channel, by the same keys).
+        Without platforms both lists are empty.
 
     Examples
     --------

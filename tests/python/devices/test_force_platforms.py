@@ -66,6 +66,41 @@ def test_the_frequency_is_that_of_the_analog_channels(tmp_path: Path) -> None:
     assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == 1000.0
 
 
+def set_rate(acquisition: Any, rate: Any) -> None:
+    info = {"format": "Char" if isinstance(rate, str) else "Real", "values": rate}
+    _moxPY.moxSetMetaData(acquisition, "ANALOG", "RATE", info)
+
+
+@pytest.mark.parametrize(
+    ("rate", "frequency"),
+    [(250.0, 250.0), ([500.0, 1.0], 500.0), (0.0, 1000.0), (-50.0, 1000.0),
+     (float("nan"), 1000.0), ("fast", 1000.0), (None, 1000.0)],
+)  # fmt: skip
+def test_the_frequency_is_the_parameter_where_it_is_positive_else_that_of_the_sets(
+    tmp_path: Path, rate: Any, frequency: float
+) -> None:
+    acquisition = read_plates(tmp_path, [Plate()], 60, frames=6, samples_per_frame=10)
+    if rate is None:
+        _moxPY.moxRemoveMetaData(acquisition, "ANALOG", "RATE")
+    else:
+        set_rate(acquisition, rate)
+    assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == frequency
+    assert _moxPY.moxGetAnalogFrequency(acquisition) == 1000.0
+
+
+def test_the_frequency_without_analog_parameters_is_that_of_the_sets(tmp_path: Path) -> None:
+    acquisition = read_plates(tmp_path, [Plate()], 60, frames=6, samples_per_frame=10)
+    _moxPY.moxRemoveMetaData(acquisition, "ANALOG")
+    assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == 1000.0
+
+
+def test_the_frequency_follows_another_number_of_samples_per_frame(tmp_path: Path) -> None:
+    acquisition = read_plates(tmp_path, [Plate()], 60, frames=6, samples_per_frame=10)
+    _moxPY.moxClearAnalogs(acquisition)
+    _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, 5)
+    assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == 500.0
+
+
 def test_channels_come_in_the_order_of_the_table(tmp_path: Path) -> None:
     plate, load = Plate(2), walking(6)
     order = [4, 1, 6, 2, 5, 3]  # the column of each channel of the type

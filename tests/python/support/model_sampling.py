@@ -58,9 +58,8 @@ class SamplingModel(State):
         for group in self.point_groups.values():
             _set_rate(group, rate)
         _set_rate(self.analogs, rate * self.ratio)
-        for name, value in ("POINT", rate), ("ANALOG", rate * self.ratio):
-            if name in self.metadata.groups:
-                assign_number(self.metadata.groups[name].entries.get("RATE"), value)
+        self._set_rate_of("POINT", rate)
+        self._set_rate_of("ANALOG", rate * self.ratio)
 
     def moxSetFrameNumber(self, frames: int, ratio: int | None = None) -> None:
         if frames < 0:
@@ -86,6 +85,7 @@ class SamplingModel(State):
         self.analogs.rate = self.moxGetPointFrequency() * ratio
         if self.raw:
             self.raw.analog_rate = self.analogs.rate
+        self._set_rate_of("ANALOG", self.analogs.rate)
 
     def moxSetFirstFrame(self, first: int, shift_events: int = 0) -> None:
         rate = self._markers.rate
@@ -116,6 +116,11 @@ class SamplingModel(State):
         else:
             entries.pop("BITS", None)
             entries["BITS"] = Entry("int32", (), [bits])
+
+    def _set_rate_of(self, group: str, rate: float) -> None:
+        """The parameter that says a rate follows where there is one."""
+        if group in self.metadata.groups:
+            assign_number(self.metadata.groups[group].entries.get("RATE"), rate)
 
     @property
     def _markers(self) -> ChannelGroup:
