@@ -1,5 +1,6 @@
 #include "acquisition/post_import.hpp"
 
+#include <cstdint>
 #include <new>
 #include <string>
 #include <string_view>
@@ -11,7 +12,9 @@
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "layout/parameter_list.hpp"
+#include "layout/split_record.hpp"
 #include "store/path_helpers.hpp"
+#include "store/store_log.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
@@ -70,29 +73,43 @@ void create_point_group_without_channels(strata::data_group root, const point_ty
     write_or_create(group, attribute::device_type, std::string(layout::device::mocap));
 }
 
-void split_points_of_type(strata::data_group root, const point_type& type,
-                          const strata::data_set& points) {
-    const auto labels = labels_of_type(points, type.word);
-    if (!labels.empty()) {
-        // The split's own failure is not ours to report: a type without group reads as one without
-        // points.
-        (void)evaluate(root, {{"callable_unit", split_unit},
-                              {"SourceSet", layout::points},
-                              {"LabelsFilter", labels},
-                              {"DestinationGroup", type.path},
-                              {"SourceAttributesSplit",
-                               {{"Units", attribute::unit},
-                                {"Types", attribute::metric_type},
-                                {"Labels", attribute::label},
-                                {"Descriptions", attribute::description}}}});
-    }
+void log_missing(std::string_view what, std::string_view reason) {
+    log_store_failure(fmt::format("Reading goes on without {}: {}", what, reason));
+}
+
+/// Evaluates a step that never fails the reading: `what` it should have made is missing then, and
+/// the log says so. False when it failed.
+bool evaluate_or_log(const strata::data_group& root, std::string_view what,
+                     const anvil::json& parameters) {
+    const auto status = evaluate(root, parameters);
+    if (!status)
+        log_missing(what, status.message("; "));
+    return static_cast<bool>(status);
+}
+
+/// Makes the group of a type and in it the sets of its points, which have these labels. False when
+/// the points stay without sets.
+bool split_points_of_type(strata::data_group root, const point_type& type,
+                          const strata::data_set& points, const std::vector<std::string>& labels) {
+    const anvil::json parameters = {{"callable_unit", split_unit},
+                                    {"SourceSet", layout::points},
+                                    {"LabelsFilter", labels},
+                                    {"DestinationGroup", type.path},
+                                    {"SourceAttributesSplit",
+                                     {{"Units", attribute::unit},
+                                      {"Types", attribute::metric_type},
+                                      {"Labels", attribute::label},
+                                      {"Descriptions", attribute::description}}}};
+    const auto what = fmt::format("the points of '{}'", type.path);
+    const bool done = labels.empty() || evaluate_or_log(root, what, parameters);
     if (labels.empty() || !root.exists_group(type.path)) {
         create_point_group_without_channels(root, type, points);
-        return;
+        return done;
     }
     auto group = root.retrieve_group(type.path);
     write_or_create(group, attribute::device_type, std::string(layout::device::mocap));
     describe_points(root, group);
+    return done;
 }
 
 void split_points(const strata::data_group& root) {
@@ -100,22 +117,37 @@ void split_points(const strata::data_group& root) {
         root.exists_set(layout::points) ? root.retrieve_set(layout::points) : strata::data_set();
     if (!points)
         throw_runtime_error(fmt::format("The importer gave no set '{}'", layout::points));
-    for (const auto& type : point_types)
-        split_points_of_type(root, type, points);
+    std::uint64_t known = 0;
+    std::uint64_t split = 0;
+    for (const auto& type : point_types) {
+        const auto labels = labels_of_type(points, type.word);
+        known += labels.size();
+        if (split_points_of_type(root, type, points, labels))
+            split += labels.size();
+    }
+    if (const auto all = acquisition_layout::raw_channels(points); known < all)
+        log_missing(fmt::format("{} points", all - known), "their type is none of the five kinds");
+    acquisition_layout::record_split(points, split);
 }
 
 void split_analogs(const strata::data_group& root) {
-    (void)evaluate(root, {{"callable_unit", split_unit},
-                          {"SourceSet", layout::analogs},
-                          {"DestinationGroup", layout::analogs_export},
-                          {"SourceAttributesSplit",
-                           {{"Units", attribute::unit},
-                            {"Gain", attribute::gain},
-                            {"Scales", attribute::scale},
-                            {"Offsets", attribute::offset},
-                            {"Descriptions", attribute::description},
-                            {"Labels", attribute::label},
-                            {"Types", attribute::metric_type}}}});
+    const bool done = evaluate_or_log(root, "the analog channels",
+                                      {{"callable_unit", split_unit},
+                                       {"SourceSet", layout::analogs},
+                                       {"DestinationGroup", layout::analogs_export},
+                                       {"SourceAttributesSplit",
+                                        {{"Units", attribute::unit},
+                                         {"Gain", attribute::gain},
+                                         {"Scales", attribute::scale},
+                                         {"Offsets", attribute::offset},
+                                         {"Descriptions", attribute::description},
+                                         {"Labels", attribute::label},
+                                         {"Types", attribute::metric_type}}}});
+    if (root.exists_set(layout::analogs)) {
+        const auto channels = root.retrieve_set(layout::analogs);
+        acquisition_layout::record_split(channels,
+                                         done ? acquisition_layout::raw_channels(channels) : 0);
+    }
     if (root.exists_group(layout::analogs_export)) {
         write_or_create(root.retrieve_group(layout::analogs_export), attribute::device_type,
                         std::string(layout::device::adc));
@@ -131,10 +163,11 @@ void detect_rotations(const strata::data_group& root) {
 }
 
 void detect_events(const strata::data_group& root) {
-    (void)evaluate(root, {{"callable_unit", "org.c3d.events-detect"},
-                          {"SourceGroup", ""},
-                          {"DestinationGroup", layout::events},
-                          {"PartSeparator", "_"}});
+    (void)evaluate_or_log(root, "the events",
+                          {{"callable_unit", "org.c3d.events-detect"},
+                           {"SourceGroup", ""},
+                           {"DestinationGroup", layout::events},
+                           {"PartSeparator", "_"}});
     if (root.exists_group(layout::events)) {
         write_or_create(root.retrieve_group(layout::events), attribute::device_type,
                         std::string(layout::device::event_to_export));

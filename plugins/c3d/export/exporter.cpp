@@ -8,6 +8,7 @@
 #include "plugins/c3d/export/export_error.hpp"
 #include "plugins/c3d/export/output.hpp"
 #include "plugins/c3d/export/put_parameter.hpp"
+#include "plugins/c3d/export/require_split.hpp"
 #include "plugins/c3d/export/section_places.hpp"
 
 namespace c3d {
@@ -57,6 +58,7 @@ void write_rotations(output& target, const acquisition_content& content) {
 void write_file(anvil::io_device& device, const strata::data_group& root, warnings& notes) {
     if (!root.exists_group("Format"))
         throw export_error("there is no group 'Format', which holds an acquisition");
+    require_split(root);
     auto content = content_of(root, notes);
     // The places have a fixed width, so the section's length does not depend on them.
     const auto places = places_of(fitted_blocks(content.parameters, notes),

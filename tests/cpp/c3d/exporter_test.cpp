@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "layout/split_record.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
@@ -47,6 +48,21 @@ TEST(Exporter, WritesTheHeader) {
     EXPECT_EQ(written.part(0, 16), hex("02 50 01 00 02 00 01 00 02 00 00 00 CD CC CC BD"));
     EXPECT_EQ(written.part(18, 6), hex("02 00 00 00 C8 42"));
     EXPECT_EQ(written.part(298, 4), hex("39 30 00 00"));
+}
+
+TEST(Exporter, RefusesChannelsOfTheFileThatWereNotSplit) {
+    const auto found = opened(small_trial().bytes());
+    auto points = found.store.root().retrieve_set("Format/Data/Points");
+    acquisition_layout::record_split(points, 0);
+    filling_device device;
+    const auto written = write(found.store, device);
+    EXPECT_EQ(written.status.message("\n"),
+              "1 point of the file that was read would be lost: the unit "
+              "'tarvex.data-modifier.split-set' did not split them, as the log says; put the "
+              "plugin 'data_modifier' back, call reload and read the file again");
+    EXPECT_EQ(device.calls, 0);
+    acquisition_layout::record_split(points, 1);
+    EXPECT_TRUE(write(found.store).status);
 }
 
 TEST(Exporter, WritesSamplesAsTheyWereRead) {

@@ -9,6 +9,7 @@
 
 #include <strata/plugin/channel_buffer.hpp>
 
+#include "layout/split_record.hpp"
 #include "plugins/c3d/attributes/read_attribute.hpp"
 #include "plugins/c3d/attributes/write_attribute.hpp"
 #include "plugins/c3d/export/exporter.hpp"
@@ -73,6 +74,7 @@ void split_points(strata::data_group data) {
         strata::create_row_attribute(set, "Residuals",
                                      strata::share_row(source.retrieve_attribute("Residuals"), i));
     }
+    acquisition_layout::record_split(source, names.size());
 }
 
 void split_analogs(strata::data_group data) {
@@ -88,6 +90,7 @@ void split_analogs(strata::data_group data) {
         c3d::write_number(set, "Scale", static_cast<float>(numbers("Scales").at(i)));
         c3d::write_number(set, "Offset", static_cast<float>(numbers("Offsets").at(i)));
     }
+    acquisition_layout::record_split(source, names.size());
 }
 
 } // namespace

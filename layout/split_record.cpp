@@ -1,0 +1,37 @@
+#include "layout/split_record.hpp"
+
+#include <algorithm>
+
+#include "layout/read_attribute.hpp"
+#include "layout/write_attribute.hpp"
+
+namespace acquisition_layout {
+
+namespace {
+
+constexpr char attribute_name[] = "SplitChannels"; // uint64
+
+} // namespace
+
+std::uint64_t raw_channels(const strata::data_set& raw) {
+    if (!raw)
+        return 0;
+    const auto shape = raw.shape(false); // components, channels, samples
+    return shape.dimensions().size() == 3 ? static_cast<std::uint64_t>(shape.dimensions()[1]) : 0;
+}
+
+void record_split(strata::data_set raw, std::uint64_t count) {
+    if (raw.exists_attribute(attribute_name))
+        raw.delete_attribute(attribute_name);
+    write_number(raw, attribute_name, count);
+}
+
+std::uint64_t unsplit_channels(const strata::data_set& raw) {
+    const auto all = raw_channels(raw);
+    if (all == 0)
+        return 0;
+    const auto split = read_number<std::uint64_t>(raw.retrieve_attribute(attribute_name));
+    return all - std::min(all, split.value_or(0));
+}
+
+} // namespace acquisition_layout
