@@ -170,6 +170,10 @@ std::vector<header_event> remaining(std::vector<header_event> header,
 
 std::vector<header_event> put_events(parameter_tree& tree, const strata::data_group& format) {
     auto header = header_events_read(format);
+    const auto excess = std::erase_if(
+        header, [](const auto& event) { return !stored_event_label(event.label).has_value(); });
+    if (!format.exists_group("Events"))
+        return header;
     std::vector<event_occurrence> from_group;
     std::vector<event_occurrence> from_header;
     if (format.exists_group("Metadata/EVENT"))
@@ -177,11 +181,7 @@ std::vector<header_event> put_events(parameter_tree& tree, const strata::data_gr
     if (format.exists_group("Header"))
         from_header = header_events(format.retrieve_group("Header"));
     const auto former = grouped_events(from_group, from_header, part_separator);
-    const auto sets = format.exists_group("Events")
-                          ? read_event_sets(format.retrieve_group("Events"))
-                          : std::vector<event_set>{};
-    const auto excess = std::erase_if(
-        header, [](const auto& event) { return !stored_event_label(event.label).has_value(); });
+    const auto sets = read_event_sets(format.retrieve_group("Events"));
     if (excess == 0 && are_equal(sets, former))
         return header;
     const auto events = ordered_events(sets, former);

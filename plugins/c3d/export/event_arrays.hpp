@@ -12,6 +12,8 @@ namespace c3d {
 /// Makes the parameters of EVENT tell the events of the group `Events` of `format`, and gives those
 /// that go to the header block.
 ///
+/// Without that group nobody has looked for the events of the file, which all stay as they are.
+///
 /// As long as the file's own parameters and header tell the same events, all of them stay as they
 /// are. Otherwise the lists are made anew: occurrences that the file had keep their order, others
 /// come behind. The header keeps the events that the acquisition still has; it gets no new ones,

@@ -99,6 +99,19 @@ TEST(ExportedEvents, ThatAreGoneLeaveEmptyLists) {
     EXPECT_THAT(events_of(again).list_set_children_name(), IsEmpty());
 }
 
+TEST(ExportedEvents, ThatNobodyLookedForStay) {
+    auto file = with_events();
+    file.header_words = {{151, 1}, {153, 0},      {154, 0x3F80},
+                         {189, 1}, {199, 0x4852}, {200, 0x2053}}; // "RHS " at 1 s
+    const auto found = opened(file.bytes());
+    found.store.root().delete_group("Format/Events");
+    const auto written = write(found.store);
+    EXPECT_EQ(written.part(396, 4), c3d_test::characters("RHS "));
+    const auto again = opened(written.bytes);
+    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(3));
+    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
+}
+
 TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {
     trial file;
     file.header_words = {{151, 1}, {153, 0},      {154, 0x3F80},
