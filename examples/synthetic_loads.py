@@ -103,12 +103,16 @@ def ground_reaction(side: str, times: Array) -> GroundReaction:
 
 
 def plate_channels(plate: Plate, times: Array) -> Array:
-    """(samples, 6): force on the plate and moment about its measuring origin, plate axes."""
+    """(samples, 6): force on the foot and moment about the plate's measuring origin, plate axes.
+
+    What laboratories record: z of the plate points down, the ground pushes the foot up, so that
+    Fz is negative under load.
+    """
     ground = ground_reaction(plate.side, times)
-    force = -ground.force @ plate.axes
+    force = ground.force @ plate.axes
     place = (ground.place - plate.centre) @ plate.axes
     moment = np.cross(place, force)
-    moment[:, 2] += ground.free_moment  # its sign turns twice: on the plate, and z is down
+    moment[:, 2] -= ground.free_moment  # upwards is along -z
     return np.hstack([force, moment - np.cross(force, plate.origin)])
 
 

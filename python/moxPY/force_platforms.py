@@ -5,10 +5,11 @@ platform. A platform that cannot be used (a type that nobody has described, corn
 plane, a channel that is not there) keeps its place: it is described as far as the file goes, its
 wrenches are NaN, and the log says why.
 
-Forces and moments have the signs and units of the channels. Where a platform's z axis points into
-the floor, which is usual, a standing person gives a positive Fz in the platform's axes, and in the
-laboratory a force that points downwards: the force on the platform, not the one on the person.
-`docs/force_platforms.md` has the formulas and a drawing.
+Forces and moments have the signs and units of the channels. In nearly every file z of a platform
+points into the floor and its vertical force is negative under load: in the laboratory the force
+points upwards and is the one on the person. No file says so; where the force points into the floor,
+it is the one on the platform. `docs/force_platforms.md` has more on signs, the formulas and a
+drawing.
 """
 
 from __future__ import annotations
@@ -114,10 +115,10 @@ def moxGetGroundReactionWrenches(
     -------
     wrenches : list of dict
         One a platform: ``"F"``, the force, ``"M"``, the free moment, which is parallel to the
-        normal of the platform, and ``"P"``, the point of application on its surface. Each is an
-        ndarray of shape (samples, 3) at the rate of the analog channels. In samples under the
-        threshold P is NaN, F is what was measured, and M is the moment about the measuring
-        origin. All are NaN where a platform cannot be used.
+        normal of the platform, and ``"P"``, the point of application on its surface, all in the
+        axes of the laboratory. Each is an ndarray of shape (samples, 3) at the rate of the analog
+        channels. In samples under the threshold P is NaN, F is what was measured, and M is the
+        moment about the measuring origin. All are NaN where a platform cannot be used.
 
     Raises
     ------
@@ -130,6 +131,8 @@ def moxGetGroundReactionWrenches(
     >>> loaded = ~np.isnan(wrench["P"][:, 0])
     >>> wrench["F"].shape, int(loaded.sum())
     ((3600, 3), 657)
+    >>> float(wrench["F"][:, 2].max().round())  # upwards, on the person
+    755.0
     >>> strict = moxGetGroundReactionWrenches(trial, 500.0)[0]
     >>> int((~np.isnan(strict["P"][:, 0])).sum())
     513

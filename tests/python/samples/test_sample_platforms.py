@@ -114,6 +114,19 @@ def test_type_1_gives_the_point_of_the_file(sample: FindSample) -> None:
     np.testing.assert_allclose(wrench["M"][over], np.outer(mz, z)[over], rtol=1e-9, atol=1e-9)
 
 
+@pytest.mark.parametrize("name", [*PLATFORMS, "type1.C3D", "kyowadengyo.c3d"])
+def test_a_platform_that_is_stepped_on_pushes_the_person_off(sample: FindSample, name: str) -> None:
+    acquisition = _moxPY.moxReadAcquisition(str(sample(name)))
+    platforms, _ = _moxPY.moxGetForcePlatforms(acquisition)
+    wrenches = _moxPY.moxGetGroundReactionWrenches(acquisition)
+    for platform, wrench in zip(platforms, wrenches, strict=True):
+        first, second, _, fourth = platform["corners"].T
+        z = np.cross(first - second, first - fourth)
+        along_z = wrench["F"] @ z / np.linalg.norm(z)
+        # z points into the floor: the largest force of each platform points out of it.
+        assert along_z[np.abs(along_z).argmax()] < -200.0
+
+
 def test_rotations_of_a_real_file(sample: FindSample) -> None:
     path = sample("C3DRotationExample.c3d")
     theirs: Any = ezc3d.c3d(str(path))["data"]["rotations"].transpose(2, 3, 0, 1)
