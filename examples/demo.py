@@ -10,6 +10,9 @@ from __future__ import annotations
 
 import itertools
 import sys
+import textwrap
+from collections.abc import Iterable
+from dataclasses import dataclass
 from pathlib import Path
 from typing import Any
 
@@ -20,11 +23,12 @@ from matplotlib import pyplot as plt
 
 HERE = Path(__file__).resolve().parent
 
+COLUMNS = 80
+
 # Channels worth a look; of other trials the first ones are plotted.
 INTERESTING = {
-    "markers": ["LHEE", "RHEE", "LFIN"],
-    "angles": ["LKneeAngles", "RKneeAngles"],
-    "analogs": ["Fz1", "Fz2"],
+    "markers": ["RHEE", "LHEE", "LFIN"],
+    "angles": ["RKneeAngles", "LKneeAngles"],
 }
 Kinds = dict[str, tuple[dict[str, Any], dict[str, Any]]]  # values and information
 
@@ -65,7 +69,57 @@ def gaps(markers: dict[str, Any], first_frame: int) -> dict[str, list[tuple[int,
     return found
 
 
+@dataclass(frozen=True)
+class LoadedPlatform:
+    """What one force platform measured, in the laboratory's axes."""
+
+    type: int
+    unit: str
+    force: Any  # (samples, 3); NaN throughout where the platform has no wrench
+    place: Any  # (samples, 3), NaN where it carries next to nothing
+
+    @property
+    def peak(self) -> int | None:
+        """The sample of the largest force."""
+        sizes = np.linalg.norm(self.force, axis=1)
+        return int(np.nanargmax(sizes)) if np.isfinite(sizes).any() else None
+
+
+def read_platforms(trial: moxPY.data_store) -> list[LoadedPlatform]:
+    platforms, infos = moxPY.moxGetForcePlatforms(trial)
+    wrenches = moxPY.moxGetGroundReactionWrenches(trial)
+    return [
+        LoadedPlatform(
+            platform["type"], next(iter(info["units"].values()), ""), wrench["F"], wrench["P"]
+        )
+        for platform, info, wrench in zip(platforms, infos, wrenches, strict=True)
+    ]
+
+
 # ---- summary
+
+
+def print_list(head: str, items: Iterable[str]) -> None:
+    """The items behind the head, on as many lines as they take."""
+    whole = ", ".join(item.replace(" ", "\0") for item in items)  # an item is not taken apart
+    text = textwrap.fill(
+        whole,
+        COLUMNS,
+        initial_indent=head,
+        subsequent_indent=" " * len(head),
+        break_long_words=False,
+        break_on_hyphens=False,
+    )
+    print(text.replace("\0", " "))
+
+
+def first_labels(labels: list[str], width: int) -> str:
+    """Up to four labels, as many as the width has room for."""
+    for count in range(min(4, len(labels)), 0, -1):
+        text = ", ".join(labels[:count]) + (", ..." if count < len(labels) else "")
+        if len(text) <= width:
+            return text
+    return "..."
 
 
 def print_time_base(trial: moxPY.data_store, first: int) -> None:
@@ -85,50 +139,71 @@ def print_channels(kinds: Kinds) -> None:
         if not values:
             continue
         units = ", ".join(dict.fromkeys(info.get("units", {}).values()))
-        labels = ", ".join(list(values)[:4]) + (", ..." if len(values) > 4 else "")
-        print(f"  {len(values):5} {kind:8} {units:10} {labels}".rstrip())
+        head = f"  {len(values):5} {kind:8} {units:10} "
+        print(head + first_labels(list(values), COLUMNS - len(head)))
 
 
 def print_gaps(found: dict[str, list[tuple[int, int]]], frames: float) -> None:
     print("\n  gaps" if found else "\n  no gaps")
     for label, places in found.items():
         missing = sum(last - first + 1 for first, last in places)
-        text = ", ".join(f"{first} to {last}" for first, last in places)
-        print(f"  {label:>8}  {missing:3} of {frames:.0f} frames: {text}")
+        head = f"  {label:>8}  {missing:3} of {frames:.0f} frames: "
+        print_list(head, (f"{first} to {last}" for first, last in places))
 
 
 def print_events(found: dict[str, list[float]]) -> None:
     if found:
         print("\n  events, s")
     for name, times in found.items():
-        print(f"  {name:>18}  " + "  ".join(f"{time:5.2f}" for time in times))
+        print_list(f"  {name:>18}  ", (f"{time:.2f}" for time in times))
 
 
-def print_platforms(trial: moxPY.data_store) -> None:
-    """Largest force that each platform carries."""
-    platforms, infos = moxPY.moxGetForcePlatforms(trial)
-    wrenches = moxPY.moxGetForcePlatformWrenches(trial)
+def print_platforms(platforms: list[LoadedPlatform]) -> None:
+    """The largest force of each, which acts on the person where signs are as usual."""
     if platforms:
-        print("\n  force platforms")
-    for platform, info, wrench in zip(platforms, infos, wrenches, strict=True):
-        force = np.linalg.norm(wrench["F"], axis=1)
-        unit = next(iter(info["units"].values()), "")
-        peak = f"{np.nanmax(force):.0f} {unit}" if np.isfinite(force).any() else "no force"
-        print(f"  {'type':>8} {platform['type']}   up to {peak}")
+        print("\n  force platforms: largest ground reaction, and where it acts")
+    for platform in platforms:
+        peak = platform.peak
+        text = "no force"
+        if peak is not None:
+            text = f"{components(platform.force[peak])} {platform.unit}"
+            if np.isfinite(platform.place[peak]).all():
+                text += f" at {components(platform.place[peak])}"
+        print(f"  {'type':>8} {platform.type}   {text}")
+
+
+def components(vector: Any) -> str:
+    return "(" + ", ".join(f"{round(value)}" for value in vector) + ")"
 
 
 # ---- plot
 
 
-def labels_of(kind: str, values: dict[str, Any]) -> list[str]:
-    """The channels to plot."""
-    known = [label for label in INTERESTING[kind] if label in values]
-    return known or list(values)[:3]
+@dataclass(frozen=True)
+class Panel:
+    """Curves that share an axis."""
+
+    subject: str
+    unit: str
+    rate: float
+    curves: dict[str, Any]
+
+    @property
+    def label(self) -> str:
+        return f"{self.subject}, {self.unit}" if self.unit else self.subject
 
 
-def curve_of(values: Any, axis: int | None) -> Any:
-    """One column of a trajectory, or an analog channel as it is."""
-    return np.atleast_1d(values) if axis is None else values.reshape(-1, 3)[:, axis]
+def trajectories(kinds: Kinds, kind: str, axis: int) -> Panel:
+    """One component of the points of a kind that are worth a look."""
+    values, info = kinds[kind]
+    chosen = [label for label in INTERESTING[kind] if label in values] or list(values)[:3]
+    unit = unit_of(info, chosen[0]) if chosen else ""
+    return Panel(
+        kind,
+        unit,
+        info.get("frequency") or 1.0,
+        {f"{label} {'xyz'[axis]}": values[label].reshape(-1, 3)[:, axis] for label in chosen},
+    )
 
 
 def unit_of(info: dict[str, Any], label: str) -> str:
@@ -137,22 +212,43 @@ def unit_of(info: dict[str, Any], label: str) -> str:
     return units.get(label) or next(iter(units.values()))
 
 
-def plot(kinds: Kinds, found: dict[str, list[float]], start_s: float, file: Path) -> None:
-    """Heights of markers, first angles of joints and analog channels against time."""
-    figure, panels = plt.subplots(3, sharex=True, figsize=(10, 8), layout="constrained")
-    axes = {"markers": 2, "angles": 0, "analogs": None}
-    for panel, (kind, axis) in zip(panels, axes.items(), strict=True):
-        values, info = kinds[kind]
-        for label in labels_of(kind, values):
-            curve = curve_of(values[label], axis)
-            name = label if axis is None else f"{label} {'xyz'[axis]}"
-            times = start_s + np.arange(len(curve)) / info["frequency"]
-            panel.plot(times, curve, label=name, linewidth=1)
-            panel.set_ylabel(f"{kind}, {unit_of(info, label)}")
-            panel.legend(loc="center left", bbox_to_anchor=(1.0, 0.5), frameon=False)
+def ground_reactions(platforms: list[LoadedPlatform], rate: float) -> Panel | None:
+    """The force along the axis on which most of it acts, which is the vertical one."""
+    measuring = {n: each for n, each in enumerate(platforms, 1) if each.peak is not None}
+    if not measuring:
+        return None
+    peaks = [each.force[each.peak] for each in measuring.values()]
+    axis = int(np.argmax(np.abs(peaks).max(axis=0)))
+    curves = {f"platform {n} {'xyz'[axis]}": each.force[:, axis] for n, each in measuring.items()}
+    return Panel("ground reaction", next(iter(measuring.values())).unit, rate, curves)
+
+
+def analog_channels(kinds: Kinds) -> Panel:
+    values, info = kinds["analogs"]
+    chosen = list(values)[:3]
+    unit = unit_of(info, chosen[0]) if chosen else ""
+    return Panel(
+        "analogs",
+        unit,
+        info.get("frequency") or 1.0,
+        {label: np.atleast_1d(values[label]) for label in chosen},
+    )
+
+
+def plot(panels: list[Panel], found: dict[str, list[float]], start_s: float, file: Path) -> None:
+    """The curves against time, with a line at each event."""
+    figure, grid = plt.subplots(
+        len(panels), sharex=True, squeeze=False, figsize=(10, 8), layout="constrained"
+    )
+    rows = grid[:, 0]
+    for row, panel in zip(rows, panels, strict=True):
+        for name, curve in panel.curves.items():
+            row.plot(start_s + np.arange(len(curve)) / panel.rate, curve, label=name, linewidth=1)
+        row.set_ylabel(panel.label)
+        row.legend(loc="center left", bbox_to_anchor=(1.0, 0.5), frameon=False)
         for time in itertools.chain(*found.values()):
-            panel.axvline(time, color="0.8", linewidth=0.8, zorder=0)
-    panels[-1].set_xlabel("time, s")
+            row.axvline(time, color="0.8", linewidth=0.8, zorder=0)
+    rows[-1].set_xlabel("time, s (grey lines: events)" if found else "time, s")
     figure.savefig(file, dpi=110)
 
 
@@ -164,6 +260,7 @@ def main() -> None:
 
     with moxPY.moxReadAcquisition(str(file)) as trial:
         kinds = read_kinds(trial)
+        platforms = read_platforms(trial)
         found = events(trial)
         # Files count frames from 1, the functions from 0. Frame 1 is time 0, also of events.
         first = round(moxPY.moxGetFirstFrame(trial)) + 1
@@ -173,11 +270,21 @@ def main() -> None:
         print_channels(kinds)
         print_gaps(gaps(kinds["markers"][0], first), moxPY.moxGetPointFrameNumber(trial))
         print_events(found)
-        print_platforms(trial)
+        print_platforms(platforms)
+        analog_rate = moxPY.moxGetAnalogFrequency(trial)
     # The arrays are ours: they are still there when the trial is closed.
     mpl.use("Agg")  # draws into files, so that no screen is needed
-    plot(kinds, found, start_s, picture)
-    print(f"\nPlot: {picture}")
+    panels = [
+        trajectories(kinds, "markers", axis=2),
+        trajectories(kinds, "angles", axis=0),
+        ground_reactions(platforms, analog_rate) or analog_channels(kinds),
+    ]
+    panels = [panel for panel in panels if panel.curves]
+    if panels:
+        plot(panels, found, start_s, picture)
+        print(f"\nPlot: {picture}")
+    else:
+        print("\nNothing to plot")
 
 
 if __name__ == "__main__":

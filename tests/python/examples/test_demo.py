@@ -32,8 +32,20 @@ def test_the_summary_tells_rates_channels_units_and_gaps(tmp_path: Path):
     assert "  analogs  3600 samples at 1000 Hz, 10 per frame" in lines
     assert "     40 markers  mm         LFHD, LBHD, RFHD, RBHD, ..." in lines
     assert "     20 analogs  N, Nmm, V  Fx1, Fy1, Fz1, Mx1, ..." in lines
-    assert "      type 2   up to 764 N" in lines
+    assert "      type 2   (114, 30, 755) N at (346, -88, 0)" in lines  # upwards, on the foot
     assert "      RWRB   11 of 360 frames: 119 to 123, 232 to 237" in lines
+
+
+def test_the_summary_fits_into_80_columns(tmp_path: Path):
+    trial = tmp_path / "long.c3d"
+    seen, lost = [1.0, 2.0, 3.0], [float("nan")] * 3
+    labels = [f"Subject:A marker of the upper body, number {n}" for n in range(3)]
+    trial.write_bytes(c3d_bytes({label: [seen, lost] * 20 for label in labels}))
+    printed = run_demo(trial, tmp_path / "plot.png")
+    summary = printed[: printed.index("\nPlot: ")].splitlines()
+    assert max(map(len, summary)) <= 80
+    gaps = " ".join(summary).split("frames:")[1]
+    assert all(f"{frame} to {frame}" in gaps for frame in range(2, 41, 2))
 
 
 def test_the_plot_is_a_picture(tmp_path: Path):
@@ -55,4 +67,7 @@ def test_frames_are_numbered_as_in_the_file(tmp_path: Path):
 def test_a_trial_without_channels_is_no_failure(tmp_path: Path):
     empty = tmp_path / "empty.c3d"
     empty.write_bytes(c3d_bytes())
-    assert "  no gaps" in run_demo(empty, tmp_path / "plot.png").splitlines()
+    lines = run_demo(empty, tmp_path / "plot.png").splitlines()
+    assert "  no gaps" in lines
+    assert lines[-1] == "Nothing to plot"
+    assert not (tmp_path / "plot.png").exists()
