@@ -43,7 +43,8 @@ def moxGetForcePlatforms(acquisition: data_store) -> list[list[dict[str, Any]]]:
         centre of the surface, as the file has it); ``"cal_matrix"`` (ndarray, shape (6, 6) or
         (8, 8), row times channel; shape (0,) where the file has none); ``"channels"`` (dict of
         str to ndarray, shape (samples,): the samples by analog label, in the order that the type
-        asks for). Numbers that the file lacks are NaN.
+        asks for). Numbers that the file lacks are NaN. Two platforms may have channels of one
+        label, so to change a channel take its index from FORCE_PLATFORM:CHANNEL.
     infos : list of dict
         One a platform: ``"frequency"`` (Hz, of the channels: ANALOG:RATE where it is positive, else
         as `moxGetAnalogFrequency`) and ``"units"`` (the unit of each channel, by the same keys).

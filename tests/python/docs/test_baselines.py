@@ -1,0 +1,61 @@
+"""The recipe of the page on force platforms that takes a baseline off."""
+
+from __future__ import annotations
+
+import doctest
+import re
+from pathlib import Path
+from typing import Any
+
+import moxPY
+import numpy as np
+from reading.read_c3d import read_c3d
+from support.c3d_bytes import Analog, Platform
+
+PAGE = Path(__file__).resolve().parents[3] / "docs" / "force_platforms.md"
+CORNERS = np.array([[600.0, -200, 0], [0, -200, 0], [0, 200, 0], [600, 200, 0]])
+NAMES = ("FX", "FY", "FZ", "MX", "MY", "MZ")
+UNLOADED, SAMPLES = slice(0, 4), 10
+
+
+def take_baseline_off(trial: Any) -> None:
+    """Runs the example of the page that writes the channels."""
+    section = PAGE.read_text("utf-8").split("\n## Baselines\n")[1].split("\n## ")[0]
+    blocks = re.findall(r"^```pycon\n(.*?)^```", section, re.DOTALL | re.MULTILINE)
+    (recipe,) = [block for block in blocks if "moxSetAnalogValues" in block]
+    namespace = {
+        "mox": moxPY,
+        "np": np,
+        "trial": trial,
+        "unloaded": UNLOADED,
+        "platforms": moxPY.moxGetForcePlatforms(trial)[0],
+    }
+    for example in doctest.DocTestParser().get_examples(recipe):
+        exec(example.source, namespace)
+
+
+def test_each_platform_gets_its_own_baseline_where_labels_repeat(tmp_path: Path) -> None:
+    # One channel before the platforms, and one between them; the second table row is in its order.
+    baselines = [50.0, *range(1, 7), 60.0, *range(11, 17)]
+    labels = ["EMG", *NAMES, "EMG", *NAMES]
+    ramp = np.concatenate([np.zeros(4), np.arange(6.0)])
+    trial = read_c3d(
+        tmp_path,
+        analogs=[Analog(name, ramp + base) for name, base in zip(labels, baselines, strict=True)],
+        frames=SAMPLES,
+        platforms=[
+            Platform(2, CORNERS, (0.0, 0.0, -40.0), (2, 3, 4, 5, 6, 7)),
+            Platform(2, np.add(CORNERS, [700.0, 0, 0]), (0.0, 0.0, -40.0), (11, 10, 9, 14, 13, 12)),
+        ],
+    )
+    take_baseline_off(trial)
+    left = [50.0, *[0.0] * 6, 60.0, *[0.0] * 6]
+    assert moxPY.moxGetAnalogsValues(trial).T.tolist() == [(ramp + base).tolist() for base in left]
+
+
+def test_a_table_that_is_wider_than_a_platform(tmp_path: Path) -> None:
+    analogs = [Analog(name, np.full(SAMPLES, 3.0)) for name in (*NAMES, "EMG")]
+    platform = Platform(2, CORNERS, (0.0, 0.0, -40.0), (1, 2, 3, 4, 5, 6, 0, 0))
+    trial = read_c3d(tmp_path, analogs=analogs, frames=SAMPLES, platforms=[platform])
+    take_baseline_off(trial)
+    assert moxPY.moxGetAnalogsValues(trial)[0].tolist() == [0.0] * 6 + [3.0]
