@@ -8,8 +8,9 @@
 Every function is the one of the extension module `_moxPY`, with documentation and types. What is
 true of all of them:
 
-- The first argument is an open acquisition. Anything else raises TypeError; None, or an acquisition
-  that was closed, raises ValueError.
+- The first argument is an open acquisition. One that was closed raises ValueError, anything that is
+  no acquisition raises TypeError. None raises ValueError, but TypeError in functions of several
+  forms, such as `moxGetPoint`, which takes an index or a label.
 - Functions that give values and information return a list of both.
 - Arrays belong to the caller: changing one does not change the acquisition.
 - Counts and frame numbers are floats.

@@ -6,6 +6,8 @@ import copy
 import gc
 import pickle
 import weakref
+from collections.abc import Callable
+from typing import Any
 
 import _moxPY
 import moxPY
@@ -50,6 +52,31 @@ def test_a_closed_acquisition_is_refused():
     with pytest.raises(ValueError, match="null reference") as caught:
         moxGetPoints(made)
     assert str(caught.value) == CLOSED
+
+
+@pytest.mark.parametrize(
+    ("call", "failure"),
+    [
+        (lambda nothing: moxGetPoints(nothing), ValueError),
+        (lambda nothing: moxPY.moxSetFrequency(nothing, 100.0), ValueError),
+        (lambda nothing: moxPY.moxGetPoint(nothing, 0), TypeError),
+        (lambda nothing: moxPY.moxGetMetaData(nothing), TypeError),
+        (lambda nothing: moxPY.moxSetFrameNumber(nothing, 5), TypeError),
+        (lambda nothing: moxPY.moxAppendEvent(nothing, "Turn", 1.0, "General"), TypeError),
+    ],
+)
+def test_none_and_closed_are_refused_as_the_package_says(
+    call: Callable[[Any], Any], failure: type[Exception]
+):
+    with pytest.raises(failure) as caught:
+        call(None)
+    assert type(caught.value) is failure
+    closed = moxNewAcquisition(1, 10)
+    closed.close()
+    with pytest.raises(ValueError, match="null reference"):
+        call(closed)
+    with pytest.raises(TypeError):
+        call("walk.c3d")
 
 
 def test_closing_twice_is_no_error():
