@@ -42,11 +42,13 @@ std::vector<strata::data_group> point_groups(const strata::data_group& root) {
 }
 
 void throw_channel_exists(const std::string& name) {
+    // Kept with its wording: scripts compare this text.
     throw_runtime_error(fmt::format("You are trying to add a channel that already exists : '{}' "
                                     "already exists at given location",
                                     name));
 }
 
+// Kept: spelt with one n.
 std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}", index); }
 
 strata::data_set create_channel(strata::data_group group, const std::string& given_label,

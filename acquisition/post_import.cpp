@@ -159,6 +159,7 @@ void detect_rotations(const strata::data_group& root) {
                                         {"SourceGroup", layout::format},
                                         {"DestinationGroup", layout::skeleton}});
     if (!status)
+        // Kept with "occured": scripts compare this text.
         throw_runtime_error("An error has occured while trying to process rotation data.");
 }
 

@@ -63,6 +63,7 @@ double interpolation_gap(strata::data_store acquisition) {
     return of_group(acquisition, layout::header, attribute::interpolation_gap);
 }
 
+// Kept: counts from 0; "firstFrame" of all points counts from 1.
 double first_frame(strata::data_store acquisition) {
     const auto markers = retrieve_group(acquisition.root(), layout::markers);
     return static_cast<double>(markers_attribute(markers, attribute::sample_rate) *

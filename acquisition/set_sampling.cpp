@@ -66,6 +66,7 @@ std::int64_t analog_sample_count(double frames, int ratio) {
 
 void require_no_channels(const strata::data_group& analogs) {
     if (!analogs.list_set_children_name().empty()) {
+        // Kept with its wording: scripts compare this text.
         throw_runtime_error("Impossible to modify of the number of analog samples per 3D frames "
                             "when the acquisition "
                             "already contains analog channels.");

@@ -60,6 +60,7 @@ std::vector<std::string> distinct_names(const std::vector<std::string>& labels) 
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (!names[i].empty())
             continue;
+        // Kept: spelt with one n.
         auto name = fmt::format("unamed_{}", i);
         names[i] = pool.take(name) ? std::move(name) : pool.take_numbered("unamed", i);
     }

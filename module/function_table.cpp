@@ -33,6 +33,7 @@ namespace {
 
 using strata::data_store;
 
+// Kept with its spelling and its leading blank: scripts compare it.
 constexpr char reload_documentation[] =
     " Unload all plugins and load the ones found in the plugins path. This function is usefull in "
     "case you added new "
@@ -87,6 +88,7 @@ PyMethodDef* function_table() {
         function_row<"moxMetaDataInfo", &metadata::info_record_of_dimensions, &metadata::info_record>(),
         function_row<"moxFindMetaData", &metadata::of_group, &metadata::of_entry>(),
         function_row<"moxGetAnalysis", &analysis::all>(),
+        // Kept: the second output of both is always None.
         function_row<"moxGetRotations", &devices::rotations>(),
         function_row<"moxGetRotation", &devices::rotation>(),
         function_row<"moxSetAnalogDescription", &analogs::set_description_by_index,
@@ -96,6 +98,7 @@ PyMethodDef* function_table() {
         function_row<"moxSetAnalogOffset", &analogs::set_offset_by_index, &analogs::set_offset_by_label>(),
         function_row<"moxSetAnalogScale", &analogs::set_scale_by_index, &analogs::set_scale_by_label>(),
         function_row<"moxSetAnalogUnit", &analogs::set_unit_by_index, &analogs::set_unit_by_label>(),
+        // Kept: fewer channels than there are leaves as many as were to go.
         function_row<"moxSetAnalogNumber", &analogs::set_number>(),
         function_row<"moxSetAnalogSampleNumberPerFrame", &sampling::set_analog_samples_per_frame>(),
         function_row<"moxSetAnalogResolution", &sampling::set_analog_resolution>(),
@@ -111,11 +114,13 @@ PyMethodDef* function_table() {
                      &events::append_with_description,
                      &events::append_with_id>(),
         function_row<"moxSetEventId", &events::set_id>(),
+        // Kept: these three always refuse, once their arguments are right.
         function_row<"moxSetEventLabel", &events::set_label>(),
         function_row<"moxSetEventTime", &events::set_time>(),
         function_row<"moxSetEventSubject", &events::set_subject>(),
         function_row<"moxSetForcesValues", &points::set_forces_values>(),
         function_row<"moxSetMarkersValues", &points::set_markers_values>(),
+        // Kept: the angles' setter writes the markers.
         function_row<"moxSetAnglesValues", &points::set_markers_values>(),
         function_row<"moxSetPowersValues", &points::set_powers_values>(),
         function_row<"moxSetMomentsValues", &points::set_moments_values>(),
@@ -124,6 +129,7 @@ PyMethodDef* function_table() {
         function_row<"moxAppendPoint", &points::append>(),
         function_row<"moxClearPoints", &points::clear>(),
         function_row<"moxRemovePoint", &points::remove_by_label, &points::remove_by_index>(),
+        // Kept: fewer points than there are leaves as many as were to go.
         function_row<"moxSetPointNumber", &points::set_number>(),
         function_row<"moxSetPointsUnit", &points::set_unit>(),
         function_row<"moxSetPointType", &points::set_type_by_index, &points::set_type_by_label>(),
@@ -142,10 +148,12 @@ PyMethodDef* function_table() {
         function_row<"moxClearMetaData", &metadata::clear>(),
         function_row<"moxRemoveMetaData", &metadata::remove_group, &metadata::remove_entry>(),
         function_row<"moxSetMetaDataDimensions", &metadata::set_dimensions, &metadata::set_dimensions_at>(),
+        // Kept: changes nothing.
         function_row<"moxSetMetaDataDescription", &metadata::set_description_at, &metadata::set_description>(),
         function_row<"moxSetMetaDataFormat", &metadata::set_format_at, &metadata::set_format>(),
         function_row<"moxSetMetaDataValue", &metadata::set_value, &metadata::set_value_at>(),
         function_row<"moxSetMetaData", &metadata::set>(),
+        // Kept: these three always refuse, once their arguments are right.
         function_row<"moxAppendAnalysisParameter", &analysis::append,
                      &analysis::append_with_unit,
                      &analysis::append_with_description>(),
@@ -154,6 +162,7 @@ PyMethodDef* function_table() {
         function_row<"moxSetFirstFrame", overload<void(data_store, int)>(&sampling::set_first_frame),
                      overload<void(data_store, int, int)>(&sampling::set_first_frame)>(),
         function_row<"moxWriteAcquisition", &writing::write_acquisition>(),
+        // Kept: both look at their argument and free nothing.
         function_row<"moxCloseAcquisition", &lifecycle::close_acquisition>(),
         function_row<"moxDeleteAcquisition", &lifecycle::delete_acquisition>(),
         function_row<"moxGetAnglesValues", &points::angles_values>(),

@@ -19,6 +19,7 @@ namespace mox {
 
 inline py_ref to_result(py_ref object) { return object ? std::move(object) : py_ref::none(); }
 
+// Kept: counts and frame numbers come through here, too, so that they are floats.
 inline py_ref to_result(double number) { return py_ref::checked(PyFloat_FromDouble(number)); }
 
 inline py_ref to_result(const std::string& text) { return text_to_python(text); }

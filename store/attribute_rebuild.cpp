@@ -43,6 +43,7 @@ void change_extent(strata::data_group group, const std::string& name,
     for_metadata_type(attribute.type(), [&]<typename Native>(const Native&) {
         auto values = read_vector<Native>(attribute);
         values.resize(count);
+        // Kept: one dimension is left, whatever was asked for.
         replace(group, name, strata::data_shape({static_cast<std::int64_t>(count)}, false), values);
     });
 }

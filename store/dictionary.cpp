@@ -20,6 +20,7 @@ py_ref normal_int(PyObject* value) {
         throw python_error{};
     const bool fits = overflow == 0 && number >= std::numeric_limits<std::int32_t>::min() &&
                       number <= std::numeric_limits<std::int32_t>::max();
+    // Kept: what has no room in 32 bits is -1.
     return py_ref::checked(PyLong_FromLongLong(fits ? number : -1));
 }
 
@@ -47,6 +48,7 @@ py_ref normal_form(PyObject* value) {
     if (PyUnicode_Check(value))
         return normal_text(value);
     if (PyFloat_Check(value))
+        // Kept: in single precision.
         return py_ref::checked(PyFloat_FromDouble(static_cast<float>(PyFloat_AS_DOUBLE(value))));
     if (PyBool_Check(value))
         return py_ref::checked(PyLong_FromLong(value == Py_True));

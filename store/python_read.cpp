@@ -76,7 +76,7 @@ template <typename Source>
 py_ref read_text_list(const Source& source, const strata::data_shape& shape) {
     auto texts = texts_of(source);
     const auto count = static_cast<std::size_t>(shape.dimensions().front());
-    texts.resize(count); // a list has the length of the first dimension, whatever the others hold
+    texts.resize(count); // Kept: a list has the length of the first dimension, whatever others hold
     auto list = py_ref::steal(PyList_New(static_cast<Py_ssize_t>(count)));
     if (!list) {
         PyErr_Clear();

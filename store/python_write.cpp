@@ -117,6 +117,7 @@ data_type type_of_format(const std::string& format) {
                                                         {"Real", data_type::float32}};
     const auto found = types.find(format);
     if (found == types.end())
+        // Kept: scripts compare this text.
         throw std::out_of_range("invalid map<K, T> key");
     return found->second;
 }

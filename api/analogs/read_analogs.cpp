@@ -22,6 +22,7 @@ namespace attribute = layout::attribute;
 
 namespace {
 
+// Kept: a channel of one sample is a number.
 constexpr array_form samples_only{.transpose = false, .squeeze = true};
 
 py_ref gain_of(const strata::data_set& set) {

@@ -34,6 +34,7 @@ outputs<2> overwrite(const strata::data_store& acquisition, const Key& key, cons
 void require_gain(int code) {
     if (code < 0 || code > last_gain_code)
         throw_runtime_error(
+            // Kept with "fuction": scripts compare this text.
             "Unknown gain. Read the documentation of this fuction to know the possible values");
 }
 

@@ -32,6 +32,7 @@ std::vector<keyed_set> keyed(std::vector<strata::data_set> sets) {
     result.reserve(sets.size());
     distinct_keys keys;
     for (auto& set : sets) {
+        // Kept: not the label, which scripts may change.
         auto key = keys.key_of(set.name());
         result.push_back({std::move(key), std::move(set)});
     }

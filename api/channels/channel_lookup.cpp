@@ -12,7 +12,7 @@ namespace mox {
 
 namespace {
 
-// Two blanks after the colon: scripts compare these texts.
+// Kept with two blanks after the colon: scripts compare these texts.
 [[noreturn]] void throw_no_such_channel(int index) {
     throw_runtime_error(fmt::format("Unable to find channel with given index :  '{}'", index));
 }

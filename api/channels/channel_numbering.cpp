@@ -37,6 +37,7 @@ void remove_channel(const strata::data_group& holder, const strata::data_set& se
 
 void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count,
                      std::int32_t wanted) {
+    // Kept: count - wanted channels stay.
     const auto first_deleted =
         static_cast<std::uint32_t>(count) - static_cast<std::uint32_t>(wanted);
     for (auto group : groups) {

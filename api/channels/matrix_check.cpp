@@ -49,6 +49,7 @@ void check_point_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t
     const auto rows = static_cast<std::uint64_t>(PyArray_DIM(array.array(), 0));
     if (rows != frames) {
         throw_runtime_error(
+            // Kept with the blank before the comma: scripts compare this text.
             fmt::format("Given matrix should have row number equals to the number of frames in the "
                         "acquisition , current has : {}",
                         rows));

@@ -69,6 +69,7 @@ void fill_unequal(const std::vector<strata::matrix_columns>& columns, std::uint6
 } // namespace
 
 py_ref values_matrix(const std::vector<strata::data_set>& sets) {
+    // Kept: without channels there are no dimensions.
     if (sets.empty())
         return py_ref::checked(PyArray_ZEROS(0, nullptr, NPY_DOUBLE, 0));
     const auto indexed = by_index(sets);

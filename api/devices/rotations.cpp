@@ -65,7 +65,7 @@ outputs<2> rotation(strata::data_store acquisition, const std::string& label) {
         if (name == label)
             return {rotations_of(segments.retrieve_group(name))};
     }
-    // Two blanks after the colon: scripts compare this text.
+    // Kept with its wording and two blanks after the colon: scripts compare this text.
     throw_runtime_error(fmt::format("Unable to rotation with given label :  '{}'", label));
 }
 

@@ -22,6 +22,7 @@ constexpr std::array<std::string_view, 4> foot_strike_labels{"Foot_Strike", "FS"
 constexpr std::array<std::string_view, 4> foot_off_labels{"Foot_Off", "FO", "FootOff", "Foot Off"};
 
 std::string without_underscores(std::string name) {
+    // Kept: underscores are dropped, nothing else.
     std::erase(name, '_');
     return name;
 }

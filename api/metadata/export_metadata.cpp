@@ -31,6 +31,7 @@ py_ref children_of(const strata::data_group& group) {
     const auto entries = group.list_attributes_name();
     const auto groups = group.list_group_children_name();
     if (entries.empty() && groups.empty())
+        // Kept: not an empty dictionary.
         return number(0.0);
     auto children = py_ref::checked(PyDict_New());
     for (const auto& name : entries)
@@ -51,6 +52,7 @@ py_ref entry_dictionary(const strata::data_attribute& entry) {
     set_item(info.get(), "format", text_to_python(format_of_type(entry.type())));
     set_item(info.get(), "dims", dimensions_of(entry));
     auto dictionary = py_ref::checked(PyDict_New());
+    // Kept: three constants, whatever the entry is.
     set_item(dictionary.get(), "unlocked", number(1.0));
     set_item(dictionary.get(), "children", number(0.0));
     set_item(dictionary.get(), "description", text_to_python(""));

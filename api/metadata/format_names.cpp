@@ -29,7 +29,7 @@ const char* format_of_type(strata::data_type type) {
     case 109:
         return "Integer";
     case 5:
-        return "integer"; // in lower case: scripts compare it
+        return "integer"; // Kept in lower case: scripts compare it
     case 10:
     case 110:
     case 11:
@@ -39,6 +39,7 @@ const char* format_of_type(strata::data_type type) {
     case 112:
         return "Char";
     default:
+        // Kept: scripts compare this text.
         throw std::out_of_range("invalid map<K, T> key");
     }
 }

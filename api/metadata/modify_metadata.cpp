@@ -84,6 +84,7 @@ py_ref append(strata::data_store acquisition, const std::string& group, const st
 py_ref set(strata::data_store acquisition, const std::string& group, const std::string& entry,
            PyObject* info) {
     if (!exists_entry(acquisition, path_of(group, entry)))
+        // Kept with its wording: scripts compare this text.
         throw_runtime_error("Unable to set metadata : it doesn't exists in given acquisition");
     return append(acquisition, group, entry, info);
 }

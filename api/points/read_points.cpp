@@ -64,7 +64,8 @@ outputs<2> read_type(const strata::data_store& acquisition, std::string_view gro
     return {std::move(values), std::move(info)};
 }
 
-/// Number of the first frame, counted from 1, in single precision.
+/// Number of the first frame, in single precision. Kept: counted from 1; moxGetFirstFrame counts
+/// from 0.
 py_ref first_frame_of(const strata::data_set& set) {
     const auto start = read<float>(set.retrieve_attribute(attribute::start_time));
     const auto rate = read<float>(set.retrieve_attribute(attribute::sample_rate));
@@ -134,6 +135,7 @@ py_ref powers_values(strata::data_store acquisition) {
 py_ref all_values(strata::data_store acquisition) { return values_matrix(all_sets(acquisition)); }
 
 std::string unit(strata::data_store acquisition, const std::string& group_name) {
+    // Kept: "Markers", where the setter takes "marker".
     const auto* type = find_point_type_of_group(group_name);
     if (!type)
         return {};

@@ -28,6 +28,7 @@ std::string channel_names::choose(std::uint64_t index) {
     if (base.empty())
         base = text_at(labels_, index);
     if (base.empty())
+        // Kept: spelt with one n.
         base = "unamed_" + std::to_string(index);
     std::ranges::replace_if(base, is_separator, '_');
 

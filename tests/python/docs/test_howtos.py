@@ -10,7 +10,15 @@ from pathlib import Path
 import pytest
 
 REPOSITORY = Path(__file__).resolve().parents[3]
-PAGES = ["analogs.md", "events.md", "force_platforms.md", "metadata.md", "points.md", "writing.md"]
+PAGES = [
+    "analogs.md",
+    "events.md",
+    "force_platforms.md",
+    "metadata.md",
+    "points.md",
+    "quirks.md",
+    "writing.md",
+]
 
 
 def examples_of(page: str) -> doctest.DocTest:
