@@ -9,7 +9,8 @@ namespace acquisition_layout {
 
 namespace {
 
-constexpr char attribute_name[] = "SplitChannels"; // uint64
+// An int64: Python has no reading of a single unsigned number, and shows all attributes of a set.
+constexpr char attribute_name[] = "SplitChannels";
 
 } // namespace
 
@@ -23,15 +24,16 @@ std::uint64_t raw_channels(const strata::data_set& raw) {
 void record_split(strata::data_set raw, std::uint64_t count) {
     if (raw.exists_attribute(attribute_name))
         raw.delete_attribute(attribute_name);
-    write_number(raw, attribute_name, count);
+    write_number(raw, attribute_name, static_cast<std::int64_t>(count));
 }
 
 std::uint64_t unsplit_channels(const strata::data_set& raw) {
     const auto all = raw_channels(raw);
     if (all == 0)
         return 0;
-    const auto split = read_number<std::uint64_t>(raw.retrieve_attribute(attribute_name));
-    return all - std::min(all, split.value_or(0));
+    const auto split = read_number<std::int64_t>(raw.retrieve_attribute(attribute_name));
+    return all -
+           std::min(all, static_cast<std::uint64_t>(std::max<std::int64_t>(split.value_or(0), 0)));
 }
 
 } // namespace acquisition_layout
