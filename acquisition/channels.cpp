@@ -48,19 +48,24 @@ void throw_channel_exists(const std::string& name) {
                                     name));
 }
 
+void require_new_channel(const strata::data_group& group, const std::string& label) {
+    const auto name = acquisition_layout::path_component(label);
+    if (group.exists_set(name) || group.exists_group(name))
+        throw_channel_exists(label);
+}
+
 // Kept: spelt with one n.
 std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}", index); }
 
 strata::data_set create_channel(strata::data_group group, const std::string& given_label,
                                 std::int32_t index, const std::string& description) {
     const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
-    const auto name = acquisition_layout::path_component(label);
-    if (group.exists_set(name) || group.exists_group(name))
-        throw_channel_exists(label);
+    require_new_channel(group, label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
                                     static_cast<std::int64_t>(samples_of(group))},
                                    false);
-    auto set = group.create_set(name, shape, strata::data_type::float64);
+    auto set = group.create_set(acquisition_layout::path_component(label), shape,
+                                strata::data_type::float64);
     create_text(set, attribute::description, description);
     write_or_create(set, attribute::relative_set_index, index);
     create_text(set, attribute::label, label);

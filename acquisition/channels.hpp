@@ -29,12 +29,16 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 /// location": RuntimeError.
 [[noreturn]] void throw_channel_exists(const std::string& name);
 
+/// RuntimeError of throw_channel_exists when `group` has a set, or a group, of the name that a
+/// channel with this label would get.
+void require_new_channel(const strata::data_group& group, const std::string& label);
+
 /// Name of a channel that has no label.
 [[nodiscard]] std::string unnamed_channel(std::int32_t index);
 
 /// Creates a channel of the group's `NumSamples` samples, all zero, with the group's rate and start
 /// time. "/" and "\" in `label` become "_" in the set's name; an empty label becomes that of an
-/// unnamed channel. RuntimeError of throw_channel_exists when the group has a set of that name.
+/// unnamed channel. RuntimeError of require_new_channel.
 strata::data_set create_channel(strata::data_group group, const std::string& label,
                                 std::int32_t index, const std::string& description);
 

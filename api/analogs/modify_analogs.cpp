@@ -2,6 +2,8 @@
 
 #include "api/analogs/modify_analogs.hpp"
 
+#include <utility>
+
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/platform_channel_numbers.hpp"
@@ -24,8 +26,9 @@ constexpr std::uint64_t components = 1;
 
 /// Rate of a channel that is added: the point rate in single precision, times the ratio.
 double rate_of_new_channel(const strata::data_store& acquisition) {
-    return static_cast<double>(static_cast<float>(sampling::point_frequency(acquisition)) *
-                               static_cast<float>(sampling::analog_samples_per_frame(acquisition)));
+    const auto point_rate = static_cast<float>(sampling::point_frequency(acquisition));
+    const auto ratio = static_cast<float>(sampling::analog_samples_per_frame(acquisition));
+    return static_cast<double>(point_rate * ratio);
 }
 
 strata::data_set add_channel(const strata::data_group& group, const std::string& label,
@@ -59,9 +62,10 @@ outputs<2> append_described(strata::data_store acquisition, const std::string& l
     const auto array = as_array(matrix);
     const auto group = analog_group(acquisition);
     const auto values = checked_matrix(array, samples_of(group), 1, components);
-    const auto rate = rate_of_new_channel(acquisition);
     const auto index = channel_count({group});
     const auto name = label.empty() ? unused_channel_name(group, index) : label;
+    require_new_channel(group, name);
+    const auto rate = rate_of_new_channel(acquisition);
     const auto set = add_channel(group, name, index, description, rate);
     write_channels_in_order({set}, values, components);
     return all(acquisition);
@@ -95,6 +99,8 @@ void set_number(strata::data_store acquisition, int wanted) {
         platforms.follow_channels();
         return;
     }
+    if (count == wanted)
+        return; // without asking for a rate
     require_memory_for_channels(static_cast<double>(wanted) - count,
                                 static_cast<double>(samples_of(group)));
     const auto rate = rate_of_new_channel(acquisition);
@@ -105,9 +111,9 @@ void set_number(strata::data_store acquisition, int wanted) {
 void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto array = as_array(matrix);
     const auto group = analog_group(acquisition);
-    const auto sets = in_index_order(sets_of(group));
-    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components),
-                            components);
+    auto sets = sets_of(group);
+    const auto values = checked_matrix(array, samples_of(group), sets.size(), components);
+    write_channels_in_order(in_index_order(std::move(sets)), values, components);
 }
 
 void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix) {

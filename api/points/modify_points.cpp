@@ -43,17 +43,23 @@ found_point find(const strata::data_store& acquisition, const std::string& label
     return found;
 }
 
+/// What every change ends with reads all point groups: one that is missing is an error before it.
+void require_point_groups(const strata::data_store& acquisition) {
+    (void)point_groups(acquisition.root());
+}
+
 template <typename Key> outputs<2> remove(const strata::data_store& acquisition, const Key& key) {
-    const auto groups = point_groups(acquisition.root());
     const auto [set, holder] = find(acquisition, key);
-    remove_channel(holder, set, groups);
+    remove_channel(holder, set, point_groups(acquisition.root()));
     return all(acquisition);
 }
 
 template <typename Key>
 outputs<2> set_text(const strata::data_store& acquisition, const Key& key, const char* name,
                     const std::string& text) {
-    write_or_create(find(acquisition, key).set, name, text);
+    const auto found = find(acquisition, key);
+    require_point_groups(acquisition);
+    write_or_create(found.set, name, text);
     return all(acquisition);
 }
 
@@ -63,6 +69,7 @@ outputs<2> set_type(const strata::data_store& acquisition, const Key& key,
     const auto& type = point_type_of_word(type_word);
     auto [set, holder] = find(acquisition, key);
     auto target = retrieve_group(acquisition.root(), type.path);
+    require_point_groups(acquisition);
     if (holder.name() != type.group_name) {
         const auto name = set.name();
         if (target.exists_set(name))
@@ -80,10 +87,9 @@ outputs<2> append(strata::data_store acquisition, const std::string& type_word,
                   const std::string& label, PyObject* matrix) {
     const auto& type = point_type_of_word(type_word);
     const auto array = as_array(matrix);
-    const auto groups = point_groups(acquisition.root());
     auto group = retrieve_group(acquisition.root(), type.path);
     const auto values = checked_matrix(array, samples_of(group), 1, 3);
-    const auto index = channel_count(groups);
+    const auto index = channel_count(point_groups(acquisition.root()));
     auto set =
         create_channel(group, label.empty() ? unused_channel_name(group, index) : label, index, {});
     create_text(set, attribute::metric_type, type_word);

@@ -91,6 +91,7 @@ outputs<2> moments(strata::data_store acquisition) { return read_type(acquisitio
 outputs<2> powers(strata::data_store acquisition) { return read_type(acquisition, "Powers"); }
 
 outputs<2> all(strata::data_store acquisition) {
+    (void)retrieve_group(acquisition.root(), layout::data); // what an error is to name first
     const auto sets = keyed(all_sets(acquisition));
     auto values = values_of(sets);
     auto info = py_ref::checked(PyDict_New());

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -31,9 +32,9 @@ void set_group_values(const strata::data_store& acquisition, std::string_view wo
                       PyObject* matrix) {
     const auto array = as_array(matrix);
     const auto group = retrieve_group(acquisition.root(), point_type_of_word(word).path);
-    const auto sets = in_index_order(sets_of(group));
-    write_channels_in_order(sets, checked_matrix(array, samples_of(group), sets.size(), components),
-                            components);
+    auto sets = sets_of(group);
+    const auto values = checked_matrix(array, samples_of(group), sets.size(), components);
+    write_channels_in_order(in_index_order(std::move(sets)), values, components);
 }
 
 /// Writes one point of the group `holder`.
