@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <new>
+#include <optional>
 #include <vector>
 
 #include <fmt/format.h>
@@ -79,24 +80,45 @@ void require_frames(int frames) {
             fmt::format("The number of frames cannot be negative, current is : {}", frames));
 }
 
-/// The extents of all device groups for `frames` frames with `ratio` analog samples each. Throws
-/// std::bad_alloc where no count can hold the samples.
-std::vector<group_extent> extents_of(const strata::data_group& root, std::uint64_t frames,
-                                     double ratio) {
-    const double samples = static_cast<double>(frames) * ratio;
-    if (!(samples < largest_count))
-        throw std::bad_alloc();
+/// The extents of all device groups for `frames` frames with `ratio` analog samples each; without
+/// a ratio that of the acquisition. Throws std::bad_alloc where no count can hold the samples.
+std::vector<group_extent> extents_of(const strata::data_store& acquisition, std::uint64_t frames,
+                                     std::optional<int> ratio = {}) {
+    const auto root = acquisition.root();
     std::vector<group_extent> extents;
     for (const auto& group : point_groups(root))
         extents.push_back({group, frames});
-    extents.push_back(
-        {retrieve_group(root, layout::analogs_export), static_cast<std::uint64_t>(samples)});
+    const double samples =
+        static_cast<double>(frames) * (ratio ? *ratio : analog_samples_per_frame(acquisition));
+    const auto analogs = retrieve_group(root, layout::analogs_export);
+    if (!(samples < largest_count))
+        throw std::bad_alloc();
+    extents.push_back({analogs, static_cast<std::uint64_t>(samples)});
     return extents;
 }
 
-void move_events(const strata::data_group& root, float shift) {
-    const auto events = retrieve_group(root, layout::events);
-    for (const auto& set : sets_of(events)) {
+/// What a new ratio changes.
+struct ratio_change {
+    strata::data_group analogs;
+    strata::data_group header;
+    std::int64_t samples; ///< of an analog channel
+};
+
+/// RuntimeError unless the ratio can become `ratio`; changes nothing.
+ratio_change checked_ratio_change(const strata::data_store& acquisition, int ratio) {
+    require_ratio(ratio);
+    const auto root = acquisition.root();
+    ratio_change change{retrieve_group(root, layout::analogs_export), {}, 0};
+    require_no_channels(change.analogs);
+    change.header = retrieve_group(root, layout::header);
+    // Of the channels: a change of rate may have given a file another count than they have.
+    const auto frames = samples_of(retrieve_group(root, layout::angles));
+    change.samples = analog_sample_count(static_cast<double>(frames), ratio);
+    return change;
+}
+
+void move_events(const std::vector<strata::data_set>& events, float shift) {
+    for (const auto& set : events) {
         std::vector<float> times;
         if (!read_vector(select_all(set), times))
             continue;
@@ -141,7 +163,7 @@ void set_frequency(strata::data_store acquisition, double rate) {
 
 void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames) {
     const auto root = acquisition.root();
-    const auto extents = extents_of(root, frames, analog_samples_per_frame(acquisition));
+    const auto extents = extents_of(acquisition, frames);
     require_memory(extents, elements_of_rotations(root, frames));
     resize_rotations(root, frames);
     resize_device_groups(extents);
@@ -158,10 +180,10 @@ void set_frame_number(strata::data_store acquisition, int frames) {
 
 void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
     require_frames(frames);
-    require_ratio(ratio);
-    const auto root = acquisition.root();
+    (void)checked_ratio_change(acquisition, ratio);
     const auto wanted = static_cast<std::uint64_t>(frames);
-    require_memory(extents_of(root, wanted, ratio), elements_of_rotations(root, wanted));
+    require_memory(extents_of(acquisition, wanted, ratio),
+                   elements_of_rotations(acquisition.root(), wanted));
     set_analog_samples_per_frame(acquisition, ratio);
     set_frame_number(acquisition, frames);
 }
@@ -179,6 +201,8 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
     const auto rate = read<float>(markers.retrieve_attribute(attribute::sample_rate));
     if (rate == 0.0F && first != 0)
         throw_runtime_error("Frequency is not set, impossible to set another first frame than 0");
+    const auto moved_events = shift_events != 0 ? sets_of(retrieve_group(root, layout::events))
+                                                : std::vector<strata::data_set>();
     const auto groups = point_groups(root);
     const auto analogs = retrieve_group(root, layout::analogs_export);
     const auto former_start = read<float>(markers.retrieve_attribute(attribute::start_time));
@@ -187,8 +211,7 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
         throw_runtime_error(
             fmt::format("The frequency is too low to set the first frame {}", first));
 
-    if (shift_events != 0)
-        move_events(root, start - former_start);
+    move_events(moved_events, start - former_start);
     for (const auto& group : groups)
         write_to_group_and_sets(group, attribute::start_time, double{start});
     write_to_group_and_sets(analogs, attribute::start_time, double{start});
@@ -197,14 +220,8 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
 }
 
 void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
-    require_ratio(ratio);
+    const auto [analogs, header, samples] = checked_ratio_change(acquisition, ratio);
     const auto root = acquisition.root();
-    const auto analogs = retrieve_group(root, layout::analogs_export);
-    require_no_channels(analogs);
-    const auto header = retrieve_group(root, layout::header);
-    // Of the channels: a change of rate may have given a file another count than they have.
-    const auto frames = samples_of(retrieve_group(root, layout::angles));
-    const auto samples = analog_sample_count(static_cast<double>(frames), ratio);
     const double rate = point_frequency(acquisition) * ratio;
     write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
     write_or_create(analogs, attribute::num_samples, samples);

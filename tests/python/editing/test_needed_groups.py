@@ -20,10 +20,30 @@ ANGLES, FORCES, MARKERS, MOMENTS, POWERS = KINDS = [
     f"Format/Data/{name}" for name in ("Angles", "Forces", "Markers", "Moments", "Powers")
 ]
 DATA, ANALOGS, HEADER = "Format/Data", "Format/Data/AnalogsExport", "Format/Header"
+EVENTS, PARAMETERS = "Format/Events", "Format/Metadata/ANALOG"
 
 NO_POINTS, NO_POINT, NO_CHANNEL = np.zeros((0, 0)), np.zeros((0, 3)), np.zeros((0, 1))
 
 Call = tuple[str, tuple[Any, ...], list[str]]
+
+TIME_BASE: list[Call] = [
+    ("moxGetPointFrequency", (), [ANGLES]),
+    ("moxGetPointFrameNumber", (), [ANGLES]),
+    ("moxSetFrameNumber", (4,), [*KINDS, HEADER, ANALOGS]),
+    ("moxSetFrameNumber", (4, 2), [ANALOGS, HEADER, *KINDS]),
+    ("moxGetFirstFrame", (), [MARKERS]),
+    ("moxSetFirstFrame", (0,), [MARKERS, ANGLES, FORCES, MOMENTS, POWERS, ANALOGS]),
+    ("moxSetFirstFrame", (0, 1), [MARKERS, EVENTS, ANGLES, FORCES, MOMENTS, POWERS, ANALOGS]),
+    ("moxGetLastFrame", (), [MARKERS]),
+    ("moxGetMaxInterpolationGap", (), [HEADER]),
+    ("moxSetMaxInterpolationGap", (5,), [HEADER]),
+    ("moxGetAnalogFrequency", (), [ANALOGS]),
+    ("moxGetAnalogFrameNumber", (), [ANALOGS]),
+    ("moxGetAnalogSampleNumberPerFrame", (), [HEADER]),
+    ("moxSetAnalogSampleNumberPerFrame", (2,), [ANALOGS, HEADER, ANGLES]),
+    ("moxGetAnalogResolution", (), [PARAMETERS]),
+    ("moxSetAnalogResolution", (16,), [PARAMETERS]),
+]
 
 POINTS: list[Call] = [
     *((f"moxGet{path.rpartition('/')[2]}", (), [path]) for path in KINDS),
@@ -93,7 +113,7 @@ def answer_of(call: Callable[..., Any], *arguments: Any) -> str | None:
     return None
 
 
-@pytest.mark.parametrize(("name", "arguments", "needed"), [*POINTS, *CHANNELS])
+@pytest.mark.parametrize(("name", "arguments", "needed"), [*TIME_BASE, *POINTS, *CHANNELS])
 def test_groups_are_needed_in_this_order(
     name: str, arguments: tuple[Any, ...], needed: list[str]
 ) -> None:
