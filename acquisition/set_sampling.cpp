@@ -140,12 +140,11 @@ void set_frequency(strata::data_store acquisition, double rate) {
         throw_runtime_error(
             fmt::format("The frequency must be a positive number or 0, current is : {}", rate));
     const auto root = acquisition.root();
+    const double former_rate = point_frequency(acquisition);
     const auto groups = point_groups(root);
-    const auto analogs = retrieve_group(root, layout::analogs_export);
     const double analog_rate = rate * analog_samples_per_frame(acquisition);
     if (!std::isfinite(analog_rate))
         throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
-    const double former_rate = point_frequency(acquisition);
     const bool counts_frames = former_rate > 0.0 && root.exists_set(layout::points);
     const auto count =
         counts_frames ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
@@ -156,7 +155,10 @@ void set_frequency(strata::data_store acquisition, double rate) {
     for (const auto& group : groups)
         write_to_group_and_sets(group, attribute::sample_rate, rate);
     write_to_raw_set(root, layout::analogs, attribute::sample_rate, analog_rate);
-    write_to_group_and_sets(analogs, attribute::sample_rate, analog_rate);
+    if (root.exists_group(layout::analogs_export)) {
+        write_to_group_and_sets(root.retrieve_group(layout::analogs_export), attribute::sample_rate,
+                                analog_rate);
+    }
     write_to_parameter(root, layout::metadata_point, rate);
     write_to_parameter(root, layout::metadata_analog, analog_rate);
 }

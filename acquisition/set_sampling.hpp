@@ -9,8 +9,9 @@
 namespace mox::sampling {
 
 /// Sets rates everywhere: `rate` for points, `rate` × ratio for analogs. Samples are not resampled;
-/// the frame count of the raw points of a file changes with the rate. RuntimeError for a rate that
-/// is negative, infinite or NaN.
+/// the frame count of the raw points of a file changes with the rate. Reading may have left no
+/// group of analog channels, which is no reason to refuse. RuntimeError for a rate that is
+/// negative, infinite or NaN.
 void set_frequency(strata::data_store acquisition, double rate);
 
 /// Gives every point channel `frames` frames and every analog channel `frames` × ratio samples.

@@ -14,6 +14,7 @@ from support.read_files import read_trial
 from support.store_tree import Type, attribute, scalar, snapshot
 
 POINT_GROUPS = ("Angles", "Forces", "Markers", "Moments", "Powers")
+HEADER = "Format/Header"
 
 
 def rates_of(acquisition: Any, group: str) -> set[float]:
@@ -154,13 +155,31 @@ def test_a_new_acquisition_takes_any_rate_after_a_low_one():
     assert _moxPY.moxGetAnalogFrequency(acquisition) == 5000.0
 
 
-@pytest.mark.parametrize("name", [*POINT_GROUPS, "AnalogsExport"])
-def test_a_missing_group_is_named_and_nothing_changed(name: str):
+@pytest.mark.parametrize("path", [*(f"Format/Data/{name}" for name in POINT_GROUPS), HEADER])
+def test_a_missing_group_is_named_and_nothing_changed(path: str):
     acquisition = _moxPY.moxNewAcquisition(2, 100)
-    probe.delete_group(acquisition, f"Format/Data/{name}")
+    probe.delete_group(acquisition, path)
     before = snapshot(acquisition)
     assert failure_of(_moxPY.moxSetFrequency, acquisition, 10.0) == (
         RuntimeError,
-        f"Impossible to retrieve group with path : 'Format/Data/{name}'",
+        f"Impossible to retrieve group with path : '{path}'",
     )
     assert snapshot(acquisition) == before
+
+
+@pytest.mark.parametrize("make", [lambda: _moxPY.moxNewAcquisition(2, 100, 1, 3), read_trial])
+def test_points_get_their_rate_where_analog_channels_were_not_split(make: Any):
+    acquisition = make()
+    probe.delete_group(acquisition, "Format/Data/AnalogsExport")
+    assert _moxPY.moxSetFrequency(acquisition, 50.0) is None
+    assert _moxPY.moxGetPointFrequency(acquisition) == 50.0
+    for group in POINT_GROUPS:
+        assert rates_of(acquisition, group) == {50.0}
+
+
+def test_the_analog_rate_of_the_file_follows_where_its_channels_were_not_split():
+    acquisition = read_trial()
+    probe.delete_group(acquisition, "Format/Data/AnalogsExport")
+    _moxPY.moxSetFrequency(acquisition, 50.0)
+    assert _moxPY.moxGetAnalogFrequency(acquisition) == 150.0
+    assert scalar(acquisition, "Format/Metadata/ANALOG", "RATE") == 150.0

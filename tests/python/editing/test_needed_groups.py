@@ -28,6 +28,7 @@ Call = tuple[str, tuple[Any, ...], list[str]]
 
 TIME_BASE: list[Call] = [
     ("moxGetPointFrequency", (), [ANGLES]),
+    ("moxSetFrequency", (100.0,), [*KINDS, HEADER]),
     ("moxGetPointFrameNumber", (), [ANGLES]),
     ("moxSetFrameNumber", (4,), [*KINDS, HEADER, ANALOGS]),
     ("moxSetFrameNumber", (4, 2), [ANALOGS, HEADER, *KINDS]),
