@@ -111,9 +111,7 @@ ratio_change checked_ratio_change(const strata::data_store& acquisition, int rat
     ratio_change change{retrieve_group(root, layout::analogs_export), {}, 0};
     require_no_channels(change.analogs);
     change.header = retrieve_group(root, layout::header);
-    // Of the channels: a change of rate may have given a file another count than they have.
-    const auto frames = samples_of(retrieve_group(root, layout::angles));
-    change.samples = analog_sample_count(static_cast<double>(frames), ratio);
+    change.samples = analog_sample_count(point_frame_number(acquisition), ratio);
     return change;
 }
 

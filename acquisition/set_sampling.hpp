@@ -28,7 +28,8 @@ void set_frame_number(strata::data_store acquisition, int frames, int ratio);
 void set_first_frame(strata::data_store acquisition, int first);
 void set_first_frame(strata::data_store acquisition, int first, int shift_events);
 
-/// RuntimeError for a ratio below 1, or when there are analog channels.
+/// Sets the analog samples of a frame, and with them the samples of the analog channels to come:
+/// point_frame_number × ratio. RuntimeError for a ratio below 1, or when there are analog channels.
 void set_analog_samples_per_frame(strata::data_store acquisition, int ratio);
 
 /// RuntimeError unless `bits` is 8, 12, 14 or 16.

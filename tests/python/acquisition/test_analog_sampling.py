@@ -41,6 +41,15 @@ def test_samples_per_frame_of_a_file_without_analog_channels():
     assert scalar(acquisition, "Format/Data/AnalogsExport", "SampleRate") == 2000.0
 
 
+def test_frames_are_counted_as_the_getter_counts_them_after_a_change_of_rate():
+    acquisition = read_trial(analogs=())
+    _moxPY.moxSetFrequency(acquisition, 50.0)
+    _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, 4)
+    assert _moxPY.moxGetPointFrameNumber(acquisition) == 50.0
+    assert _moxPY.moxGetAnalogFrameNumber(acquisition) == 200.0
+    assert scalar(acquisition, "Format/Data/Analogs", "NumSamples") == 200
+
+
 def test_a_missing_header_entry_is_made():
     acquisition = _moxPY.moxNewAcquisition()
     name = "NumberAnalogSamplesPerPointSample"

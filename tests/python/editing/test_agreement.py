@@ -193,16 +193,17 @@ def test_a_file_at_twice_its_rate_has_twice_the_frames_until_its_points_are_set(
     assert_agreement(acquisition)
 
 
-def test_a_new_ratio_after_a_new_rate_fits_the_frames_that_are_there(tmp_path: Path) -> None:
+def test_a_new_ratio_after_a_new_rate_fits_the_frames_that_the_rate_made(tmp_path: Path) -> None:
     acquisition = read_trial(tmp_path)
     _moxPY.moxSetFrequency(acquisition, 2 * RATE)
     new_ratio(acquisition, 3)
     append_analogs(acquisition, 1)
+    _moxPY.moxSetPointsValues(acquisition, np.zeros((2 * FRAMES, 3 * len(POINTS))))
     path = str(tmp_path / "written.c3d")
     _moxPY.moxWriteAcquisition(acquisition, path)
     written = _moxPY.moxReadAcquisition(path)
-    assert frames_of(written) == FRAMES
-    assert _moxPY.moxGetAnalogFrameNumber(written) == 3 * FRAMES
+    assert frames_of(written) == 2 * FRAMES
+    assert _moxPY.moxGetAnalogFrameNumber(written) == 2 * FRAMES * 3
     assert_agreement(written)
 
 

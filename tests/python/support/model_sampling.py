@@ -81,7 +81,7 @@ class SamplingModel(State):
                 "acquisition already contains analog channels."
             )
         self.ratio = ratio
-        self.analogs.samples = self.point_groups["Angles"].samples * ratio
+        self.analogs.samples = int(self.moxGetPointFrameNumber()) * ratio
         self.analogs.rate = self.moxGetPointFrequency() * ratio
         if self.raw:
             self.raw.analog_rate = self.analogs.rate
