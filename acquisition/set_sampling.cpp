@@ -234,13 +234,8 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
 void set_analog_resolution(strata::data_store acquisition, int bits) {
     if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
         throw_runtime_error("Invalid analog resolution.");
-    auto parameters = retrieve_group(acquisition.root(), layout::metadata_analog);
-    const auto former = parameters.retrieve_attribute(attribute::bits);
-    // A script may have made it a list or a text.
-    if (former && (strata::element_kind(former.type()) == strata::data_type::string ||
-                   former.shape().element_count() != 1))
-        parameters.delete_attribute(attribute::bits);
-    write_or_create(parameters, attribute::bits, std::int32_t{bits});
+    write_or_create(retrieve_group(acquisition.root(), layout::metadata_analog), attribute::bits,
+                    std::int32_t{bits});
 }
 
 void set_interpolation_gap(strata::data_store acquisition, int gap) {

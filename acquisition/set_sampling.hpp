@@ -32,7 +32,8 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
 /// point_frame_number × ratio. RuntimeError for a ratio below 1, or when there are analog channels.
 void set_analog_samples_per_frame(strata::data_store acquisition, int ratio);
 
-/// RuntimeError unless `bits` is 8, 12, 14 or 16.
+/// RuntimeError unless `bits` is 8, 12, 14 or 16. A script may have made the metadata entry a list
+/// or a text: then it stays what it is, and the store's log says so.
 void set_analog_resolution(strata::data_store acquisition, int bits);
 
 void set_interpolation_gap(strata::data_store acquisition, int gap);

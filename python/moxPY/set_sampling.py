@@ -147,6 +147,11 @@ def moxSetAnalogResolution(acquisition: data_store, bits: int) -> None:
     RuntimeError
         Any other number, or the acquisition has no metadata group ANALOG; nothing has changed.
 
+    Notes
+    -----
+    The number goes into the metadata entry BITS of ANALOG, which keeps its type. An entry that a
+    script has made a text or a list stays as it is; the log says so.
+
     Examples
     --------
     >>> made = moxNewAcquisition()

@@ -17,6 +17,12 @@ HAS_CHANNELS = (
     " already contains analog channels."
 )
 
+COUNT_LINE = (
+    "[error] [strata] The number of elements to write is not the same than in the shape of the"
+    " attribute"
+)
+WRITE_LINE = "[error] [strata] Invalid value to write the content of an attribute"
+
 
 def test_samples_per_frame_decide_the_samples():
     acquisition = _moxPY.moxNewAcquisition(2, 100)
@@ -125,13 +131,44 @@ def test_a_file_without_a_resolution_has_twelve_bits():
 
 
 @pytest.mark.parametrize(
-    ("kind", "values"), [("Char", "x"), ("Integer", [12, 16]), ("Real", [0.5, 1.0])]
+    ("kind", "values", "line"),
+    [
+        ("Char", "x", WRITE_LINE),
+        ("Char", "14", WRITE_LINE),
+        ("Char", ["12", "x"], COUNT_LINE),
+        ("Integer", [12, 16], COUNT_LINE),
+        ("Real", [0.5, 1.0], COUNT_LINE),
+    ],
 )
-def test_a_resolution_that_is_no_number_becomes_one(kind: str, values: Any):
+def test_a_resolution_that_is_not_one_number_stays_and_the_log_says_so(
+    kind: str, values: Any, line: str, new_log_lines: Callable[[], list[str]]
+):
     acquisition = _moxPY.moxNewAcquisition()
     _moxPY.moxAppendMetaData(acquisition, "ANALOG", "BITS", {"format": kind, "values": values})
+    before = snapshot(acquisition)
+    assert _moxPY.moxSetAnalogResolution(acquisition, 16) is None
+    assert snapshot(acquisition) == before
+    assert new_log_lines() == [line]
+
+
+def test_a_resolution_without_elements_stays_and_the_log_says_so(
+    new_log_lines: Callable[[], list[str]],
+):
+    acquisition = _moxPY.moxNewAcquisition()
+    probe.delete_attribute(acquisition, "Format/Metadata/ANALOG", "BITS")
+    probe.create_attribute(acquisition, "Format/Metadata/ANALOG", "BITS", Type.INT16, [0])
+    before = snapshot(acquisition)
     _moxPY.moxSetAnalogResolution(acquisition, 16)
-    assert _moxPY.moxGetAnalogResolution(acquisition) == 16.0
+    assert snapshot(acquisition) == before
+    assert new_log_lines() == [COUNT_LINE]
+
+
+def test_a_resolution_of_one_number_keeps_its_type():
+    acquisition = _moxPY.moxNewAcquisition()
+    _moxPY.moxAppendMetaData(acquisition, "ANALOG", "BITS", {"format": "Real", "values": [8.0]})
+    kind, shape, _ = attribute(acquisition, "Format/Metadata/ANALOG", "BITS")
+    _moxPY.moxSetAnalogResolution(acquisition, 16)
+    assert attribute(acquisition, "Format/Metadata/ANALOG", "BITS") == (kind, shape, [16.0])
 
 
 @pytest.mark.parametrize("gap", [0, 10, -1, 2**31 - 1])

@@ -110,11 +110,9 @@ class SamplingModel(State):
             raise Refused("Invalid analog resolution.")
         self.moxGetAnalogResolution()  # needs the group
         entries = self.metadata.groups["ANALOG"].entries
-        former = entries.get("BITS")
-        if former and former.kind != "str" and len(former.elements) == 1:
-            assign_number(former, bits)
+        if "BITS" in entries:
+            assign_number(entries["BITS"], bits)
         else:
-            entries.pop("BITS", None)
             entries["BITS"] = Entry("int32", (), [bits])
 
     def _set_rate_of(self, group: str, rate: float) -> None:
