@@ -13,6 +13,7 @@
 #include "acquisition/force_platforms.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/path_text.hpp"
+#include "acquisition/sample_agreement.hpp"
 #include "acquisition/sampling.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -68,6 +69,7 @@ void write_acquisition(strata::data_store acquisition, PyObject* path) {
         throw_runtime_error("The only supported export format is c3d.");
     if (sampling::point_frequency(acquisition) == 0.0)
         throw_runtime_error("Frequency is not set, impossible to export to c3d");
+    require_sample_agreement(acquisition);
 
     const auto root = acquisition.root();
     (void)bring_platforms_up_to_date(root);

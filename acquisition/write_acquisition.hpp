@@ -10,7 +10,8 @@ namespace mox::writing {
 /// replaced once the new one is complete, and kept when anything fails. Force platforms and the
 /// order of the analog channels are brought up to date first.
 /// TypeError when `path` is not a str; RuntimeError when the extension is another, the frequency is
-/// not set, the file cannot be made, or the exporter fails.
+/// not set, points and analog channels contradict each other, the file cannot be made, or the
+/// exporter fails.
 void write_acquisition(strata::data_store acquisition, PyObject* path);
 
 } // namespace mox::writing

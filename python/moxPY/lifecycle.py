@@ -109,8 +109,9 @@ def moxWriteAcquisition(acquisition: data_store, path: str) -> None:
     TypeError
         `path` is not a str.
     RuntimeError
-        The extension is another one, the point frequency is 0, the file cannot be created or
-        completed, or the acquisition holds something that a C3D file cannot; the message says what.
+        The extension is another one, the point frequency is 0, the analog channels have other
+        samples than belong to the frames of the points, the file cannot be created or completed, or
+        the acquisition holds something that a C3D file cannot; the message says what.
 
     Examples
     --------

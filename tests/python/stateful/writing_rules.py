@@ -12,6 +12,7 @@ import numpy as np
 from hypothesis.stateful import rule
 from stateful.editing_machine import EditingMachine
 from support.failures import failure_of
+from support.model_acquisition import Acquisition
 from support.model_state import Entry
 
 NO_RATE = (RuntimeError, "Frequency is not set, impossible to export to c3d")
@@ -36,6 +37,10 @@ class WritingRules(EditingMachine):
                 assert not list(Path(folder).iterdir())
                 return
             refusal = _refusal(self.handle, path)
+            if contradiction := _contradiction(self.model):
+                assert refusal == contradiction
+                assert not list(Path(folder).iterdir())
+                return
             self._follow()
             if refusal is not None:
                 assert refusal.startswith(NOT_IN_A_FILE), refusal
@@ -79,6 +84,20 @@ class WritingRules(EditingMachine):
         # A change of the rate leaves the start where it was, maybe between two frames.
         first = _moxPY.moxGetFirstFrame(self.handle)
         assert abs(_moxPY.moxGetFirstFrame(written) - first) <= 0.5
+
+
+def _contradiction(model: Acquisition) -> str | None:
+    """What is said where the analog channels have not the samples of the frames."""
+    frames = model.point_groups["Angles"].samples
+    wanted, samples = frames * model.ratio, model.analogs.samples
+    if not model.analogs.channels or samples == wanted:
+        return None
+    return (
+        f"Export to c3d failed : the points have {frames} frames, to which {wanted} analog samples "
+        f"belong, but the analog channels have {samples}. moxSetPointsValues and "
+        f"moxSetAnalogsValues take the values of {int(model.moxGetPointFrameNumber())} frames; "
+        "moxSetFrameNumber cuts or lengthens what is there"
+    )
 
 
 def _refusal(acquisition: Any, path: Path) -> str | None:

@@ -1,0 +1,55 @@
+#include "acquisition/sample_agreement.hpp"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+#include <strata/access/set_count.hpp>
+
+#include "acquisition/channels.hpp"
+#include "acquisition/layout.hpp"
+#include "acquisition/point_types.hpp"
+#include "acquisition/sampling.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox {
+
+namespace {
+
+/// Frames that the point channels have. A change of rate leaves them until their values are set.
+std::uint64_t frames_of_points(const strata::data_group& root) {
+    for (const auto& type : point_types) {
+        if (root.exists_group(type.path))
+            return samples_of(root.retrieve_group(type.path));
+    }
+    return 0;
+}
+
+} // namespace
+
+double analog_samples_of_frames(const strata::data_group& root, double frames) {
+    const auto path =
+        fmt::format("{}/{}", layout::header, layout::attribute::analog_samples_per_frame);
+    const auto ratio =
+        root.exists_attribute(path) ? read<double>(root.retrieve_attribute(path)) : 0.0;
+    return frames * std::max(1.0, ratio);
+}
+
+void require_sample_agreement(const strata::data_store& acquisition) {
+    const auto root = acquisition.root();
+    if (!root.exists_group(layout::analogs_export))
+        return;
+    const auto analogs = root.retrieve_group(layout::analogs_export);
+    const auto samples = samples_of(analogs);
+    const auto frames = frames_of_points(root);
+    const auto wanted = analog_samples_of_frames(root, static_cast<double>(frames));
+    if (strata::set_count(analogs) == 0 || static_cast<double>(samples) == wanted)
+        return;
+    throw_runtime_error(fmt::format(
+        "Export to c3d failed : the points have {} frames, to which {} analog samples belong, but "
+        "the analog channels have {}. moxSetPointsValues and moxSetAnalogsValues take the values "
+        "of {} frames; moxSetFrameNumber cuts or lengthens what is there",
+        frames, wanted, samples, sampling::point_frame_number(acquisition)));
+}
+
+} // namespace mox

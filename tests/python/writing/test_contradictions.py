@@ -1,0 +1,76 @@
+"""Points and analog channels that contradict each other are not written, and no sample is lost."""
+
+from __future__ import annotations
+
+from pathlib import Path
+from typing import Any
+
+import _moxPY
+import numpy as np
+import pytest
+from editing.trials import FRAMES, POINTS, RATE, read_trial
+from support.failures import failure_of
+from support.store_tree import snapshot
+from writing.written import files_in
+
+write = _moxPY.moxWriteAcquisition
+
+
+def refused(frames: int, wanted: int, samples: int, count: int) -> tuple[type[Exception], str]:
+    return RuntimeError, (
+        f"Export to c3d failed : the points have {frames} frames, to which {wanted} analog samples "
+        f"belong, but the analog channels have {samples}. moxSetPointsValues and "
+        f"moxSetAnalogsValues take the values of {count} frames; moxSetFrameNumber cuts or "
+        "lengthens what is there"
+    )
+
+
+@pytest.fixture
+def trial(tmp_path_factory: pytest.TempPathFactory) -> Any:
+    return read_trial(tmp_path_factory.mktemp("source"))
+
+
+def append_for_frames_to_come(trial: Any) -> None:
+    """A channel for the frames of another rate, which the points do not have yet."""
+    _moxPY.moxSetFrequency(trial, 2 * RATE)
+    _moxPY.moxClearAnalogs(trial)
+    _moxPY.moxSetAnalogSampleNumberPerFrame(trial, 3)
+    _moxPY.moxAppendAnalog(trial, "A", np.ones((2 * FRAMES * 3, 1)))
+
+
+def test_channels_that_were_appended_for_frames_to_come(trial: Any, tmp_path: Path) -> None:
+    append_for_frames_to_come(trial)
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == refused(FRAMES, 3 * FRAMES, 6 * FRAMES, 2 * FRAMES)
+    assert files_in(tmp_path) == []
+
+
+def test_a_refused_trial_and_the_old_file_stay_as_they_were(trial: Any, tmp_path: Path) -> None:
+    append_for_frames_to_come(trial)
+    before = snapshot(trial)
+    (tmp_path / "a.c3d").write_bytes(b"old")
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == refused(FRAMES, 3 * FRAMES, 6 * FRAMES, 2 * FRAMES)
+    assert snapshot(trial) == before
+    assert files_in(tmp_path) == ["a.c3d"]
+    assert (tmp_path / "a.c3d").read_bytes() == b"old"
+
+
+def test_what_agrees_again_is_written(trial: Any, tmp_path: Path) -> None:
+    append_for_frames_to_come(trial)
+    _moxPY.moxSetPointsValues(trial, np.ones((2 * FRAMES, 3 * len(POINTS))))
+    path = str(tmp_path / "a.c3d")
+    assert write(trial, path) is None
+    analogs = _moxPY.moxGetAnalogsValues(_moxPY.moxReadAcquisition(path))
+    assert analogs.tolist() == [[1.0]] * (6 * FRAMES)
+
+
+def test_another_extension_and_a_missing_rate_are_reported_first(
+    trial: Any, tmp_path: Path
+) -> None:
+    append_for_frames_to_come(trial)
+    text = "The only supported export format is c3d."
+    assert failure_of(write, trial, str(tmp_path / "a.txt")) == (RuntimeError, text)
+    _moxPY.moxSetFrequency(trial, 0.0)
+    text = "Frequency is not set, impossible to export to c3d"
+    assert failure_of(write, trial, str(tmp_path / "a.c3d")) == (RuntimeError, text)
