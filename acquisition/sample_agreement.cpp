@@ -35,6 +35,14 @@ double analog_samples_of_frames(const strata::data_group& root, double frames) {
     return frames * std::max(1.0, ratio);
 }
 
+bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples) {
+    const auto root = acquisition.root();
+    if (!root.exists_set(layout::points) && !root.exists_group(layout::angles))
+        return false;
+    const auto frames = sampling::point_frame_number(acquisition);
+    return static_cast<double>(samples) == analog_samples_of_frames(root, frames);
+}
+
 void require_sample_agreement(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
     if (!root.exists_group(layout::analogs_export))

@@ -1,16 +1,13 @@
 #include "acquisition/set_sampling.hpp"
 
 #include <cmath>
-#include <new>
-#include <optional>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
-#include "acquisition/resize_channels.hpp"
-#include "acquisition/resize_rotations.hpp"
+#include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sampling.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -22,8 +19,7 @@ namespace attribute = layout::attribute;
 
 namespace {
 
-constexpr double exact_counts = 9007199254740992.0;     // 2^53
-constexpr double largest_count = 9223372036854775808.0; // 2^63
+constexpr double exact_counts = 9007199254740992.0; // 2^53
 
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {
@@ -78,23 +74,6 @@ void require_frames(int frames) {
     if (frames < 0)
         throw_runtime_error(
             fmt::format("The number of frames cannot be negative, current is : {}", frames));
-}
-
-/// The extents of all device groups for `frames` frames with `ratio` analog samples each; without
-/// a ratio that of the acquisition. Throws std::bad_alloc where no count can hold the samples.
-std::vector<group_extent> extents_of(const strata::data_store& acquisition, std::uint64_t frames,
-                                     std::optional<int> ratio = {}) {
-    const auto root = acquisition.root();
-    std::vector<group_extent> extents;
-    for (const auto& group : point_groups(root))
-        extents.push_back({group, frames});
-    const double samples =
-        static_cast<double>(frames) * (ratio ? *ratio : analog_samples_per_frame(acquisition));
-    const auto analogs = retrieve_group(root, layout::analogs_export);
-    if (!(samples < largest_count))
-        throw std::bad_alloc();
-    extents.push_back({analogs, static_cast<std::uint64_t>(samples)});
-    return extents;
 }
 
 /// What a new ratio changes.
@@ -161,18 +140,6 @@ void set_frequency(strata::data_store acquisition, double rate) {
     write_to_parameter(root, layout::metadata_analog, analog_rate);
 }
 
-void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames) {
-    const auto root = acquisition.root();
-    const auto extents = extents_of(acquisition, frames);
-    require_memory(extents, elements_of_rotations(root, frames));
-    resize_rotations(root, frames);
-    resize_device_groups(extents);
-    write_to_raw_set(root, layout::points, attribute::num_samples,
-                     static_cast<std::int64_t>(extents.front().samples));
-    write_to_raw_set(root, layout::analogs, attribute::num_samples,
-                     static_cast<std::int64_t>(extents.back().samples));
-}
-
 void set_frame_number(strata::data_store acquisition, int frames) {
     require_frames(frames);
     resize_to_frames(acquisition, static_cast<std::uint64_t>(frames));
@@ -181,9 +148,7 @@ void set_frame_number(strata::data_store acquisition, int frames) {
 void set_frame_number(strata::data_store acquisition, int frames, int ratio) {
     require_frames(frames);
     (void)checked_ratio_change(acquisition, ratio);
-    const auto wanted = static_cast<std::uint64_t>(frames);
-    require_memory(extents_of(acquisition, wanted, ratio),
-                   elements_of_rotations(acquisition.root(), wanted));
+    require_memory_for_frames(acquisition, static_cast<std::uint64_t>(frames), ratio);
     set_analog_samples_per_frame(acquisition, ratio);
     set_frame_number(acquisition, frames);
 }

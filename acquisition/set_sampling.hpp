@@ -2,8 +2,6 @@
 
 // Changes of the time base. Everything is checked first: a refused call changes nothing.
 
-#include <cstdint>
-
 #include <strata/data_store.hpp>
 
 namespace mox::sampling {
@@ -15,10 +13,7 @@ namespace mox::sampling {
 void set_frequency(strata::data_store acquisition, double rate);
 
 /// Gives every point channel `frames` frames and every analog channel `frames` × ratio samples.
-/// Throws std::bad_alloc before anything changes when memory is short.
-void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames);
-
-/// The same; RuntimeError for a negative number.
+/// RuntimeError for a negative number; std::bad_alloc when memory is short.
 void set_frame_number(strata::data_store acquisition, int frames);
 /// The ratio is set first, as set_analog_samples_per_frame does.
 void set_frame_number(strata::data_store acquisition, int frames, int ratio);

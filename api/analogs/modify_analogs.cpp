@@ -7,6 +7,8 @@
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/platform_channel_numbers.hpp"
+#include "acquisition/resize_acquisition.hpp"
+#include "acquisition/sample_agreement.hpp"
 #include "acquisition/sampling.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/channels/channel_lookup.hpp"
@@ -49,6 +51,15 @@ void set_channel_values(const strata::data_group& group, const strata::data_set&
                         const py_ref& array) {
     write_channels_in_order({set}, checked_matrix(array, samples_of(group), 1, components),
                             components);
+}
+
+/// Rows that the values of all channels may have: as many as there are samples or, after a change
+/// of rate, as belong to the frames.
+std::uint64_t wanted_samples(const strata::data_store& acquisition, const strata::data_group& group,
+                             const py_ref& array) {
+    const auto samples = samples_of(group);
+    const auto rows = row_count(array);
+    return rows && *rows != samples && belong_to_frames(acquisition, *rows) ? *rows : samples;
 }
 
 } // namespace
@@ -112,8 +123,12 @@ void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto array = as_array(matrix);
     const auto group = analog_group(acquisition);
     auto sets = sets_of(group);
-    const auto values = checked_matrix(array, samples_of(group), sets.size(), components);
-    write_channels_in_order(in_index_order(std::move(sets)), values, components);
+    const auto samples = wanted_samples(acquisition, group, array);
+    const auto values = checked_matrix(array, samples, sets.size(), components);
+    sets = in_index_order(std::move(sets));
+    if (samples != samples_of(group))
+        resize_analogs(acquisition, samples);
+    write_channels_in_order(sets, values, components);
 }
 
 void set_values_by_index(strata::data_store acquisition, int index, PyObject* matrix) {

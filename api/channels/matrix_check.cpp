@@ -38,6 +38,12 @@ py_ref as_array(PyObject* value) {
     return py_ref::checked(PyArray_FromAny(frozen_lists(value).get(), nullptr, 0, 0, 0, nullptr));
 }
 
+std::optional<std::uint64_t> row_count(const py_ref& array) {
+    if (!PyArray_Check(array.get()) || PyArray_NDIM(array.array()) != 2)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(PyArray_DIM(array.array(), 0));
+}
+
 void check_point_matrix(const py_ref& array, std::uint64_t frames, std::uint64_t channels,
                         std::uint64_t components) {
     if (!PyArray_Check(array.get()))

@@ -3,12 +3,16 @@
 #include "store/python.hpp"
 
 #include <cstdint>
+#include <optional>
 
 namespace mox {
 
 /// A matrix given by a script: a list or tuple is turned into an array, anything else stays what it
 /// is. May run Python code, so it comes before the acquisition is looked at.
 [[nodiscard]] py_ref as_array(PyObject* value);
+
+/// Rows of a matrix; nothing for what is no array of two dimensions.
+[[nodiscard]] std::optional<std::uint64_t> row_count(const py_ref& array);
 
 /// RuntimeError, with the first text that applies, unless `array` is an array and has two
 /// dimensions, `frames` rows and `channels` × `components` columns.

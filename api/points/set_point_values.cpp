@@ -2,7 +2,6 @@
 
 #include "api/points/set_point_values.hpp"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -12,8 +11,8 @@
 #include "acquisition/channels.hpp"
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
+#include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sampling.hpp"
-#include "acquisition/set_sampling.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
@@ -42,15 +41,6 @@ void set_point_values(const strata::data_set& set, const strata::data_group& hol
                       const py_ref& array) {
     write_channels_in_order({set}, checked_matrix(array, samples_of(holder), 1, components),
                             components);
-}
-
-/// False after a change of rate that changed the count of frames, but not yet the channels.
-bool has_frames_throughout(const strata::data_store& acquisition,
-                           const std::vector<strata::data_group>& groups, std::uint64_t frames) {
-    return sampling::analog_frame_number(acquisition) ==
-               static_cast<double>(frames) * sampling::analog_samples_per_frame(acquisition) &&
-           std::ranges::all_of(groups,
-                               [&](const auto& group) { return samples_of(group) == frames; });
 }
 
 /// Where the columns of each point begin; RuntimeError when an index lies outside of the matrix.
@@ -92,14 +82,14 @@ void set_powers_values(strata::data_store acquisition, PyObject* matrix) {
 
 void set_all_values(strata::data_store acquisition, PyObject* matrix) {
     const auto array = as_array(matrix);
+    const auto frames = static_cast<std::uint64_t>(sampling::point_frame_number(acquisition));
     const auto groups = point_groups(acquisition.root());
     const auto count = channel_count(groups);
-    const auto frames = static_cast<std::uint64_t>(sampling::point_frame_number(acquisition));
     const auto values =
         checked_matrix(array, frames, static_cast<std::uint64_t>(count), components);
     const auto channels = columns_by_index(groups, count);
-    if (!has_frames_throughout(acquisition, groups, frames))
-        sampling::resize_to_frames(acquisition, frames);
+    // A change of rate has changed the count of frames, and the points follow here.
+    resize_points(acquisition, frames);
     write_channels(channels, values);
 }
 

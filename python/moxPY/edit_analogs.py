@@ -170,6 +170,12 @@ def moxSetAnalogsValues(acquisition: data_store, values: ArrayLike) -> None:
         The matrix does not have two dimensions, has other rows or columns than these, or does not
         hold float64 or float32; nothing has changed.
 
+    Notes
+    -----
+    After `moxSetFrequency` on an acquisition that was read, the matrix may also have the samples
+    that belong to the new number of frames, `moxGetPointFrameNumber` times
+    `moxGetAnalogSampleNumberPerFrame`. All channels have so many then.
+
     Examples
     --------
     >>> doubled = 2 * moxGetAnalogsValues(trial)

@@ -184,6 +184,12 @@ def moxSetPointsValues(acquisition: data_store, values: ArrayLike) -> None:
         The matrix does not have two dimensions, has other rows or columns than these, or does not
         hold float64 or float32; nothing has changed.
 
+    Notes
+    -----
+    After `moxSetFrequency` on an acquisition that was read, the frames are those that
+    `moxGetPointFrameNumber` counts. All points, and with them the rotations, get so many; analog
+    channels keep their samples until `moxSetAnalogsValues`.
+
     Examples
     --------
     >>> made = moxNewAcquisition(1, 1)

@@ -34,7 +34,9 @@ def moxSetFrequency(acquisition: data_store, rate: float) -> None:
     Notes
     -----
     In an acquisition that was read, `moxGetPointFrameNumber` follows the rate, so that the duration
-    stays; the arrays keep their length.
+    stays; the arrays keep their length until `moxSetPointsValues` and `moxSetAnalogsValues` give
+    points and analog channels the values of so many frames. `moxWriteAcquisition` refuses an
+    acquisition in which only one of them was called.
 
     Examples
     --------

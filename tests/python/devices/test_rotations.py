@@ -158,6 +158,23 @@ def test_rotations_follow_the_number_of_frames(
         np.testing.assert_array_equal(values, right)
 
 
+@pytest.mark.parametrize("factor", [0.5, 2.0])
+def test_rotations_follow_the_frames_of_points_at_another_rate(
+    tmp_path: Path, trial: Any, factor: float
+) -> None:
+    frames = int(FRAMES * factor)
+    _moxPY.moxSetFrequency(trial, factor * _moxPY.moxGetPointFrequency(trial))
+    _moxPY.moxSetPointsValues(trial, np.ones((frames, 3)))
+    expected = [with_frames(transforms(seed), frames) for seed in (1, 2)]
+    for values, right in zip(_moxPY.moxGetRotations(trial)[0].values(), expected, strict=True):
+        np.testing.assert_array_equal(values, right)
+    path = tmp_path / "written.c3d"
+    _moxPY.moxWriteAcquisition(trial, str(path))
+    again = _moxPY.moxGetRotations(_moxPY.moxReadAcquisition(str(path)))[0]
+    for values, right in zip(again.values(), expected, strict=True):
+        np.testing.assert_array_equal(values, right)
+
+
 def test_new_samples_have_no_reliability(trial: Any) -> None:
     _moxPY.moxSetFrameNumber(trial, FRAMES + 1)
     rotations = node(trial, "Format/Data/Skeleton/Segments/Pelvis")["sets"]["T_SCS"]

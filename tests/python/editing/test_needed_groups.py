@@ -60,6 +60,7 @@ POINTS: list[Call] = [
     ("moxSetForcesValues", (NO_POINTS,), [FORCES]),
     ("moxSetMomentsValues", (NO_POINTS,), [MOMENTS]),
     ("moxSetPowersValues", (NO_POINTS,), [POWERS]),
+    ("moxSetPointsValues", (NO_POINTS,), KINDS),
     ("moxSetPointValues", (0, NO_POINT), [DATA, *KINDS]),
     ("moxSetPointValues", ("LASI", NO_POINT), [DATA, *KINDS]),
     ("moxAppendPoint", ("marker", "LASI", NO_POINT), [MARKERS, ANGLES, FORCES, MOMENTS, POWERS]),

@@ -14,10 +14,12 @@ class AnalogRules(EditingMachine):
     def channel(self, pick: Pick) -> int | str:
         return channel_key(pick, list(self.model.analogs.channels.values()))
 
-    @rule(matrix=matrices)
-    def set_values_of_all_channels(self, matrix: Matrix) -> None:
+    @rule(matrix=matrices, of_the_frames=st.booleans())
+    def set_values_of_all_channels(self, matrix: Matrix, of_the_frames: bool) -> None:
         group = self.model.analogs
-        self.perform("moxSetAnalogsValues", matrix.of(group.samples, len(group.channels)))
+        frames = int(self.model.moxGetPointFrameNumber())
+        samples = frames * self.model.ratio if of_the_frames else group.samples
+        self.perform("moxSetAnalogsValues", matrix.of(samples, len(group.channels)))
 
     @precondition(lambda self: self.model.analogs.channels)
     @rule(pick=picks, matrix=matrices)

@@ -95,7 +95,11 @@ class AnalogModel(SamplingModel):
 
     def moxSetAnalogsValues(self, matrix: Any) -> None:
         channels = by_index(self.analogs.channels.values())
-        spread(checked(matrix, self.analogs.samples, len(channels), 1), channels, 1)
+        # As many as there are or, after a change of rate, as belong to the frames.
+        samples = int(self.moxGetPointFrameNumber()) * self.ratio
+        rows = samples if np.shape(matrix)[:1] == (samples,) else self.analogs.samples
+        spread(checked(matrix, rows, len(channels), 1), channels, 1)
+        self.analogs.samples = rows
 
     def moxSetAnalogValues(self, key: int | str, matrix: Any) -> None:
         channel = self._channel(key)

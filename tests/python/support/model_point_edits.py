@@ -45,7 +45,8 @@ class PointEditModel(PointModel, SamplingModel):
         columns = checked(matrix, frames, len(self.points), 3)
         for group in self.point_groups.values():
             resize(group, frames, math.nan)
-        resize(self.analogs, frames * self.ratio, 0.0)
+        if not self.analogs.channels:
+            self.analogs.samples = frames * self.ratio
         for point in self.points:
             point.values = columns[:, 3 * point.index : 3 * point.index + 3].copy()
 

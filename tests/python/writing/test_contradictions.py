@@ -2,13 +2,24 @@
 
 from __future__ import annotations
 
+from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
 import _moxPY
 import numpy as np
 import pytest
-from editing.trials import FRAMES, POINTS, RATE, read_trial
+from editing.trials import (
+    ANALOGS,
+    FRAMES,
+    POINTS,
+    RATE,
+    RATIO,
+    SAMPLES,
+    example_trial,
+    read_trial,
+    read_without_analogs,
+)
 from support.failures import failure_of
 from support.store_tree import snapshot
 from writing.written import files_in
@@ -30,12 +41,40 @@ def trial(tmp_path_factory: pytest.TempPathFactory) -> Any:
     return read_trial(tmp_path_factory.mktemp("source"))
 
 
+def set_points(trial: Any, frames: int) -> None:
+    _moxPY.moxSetPointsValues(trial, np.ones((frames, 3 * len(POINTS))))
+
+
+def set_analogs(trial: Any, samples: int) -> None:
+    _moxPY.moxSetAnalogsValues(trial, np.ones((samples, len(ANALOGS))))
+
+
 def append_for_frames_to_come(trial: Any) -> None:
     """A channel for the frames of another rate, which the points do not have yet."""
     _moxPY.moxSetFrequency(trial, 2 * RATE)
     _moxPY.moxClearAnalogs(trial)
     _moxPY.moxSetAnalogSampleNumberPerFrame(trial, 3)
     _moxPY.moxAppendAnalog(trial, "A", np.ones((2 * FRAMES * 3, 1)))
+
+
+@pytest.mark.parametrize("factor", [0.5, 2.0])
+def test_points_of_another_rate_than_the_analogs(trial: Any, tmp_path: Path, factor: float) -> None:
+    frames = int(factor * FRAMES)
+    _moxPY.moxSetFrequency(trial, factor * RATE)
+    set_points(trial, frames)
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == refused(frames, frames * RATIO, SAMPLES, frames)
+    assert files_in(tmp_path) == []
+
+
+@pytest.mark.parametrize("factor", [0.5, 2.0])
+def test_analogs_of_another_rate_than_the_points(trial: Any, tmp_path: Path, factor: float) -> None:
+    frames = int(factor * FRAMES)
+    _moxPY.moxSetFrequency(trial, factor * RATE)
+    set_analogs(trial, frames * RATIO)
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == refused(FRAMES, SAMPLES, frames * RATIO, frames)
+    assert files_in(tmp_path) == []
 
 
 def test_channels_that_were_appended_for_frames_to_come(trial: Any, tmp_path: Path) -> None:
@@ -56,9 +95,49 @@ def test_a_refused_trial_and_the_old_file_stay_as_they_were(trial: Any, tmp_path
     assert (tmp_path / "a.c3d").read_bytes() == b"old"
 
 
+def test_force_platforms_of_a_refused_trial_are_not_brought_up_to_date(tmp_path: Path) -> None:
+    trial = example_trial()
+    points = _moxPY.moxGetPointsValues(trial)
+    _moxPY.moxSetFrequency(trial, _moxPY.moxGetPointFrequency(trial) / 2)
+    _moxPY.moxSetPointsValues(trial, points[::2])
+    before = snapshot(trial)
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == refused(180, 1800, 3600, 180)
+    assert snapshot(trial) == before
+    assert files_in(tmp_path) == []
+
+
+MENDS: dict[str, Callable[[Any], Any]] = {
+    "points": lambda trial: set_points(trial, 2 * FRAMES),
+    "frames": lambda trial: _moxPY.moxSetFrameNumber(trial, 2 * FRAMES),
+    "other frames": lambda trial: _moxPY.moxSetFrameNumber(trial, 3),
+    "without the channels": _moxPY.moxClearAnalogs,
+}
+
+
+@pytest.mark.parametrize("mend", MENDS)
+def test_what_mends_it(trial: Any, tmp_path: Path, mend: str) -> None:
+    _moxPY.moxSetFrequency(trial, 2 * RATE)
+    set_analogs(trial, 2 * SAMPLES)
+    path = str(tmp_path / "a.c3d")
+    assert failure_of(write, trial, path)[0] is RuntimeError
+    MENDS[mend](trial)
+    assert write(trial, path) is None
+    written = _moxPY.moxReadAcquisition(path)
+    for values in (_moxPY.moxGetPointsValues, _moxPY.moxGetAnalogsValues):
+        np.testing.assert_array_equal(values(written), values(trial))
+
+
+def test_points_alone_contradict_nothing(tmp_path: Path) -> None:
+    trial = read_without_analogs(tmp_path)
+    _moxPY.moxSetFrequency(trial, 2 * RATE)
+    _moxPY.moxSetPointsValues(trial, np.ones((2 * FRAMES, 6)))
+    assert write(trial, str(tmp_path / "a.c3d")) is None
+
+
 def test_what_agrees_again_is_written(trial: Any, tmp_path: Path) -> None:
     append_for_frames_to_come(trial)
-    _moxPY.moxSetPointsValues(trial, np.ones((2 * FRAMES, 3 * len(POINTS))))
+    set_points(trial, 2 * FRAMES)
     path = str(tmp_path / "a.c3d")
     assert write(trial, path) is None
     analogs = _moxPY.moxGetAnalogsValues(_moxPY.moxReadAcquisition(path))
