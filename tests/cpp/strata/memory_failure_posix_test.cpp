@@ -1,3 +1,5 @@
+#include <strata/access/append_elements.hpp>
+
 #include "tests/cpp/strata/support/buffers.hpp"
 #include "tests/cpp/strata/support/failing_new.hpp"
 
@@ -101,6 +103,36 @@ TEST(MemoryFailure, KeepsTheExtentThatWasToChange) {
         [&] { EXPECT_EQ(values<double>(whole(set)), (doubles{0, 1, 2, 3})); });
     EXPECT_GT(failures, 2U);
     EXPECT_EQ(set.shape(false), shape({2, 2, 3}));
+}
+
+TEST(MemoryFailure, LeavesNoAppendedElement) {
+    const data_store store;
+    const auto set = counting_set(store.root(), "s", {2});
+    const auto text = store.root().create_attribute("a", shape({2}), data_type::string);
+    strata_test::give_texts(text, {"x", "y"});
+    const doubles number{7};
+    const char* longer = "a text that is too long for its place";
+    const auto failures = for_each_failing_allocation(
+        [&] { EXPECT_TRUE(append_elements(set, number.data(), 1, data_type::float64)); },
+        [&] { EXPECT_EQ(values<double>(whole(set)), (doubles{0, 1})); });
+    EXPECT_GE(failures, 2U);
+    const auto more_failures = for_each_failing_allocation(
+        [&] { EXPECT_TRUE(append_elements(text, &longer, 1, data_type::string)); },
+        [&] { EXPECT_EQ(strata_test::texts(text), (names{"x", "y"})); });
+    EXPECT_GE(more_failures, 3U);
+    EXPECT_EQ(values<double>(whole(set)), (doubles{0, 1, 7}));
+    EXPECT_EQ(strata_test::texts(text), (names{"x", "y", longer}));
+}
+
+TEST(MemoryFailure, IsNoneWhereElementsHaveRoom) {
+    const data_store store;
+    const auto set = counting_set(store.root(), "s", {2});
+    const doubles number{7};
+    ASSERT_TRUE(append_elements(set, number.data(), 1, data_type::float64));
+    const auto failures = for_each_failing_allocation(
+        [&] { EXPECT_TRUE(append_elements(set, number.data(), 1, data_type::float64)); }, [] {});
+    EXPECT_EQ(failures, 0U);
+    EXPECT_EQ(values<double>(whole(set)), (doubles{0, 1, 7, 7}));
 }
 
 TEST(MemoryFailure, LeavesNoLink) {

@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <strata/access/append_elements.hpp>
+
 #include "tests/cpp/strata/support/values.hpp"
 
 namespace {
@@ -77,6 +79,27 @@ TEST(Memory, OfTheMachineIsNotOutgrownByManySets) {
     EXPECT_THROW(root.create_set("c", shape({count}), data_type::float64), std::bad_alloc);
     root.delete_set("a");
     EXPECT_NO_THROW(root.create_set("c", shape({count}), data_type::float64));
+}
+
+TEST(Memory, OfTheMachineIsNotOutgrownByAnAppendedElement) {
+    const data_store store;
+    const auto count = static_cast<std::int64_t>(physical_memory() / 2);
+    const auto set = store.root().create_set("s", shape({count}), data_type::uint8);
+    const std::uint8_t element = 1;
+    EXPECT_THROW(static_cast<void>(append_elements(set, &element, 1, data_type::uint8)),
+                 std::bad_alloc);
+    EXPECT_EQ(set.shape(false), shape({count}));
+}
+
+TEST(Memory, AppendedEmptyTextTakesNone) {
+    const data_store store;
+    const auto before = resident_memory();
+    const auto count = static_cast<std::int64_t>(physical_memory() / 2 / sizeof(std::string));
+    const auto set = store.root().create_set("s", shape({count}), data_type::string);
+    const char* empty = "";
+    EXPECT_TRUE(append_elements(set, &empty, 1, data_type::string));
+    EXPECT_EQ(set.shape(false), shape({count + 1}));
+    EXPECT_LT(resident_memory(), before + much);
 }
 
 TEST(Memory, SetOfManyEmptyTextsTakesNone) {

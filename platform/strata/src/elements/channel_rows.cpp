@@ -19,6 +19,7 @@ struct buffer_access {
     static bool owned_alone(const channel_buffer& row) noexcept {
         return row.elements_.use_count() == 1;
     }
+    static void set_count(channel_buffer& row, std::uint64_t count) noexcept { row.count_ = count; }
 };
 
 namespace {
@@ -61,5 +62,9 @@ std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements, 
 }
 
 bool owned_alone(const channel_buffer& row) noexcept { return buffer_access::owned_alone(row); }
+
+void set_count(channel_buffer& row, std::uint64_t count) noexcept {
+    buffer_access::set_count(row, count);
+}
 
 } // namespace strata::detail

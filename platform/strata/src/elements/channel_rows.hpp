@@ -19,6 +19,9 @@ namespace strata::detail {
 /// Whether nobody else holds the elements.
 [[nodiscard]] bool owned_alone(const channel_buffer& row) noexcept;
 
+/// Makes `row` end after `count` elements. Requires that its memory has room for as many.
+void set_count(channel_buffer& row, std::uint64_t count) noexcept;
+
 /// Whether elements are not values yet.
 [[nodiscard]] inline bool is_scaled(const channel_buffer& row) noexcept {
     return row.offset() != 0.0 || row.factor() != 1.0;

@@ -82,6 +82,7 @@ void element_array::make_writable(const element_box& box) {
             decode_row(row, 0, row.count(), own[i].data(), type_);
         row = std::move(own[i]);
     }
+    room_ = 0; // the rows are new, and no larger than they must be
 }
 
 void element_array::read_texts(const element_box& box, void* buffer) const {

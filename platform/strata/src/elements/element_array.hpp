@@ -39,6 +39,15 @@ class element_array {
     /// nothing has changed then.
     [[nodiscard]] bool write(const element_box& box, const void* buffer, data_type given);
 
+    /// Adds `count` elements behind the last one, in amortised constant time for each: where there
+    /// is no room, memory is taken for half as many again as there are. False when there is not
+    /// exactly one dimension, or no conversion. Throws store_error for more elements than can be
+    /// addressed, std::bad_alloc; nothing has changed then.
+    [[nodiscard]] bool append(const void* buffer, std::uint64_t count, data_type given);
+
+    /// Drops all but the first `count` elements. Requires one dimension with as many elements.
+    void keep_first(std::uint64_t count) noexcept;
+
     /// These elements in another layout of the same type: elements keep their coordinates, or their
     /// order when the number of dimensions differs; what there was none for is zero or empty.
     /// Throws std::bad_alloc.
@@ -48,10 +57,13 @@ class element_array {
     void read_texts(const element_box& box, void* buffer) const;
     void write_texts(const element_box& box, const void* buffer);
     void make_writable(const element_box& box);
+    void append_texts(const void* buffer, std::uint64_t count);
+    void make_room(std::uint64_t count);
 
     data_type type_;
     element_layout layout_;
     std::vector<channel_buffer> rows_;
+    std::uint64_t room_ = 0; // elements that the memory of the one row, once grown, has room for
     std::vector<std::string> texts_; // in row-major order; those behind the last one kept are empty
 };
 

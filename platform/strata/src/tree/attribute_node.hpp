@@ -35,6 +35,7 @@ class attribute_node final : public counted {
 
     /// The elements of an attribute with dimensions; null for a single value.
     [[nodiscard]] const element_array* elements() const noexcept { return elements_.get(); }
+    [[nodiscard]] element_array* elements() noexcept { return elements_.get(); }
 
   private:
     std::string name_;

@@ -20,10 +20,10 @@ struct buffer_access;
 
 /// The elements of one channel, or of one row of an array attribute, as they are held in memory.
 ///
-/// Copies share the elements. A set that is written to, or resized, first takes elements of its
-/// own, so sharing never shows. Elements may be held more compactly than the set's element type:
-/// `float32` or `int16` elements of a `float64` set whose value is (element − offset) × factor,
-/// computed in double precision.
+/// Copies share the elements. A set that is written to, resized or appended to first takes elements
+/// of its own, so sharing never shows. Elements may be held more compactly than the set's element
+/// type: `float32` or `int16` elements of a `float64` set whose value is (element − offset) ×
+/// factor, computed in double precision.
 class STRATA_EXPORT channel_buffer {
   public:
     /// `channels` buffers of `elements` elements each, held as `stored` (any type but `string`),
