@@ -1,4 +1,5 @@
 #include <strata/access/append_elements.hpp>
+#include <strata/access/draft_set.hpp>
 
 #include "tests/cpp/strata/support/buffers.hpp"
 #include "tests/cpp/strata/support/failing_new.hpp"
@@ -133,6 +134,21 @@ TEST(MemoryFailure, IsNoneWhereElementsHaveRoom) {
         [&] { EXPECT_TRUE(append_elements(set, number.data(), 1, data_type::float64)); }, [] {});
     EXPECT_EQ(failures, 0U);
     EXPECT_EQ(values<double>(whole(set)), (doubles{0, 1, 7, 7}));
+}
+
+TEST(MemoryFailure, LeavesASetWhoseDraftWasNotMade) {
+    const data_store store;
+    auto set = counting_set(store.root(), "s", {2});
+    set.create_attribute("a", shape({2}), data_type::string);
+    set.create_attribute("b", scalar(), data_type::string).write("x");
+    strata::data_set draft;
+    const auto failures = for_each_failing_allocation(
+        [&] { draft = strata::draft_of(set); },
+        [&] { EXPECT_EQ(set.list_attributes_name(), (names{"a", "b"})); });
+    EXPECT_GT(failures, 5U);
+    const auto exchange_failures =
+        for_each_failing_allocation([&] { strata::exchange_content(set, draft); }, [] {});
+    EXPECT_EQ(exchange_failures, 0U);
 }
 
 TEST(MemoryFailure, LeavesNoLink) {

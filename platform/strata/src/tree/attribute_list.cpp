@@ -39,6 +39,13 @@ void attribute_list::copy(const attribute_node& attribute) {
     }
 }
 
+attribute_list attribute_list::copy() const {
+    attribute_list made;
+    for (const auto& name : names())
+        made.nodes_.add(find(name)->copy());
+    return made;
+}
+
 void attribute_list::remove(std::string_view name) {
     if (!nodes_.remove(name))
         throw_no_such_attribute(name);

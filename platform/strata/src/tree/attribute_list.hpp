@@ -24,6 +24,9 @@ class attribute_list {
     /// Adds a copy, in the place of an attribute of that name if there is one.
     void copy(const attribute_node& attribute);
 
+    /// Copies of all attributes, in their order. Throws std::bad_alloc.
+    [[nodiscard]] attribute_list copy() const;
+
     /// Throws store_error when there is no such attribute.
     void remove(std::string_view name);
 

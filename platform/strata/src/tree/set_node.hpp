@@ -27,6 +27,11 @@ class set_content final : public counted {
     [[nodiscard]] const attribute_list& attributes() const noexcept { return attributes_; }
     [[nodiscard]] attribute_list& attributes() noexcept { return attributes_; }
 
+    /// A copy, which shares rows of numbers until either is written to. Throws std::bad_alloc.
+    [[nodiscard]] counted_ptr<set_content> copy() const;
+    /// Gives each of both what the other one has.
+    void exchange(set_content& other) noexcept;
+
     /// The contract is that of data_set::resize.
     void resize(const dimensions& extents);
 
