@@ -45,15 +45,17 @@ strata::data_set existing_event(const strata::data_group& events, const std::str
     return events.retrieve_set(set_name);
 }
 
-strata::data_set event_to_append_to(strata::data_group events, const std::string& name) {
-    const auto set_name = without_underscores(name);
+std::string set_name_to_append_to(const std::string& name) {
+    auto set_name = without_underscores(name);
     if (set_name.empty())
         throw_runtime_error("Context and label of an event cannot both be empty");
     if (!is_set_name(set_name))
         throw_runtime_error(fmt::format(
             "Context and label of an event cannot contain '/' or '\\', current are : '{}'", name));
-    if (events.exists_set(set_name))
-        return events.retrieve_set(set_name);
+    return set_name;
+}
+
+strata::data_set create_event(strata::data_group events, const std::string& set_name) {
     return events.create_set(set_name, strata::data_shape({0}, false), strata::data_type::float32);
 }
 

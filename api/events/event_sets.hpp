@@ -33,10 +33,12 @@ inline constexpr char occurrence_flags[] = "OccurrenceFlags"; ///< int32
 [[nodiscard]] strata::data_set existing_event(const strata::data_group& events,
                                               const std::string& name);
 
-/// The same, created without times when there is none. RuntimeError for a name that cannot be one:
-/// empty, or with "/" or "\".
-[[nodiscard]] strata::data_set event_to_append_to(strata::data_group events,
-                                                  const std::string& name);
+/// The name of the set that the event `name` is appended to: without underscores. RuntimeError for
+/// a name that cannot be one: empty, or with "/" or "\".
+[[nodiscard]] std::string set_name_to_append_to(const std::string& name);
+
+/// A new set without times.
+[[nodiscard]] strata::data_set create_event(strata::data_group events, const std::string& set_name);
 
 /// Type word of an event: by its id where that is 0, 1 or 2, else by the synonyms of its label,
 /// else the label itself.

@@ -8,10 +8,13 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <strata/access/append_elements.hpp>
+#include <strata/access/draft_set.hpp>
 
 #include "api/events/event_sets.hpp"
 #include "api/events/read_events.hpp"
 #include "api/unavailable.hpp"
+#include "store/append_element.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -29,6 +32,12 @@ struct occurrence {
     const std::string& description;
     int id; ///< −1: not given
 };
+
+constexpr std::array texts_of_occurrences{
+    attribute::occurrence_contexts, attribute::occurrence_labels, attribute::occurrence_subjects,
+    attribute::occurrence_descriptions};
+constexpr std::array numbers_of_occurrences{attribute::occurrence_icons,
+                                            attribute::occurrence_flags};
 
 std::int32_t icon_of(int id) { return id == -1 ? 0 : id; }
 
@@ -66,15 +75,25 @@ void describe_event(strata::data_set set, const occurrence& added) {
     create_text_once(set, attribute::type, type_word(added.id, added.label));
 }
 
+/// Whether an attribute has an element for each occurrence, as it gets when one is appended.
+template <typename Value>
+bool knows_each_occurrence(const strata::data_attribute& attribute, std::size_t count) {
+    return attribute.type() == store_type_of<Value> &&
+           attribute.shape() == strata::data_shape({static_cast<std::int64_t>(count)}, false);
+}
+
 /// Adds `value` to an attribute with one element an occurrence; occurrences before it that the
 /// attribute does not know get `former`.
 template <typename Value>
 void extend_occurrences(strata::data_set set, const char* name, std::size_t former_count,
                         const Value& former, const Value& value) {
-    auto values = read_vector<Value>(set.retrieve_attribute(name));
+    const auto attribute = set.retrieve_attribute(name);
+    if (knows_each_occurrence<Value>(attribute, former_count) && append_element(attribute, value))
+        return;
+    auto values = read_vector<Value>(attribute);
     values.resize(former_count, former);
     values.push_back(value);
-    if (set.exists_attribute(name))
+    if (attribute)
         set.delete_attribute(name);
     auto created = set.create_attribute(
         name, strata::data_shape({static_cast<std::int64_t>(values.size())}, false),
@@ -106,11 +125,112 @@ void describe_occurrence(const strata::data_set& set, std::size_t former_count,
                        std::int32_t{0});
 }
 
-void append_time(strata::data_set set, std::vector<float> times, float time) {
+/// Whether a set holds its times as a new one does.
+bool holds_times(const strata::data_set& set) {
+    return strata::element_kind(set.type()) == strata::data_type::float32 &&
+           set.shape(false).dimensions().size() == 1;
+}
+
+/// Adds a time to a set that held anything else, of which `times` could be read.
+void rewrite_times(strata::data_set set, std::vector<float> times, float time) {
     times.push_back(time);
     const std::array<std::uint64_t, 1> extent{times.size()};
     set.resize(extent.data(), extent.size());
     write_vector(select_all(set), times);
+}
+
+/// Where a set has the form that new events have, nothing is done but to add an element to each
+/// array. When memory runs out, some of them have it.
+void add_occurrence(const strata::data_set& set, const occurrence& added) {
+    if (holds_times(set)) {
+        const auto former_count = set.shape(false).element_count();
+        describe_event(set, added);
+        describe_occurrence(set, former_count, added);
+        if (!append_element(set, added.time))
+            log_store_failure(store_failure::write_set);
+        return;
+    }
+    std::vector<float> times;
+    read_vector(select_all(set), times);
+    describe_event(set, added);
+    describe_occurrence(set, times.size(), added);
+    rewrite_times(set, std::move(times), added.time);
+}
+
+/// Whether a set has all that describe_event would create or fill.
+bool is_described(const strata::data_set& set, const occurrence& added) {
+    for (const char* name :
+         {attribute::context, attribute::icons, attribute::subject, attribute::type}) {
+        if (!set.exists_attribute(name))
+            return false;
+    }
+    const auto description = set.retrieve_attribute(attribute::description);
+    if (description.type() != strata::data_type::string ||
+        !description.shape().dimensions().empty())
+        return false;
+    return added.description.empty() || !read<std::string>(description).empty();
+}
+
+/// Whether all that add_occurrence does to a set is to add an element to each array.
+bool only_grows(const strata::data_set& set, const occurrence& added) {
+    if (!holds_times(set) || !is_described(set, added))
+        return false;
+    const auto count = set.shape(false).element_count();
+    return std::ranges::all_of(texts_of_occurrences,
+                               [&](const char* name) {
+                                   return knows_each_occurrence<std::string>(
+                                       set.retrieve_attribute(name), count);
+                               }) &&
+           std::ranges::all_of(numbers_of_occurrences, [&](const char* name) {
+               return knows_each_occurrence<std::int32_t>(set.retrieve_attribute(name), count);
+           });
+}
+
+/// Takes back what add_occurrence added to a set that only grows.
+void keep_occurrences(const strata::data_set& set, std::uint64_t count) noexcept {
+    for (const char* name : texts_of_occurrences)
+        strata::keep_first_elements(set.retrieve_attribute(name), count);
+    for (const char* name : numbers_of_occurrences)
+        strata::keep_first_elements(set.retrieve_attribute(name), count);
+    strata::keep_first_elements(set, count);
+}
+
+void start_event(strata::data_group events, const std::string& name, const occurrence& added) {
+    const auto set = create_event(events, name);
+    try {
+        add_occurrence(set, added);
+    } catch (...) {
+        events.delete_set(name);
+        throw;
+    }
+}
+
+void grow_event(const strata::data_set& set, const occurrence& added) {
+    const auto former_count = set.shape(false).element_count();
+    try {
+        add_occurrence(set, added);
+    } catch (...) {
+        keep_occurrences(set, former_count);
+        throw;
+    }
+}
+
+void rebuild_event(const strata::data_set& set, const occurrence& added) {
+    const auto draft = strata::draft_of(set);
+    add_occurrence(draft, added);
+    strata::exchange_content(set, draft);
+}
+
+/// Adds an occurrence to the set `name`, which is created when there is none. When memory runs out,
+/// nothing has changed.
+void append_occurrence(const strata::data_group& events, const std::string& name,
+                       const occurrence& added) {
+    if (!events.exists_set(name))
+        return start_event(events, name, added);
+    const auto set = events.retrieve_set(name);
+    if (only_grows(set, added))
+        return grow_event(set, added);
+    rebuild_event(set, added);
 }
 
 float single_precision_time(double time) {
@@ -147,12 +267,7 @@ outputs<2> append_with_id(strata::data_store acquisition, const std::string& lab
                           const std::string& subject, const std::string& description, int id) {
     const auto group = event_group(acquisition);
     const occurrence added{label, single_precision_time(time), context, subject, description, id};
-    auto set = event_to_append_to(group, context + label);
-    std::vector<float> times;
-    read_vector(select_all(set), times);
-    describe_event(set, added);
-    describe_occurrence(set, times.size(), added);
-    append_time(set, std::move(times), added.time);
+    append_occurrence(group, set_name_to_append_to(context + label), added);
     return all(acquisition);
 }
 

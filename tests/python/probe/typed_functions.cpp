@@ -3,6 +3,7 @@
 #include <string>
 
 #include <strata/data_store.hpp>
+#include <strata/plugin/channel_buffer.hpp>
 
 #include "module/function_row.hpp"
 #include "store/outputs.hpp"
@@ -131,6 +132,12 @@ void fill_set(strata::data_store store, const string& path, const string& native
         });
 }
 
+/// Where the elements of a one-dimensional attribute of numbers lie in memory.
+py_ref element_address(strata::data_store store, const string& path, const string& name) {
+    const auto elements = strata::share_elements(attribute_at(store, path, name));
+    return py_ref::checked(PyLong_FromVoidPtr(elements.data()));
+}
+
 void create_text_attribute(strata::data_store store, const string& path, const string& name,
                            const string& text) {
     if (store.root().exists_set(path))
@@ -152,6 +159,7 @@ std::vector<PyMethodDef> typed_functions() {
         function_row<"write_attribute_vector", &write_attribute_vector>(),
         function_row<"write_selection", &write_selection>(),
         function_row<"fill_set", &fill_set>(),
+        function_row<"element_address", &element_address>(),
         function_row<"create_text_attribute", &create_text_attribute>(),
     };
 }

@@ -1,0 +1,95 @@
+"""Call a function again and again, each time with another allocation failing; see memory_shim.cpp.
+
+Usage: appends_without_memory.py NAME
+NAME is one of CALLS. The answer is a line of JSON: how often the function had done nothing, how
+often all that it does (it failed while it read the result), and how often anything else.
+"""
+
+from __future__ import annotations
+
+import ctypes
+import json
+import sys
+from collections.abc import Callable
+from contextlib import suppress
+from itertools import count
+from typing import Any
+
+import _mox_probe as probe
+import _moxPY
+from support.store_tree import snapshot
+
+EVENT = "Format/Events/LeftA"
+
+Change = Callable[[Any], object]
+
+
+def append_event(acquisition: Any, text: str = "a description that is too long") -> None:
+    _moxPY.moxAppendEvent(acquisition, "A", 1.5, "Left", "a subject that is too long", text, 2)
+
+
+def nothing(acquisition: Any) -> None:
+    pass
+
+
+def one_event(acquisition: Any) -> None:
+    append_event(acquisition)
+
+
+def full_events(acquisition: Any) -> None:
+    """As many as there is room for, so that the next one moves what is there."""
+    for _ in range(8):
+        append_event(acquisition)
+
+
+def event_without_description(acquisition: Any) -> None:
+    append_event(acquisition, "")
+
+
+def event_with_a_short_array(acquisition: Any) -> None:
+    append_event(acquisition)
+    probe.delete_attribute(acquisition, EVENT, "OccurrenceSubjects")
+    probe.delete_attribute(acquisition, EVENT, "Type")
+
+
+# Name -> what comes before, and what is done without memory.
+CALLS: dict[str, tuple[Change, Change]] = {
+    "first event": (nothing, append_event),
+    "second event": (one_event, append_event),
+    "event that moves others": (full_events, append_event),
+    "event that fills the description": (event_without_description, append_event),
+    "event of another form": (event_with_a_short_array, append_event),
+}
+
+
+def main() -> None:
+    prepare, call = CALLS[sys.argv[1]]
+    shim = ctypes.CDLL(None)
+
+    def prepared() -> Any:
+        acquisition = _moxPY.moxNewAcquisition(1, 2)
+        prepare(acquisition)
+        return acquisition
+
+    before = snapshot(prepared())
+    complete = prepared()
+    call(complete)
+    after = snapshot(complete)
+
+    answer = {"nothing": 0, "all": 0, "half": 0}
+    for index in count():
+        acquisition = prepared()
+        shim.mox_fail_allocation(index)
+        with suppress(MemoryError):
+            call(acquisition)
+        failed = shim.mox_allocation_failed()
+        shim.mox_fail_allocation(-1)
+        if not failed:
+            break
+        found = snapshot(acquisition)
+        answer["nothing" if found == before else "all" if found == after else "half"] += 1
+    print(json.dumps(answer))
+
+
+if __name__ == "__main__":
+    main()
