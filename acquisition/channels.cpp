@@ -1,6 +1,7 @@
 #include "acquisition/channels.hpp"
 
 #include <fmt/format.h>
+#include <strata/data_store.hpp>
 
 #include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
@@ -57,15 +58,16 @@ void require_new_channel(const strata::data_group& group, const std::string& lab
 // Kept: spelt with one n.
 std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}", index); }
 
-strata::data_set create_channel(strata::data_group group, const std::string& given_label,
-                                std::int32_t index, const std::string& description) {
+strata::data_set make_channel(const strata::data_group& group, const std::string& given_label,
+                              std::int32_t index, const std::string& description) {
     const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
     require_new_channel(group, label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
                                     static_cast<std::int64_t>(samples_of(group))},
                                    false);
-    auto set = group.create_set(acquisition_layout::path_component(label), shape,
-                                strata::data_type::float64);
+    const strata::data_store apart;
+    auto set = apart.root().create_set(acquisition_layout::path_component(label), shape,
+                                       strata::data_type::float64);
     create_text(set, attribute::description, description);
     write_or_create(set, attribute::relative_set_index, index);
     create_text(set, attribute::label, label);
@@ -77,16 +79,9 @@ strata::data_set create_channel(strata::data_group group, const std::string& giv
     return set;
 }
 
-strata::data_set create_marker(strata::data_group group, const std::string& label,
-                               std::int32_t index) {
-    auto set = create_channel(std::move(group), label, index, {});
-    create_text(set, attribute::metric_type, "marker");
-    return set;
-}
-
-strata::data_set create_analog_channel(strata::data_group group, const std::string& label,
-                                       std::int32_t index, const std::string& description) {
-    auto set = create_channel(std::move(group), label, index, description);
+strata::data_set make_analog_channel(const strata::data_group& group, const std::string& label,
+                                     std::int32_t index, const std::string& description) {
+    auto set = make_channel(group, label, index, description);
     write_or_create(set, attribute::gain, std::int32_t{0});
     write_or_create(set, attribute::offset, 0.0F);
     write_or_create(set, attribute::scale, 1.0F);
@@ -94,9 +89,21 @@ strata::data_set create_analog_channel(strata::data_group group, const std::stri
     return set;
 }
 
-void add_analog_channels(strata::data_group group, std::int32_t first, std::int32_t last) {
+void add_channel(strata::data_group group, const strata::data_set& channel) {
+    const auto name = channel.name();
+    if (!group.create_hard_link_internal(name, &channel))
+        throw_channel_exists(name);
+}
+
+void create_marker(const strata::data_group& group, const std::string& label, std::int32_t index) {
+    const auto marker = make_channel(group, label, index, {});
+    create_text(marker, attribute::metric_type, "marker");
+    add_channel(group, marker);
+}
+
+void add_analog_channels(const strata::data_group& group, std::int32_t first, std::int32_t last) {
     for (auto index = first; index < last; ++index)
-        create_analog_channel(group, unnamed_channel(index), index, {});
+        add_channel(group, make_analog_channel(group, unnamed_channel(index), index, {}));
 }
 
 } // namespace mox

@@ -29,30 +29,37 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 /// location": RuntimeError.
 [[noreturn]] void throw_channel_exists(const std::string& name);
 
-/// RuntimeError of throw_channel_exists when `group` has a set, or a group, of the name that a
+/// RuntimeError of require_new_channel when `group` has a set, or a group, of the name that a
 /// channel with this label would get.
 void require_new_channel(const strata::data_group& group, const std::string& label);
 
 /// Name of a channel that has no label.
 [[nodiscard]] std::string unnamed_channel(std::int32_t index);
 
-/// Creates a channel of the group's `NumSamples` samples, all zero, with the group's rate and start
-/// time. "/" and "\" in `label` become "_" in the set's name; an empty label becomes that of an
-/// unnamed channel. RuntimeError of require_new_channel.
-strata::data_set create_channel(strata::data_group group, const std::string& label,
-                                std::int32_t index, const std::string& description);
+// A channel is made apart and added to its group when it is complete: when memory runs out
+// meanwhile, the group has no part of it.
 
-/// Creates a marker channel: create_channel in `group` and `MetricType` "marker".
-strata::data_set create_marker(strata::data_group group, const std::string& label,
-                               std::int32_t index);
+/// A channel for `group`, of its `NumSamples` samples, all zero, with its rate and start time. "/"
+/// and "\" in `label` become "_" in the set's name; an empty label becomes that of an unnamed
+/// channel. RuntimeError of require_new_channel when the group has a set of that name.
+[[nodiscard]] strata::data_set make_channel(const strata::data_group& group,
+                                            const std::string& label, std::int32_t index,
+                                            const std::string& description);
 
-/// Creates an analog channel: create_channel, then `Gain`, `Offset`, `Scale` and `MetricType` with
-/// their initial values.
-strata::data_set create_analog_channel(strata::data_group group, const std::string& label,
-                                       std::int32_t index, const std::string& description);
+/// An analog channel: make_channel, then `Gain`, `Offset`, `Scale` and `MetricType` with their
+/// initial values.
+[[nodiscard]] strata::data_set make_analog_channel(const strata::data_group& group,
+                                                   const std::string& label, std::int32_t index,
+                                                   const std::string& description);
 
-/// Creates analog channels "unamed_<index>" for the indices from `first` up to, and without,
-/// `last`.
-void add_analog_channels(strata::data_group group, std::int32_t first, std::int32_t last);
+/// Adds a channel to the group that it was made for. RuntimeError of require_new_channel when the
+/// group has a set of that name.
+void add_channel(strata::data_group group, const strata::data_set& channel);
+
+/// Adds a marker channel: make_channel and `MetricType` "marker".
+void create_marker(const strata::data_group& group, const std::string& label, std::int32_t index);
+
+/// Adds analog channels "unamed_<index>" for the indices from `first` up to, and without, `last`.
+void add_analog_channels(const strata::data_group& group, std::int32_t first, std::int32_t last);
 
 } // namespace mox

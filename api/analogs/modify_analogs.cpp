@@ -33,9 +33,10 @@ double rate_of_new_channel(const strata::data_store& acquisition) {
     return static_cast<double>(point_rate * ratio);
 }
 
-strata::data_set add_channel(const strata::data_group& group, const std::string& label,
-                             std::int32_t index, const std::string& description, double rate) {
-    auto set = create_analog_channel(group, label, index, description);
+strata::data_set make_channel_of_rate(const strata::data_group& group, const std::string& label,
+                                      std::int32_t index, const std::string& description,
+                                      double rate) {
+    auto set = make_analog_channel(group, label, index, description);
     write_or_create(set, attribute::sample_rate, rate);
     return set;
 }
@@ -77,8 +78,9 @@ outputs<2> append_described(strata::data_store acquisition, const std::string& l
     const auto name = label.empty() ? unused_channel_name(group, index) : label;
     require_new_channel(group, name);
     const auto rate = rate_of_new_channel(acquisition);
-    const auto set = add_channel(group, name, index, description, rate);
+    const auto set = make_channel_of_rate(group, name, index, description, rate);
     write_channels_in_order({set}, values, components);
+    add_channel(group, set);
     return all(acquisition);
 }
 
@@ -116,7 +118,8 @@ void set_number(strata::data_store acquisition, int wanted) {
                                 static_cast<double>(samples_of(group)));
     const auto rate = rate_of_new_channel(acquisition);
     for (auto index = count; index < wanted; ++index)
-        add_channel(group, unused_channel_name(group, index), index, {}, rate);
+        add_channel(
+            group, make_channel_of_rate(group, unused_channel_name(group, index), index, {}, rate));
 }
 
 void set_all_values(strata::data_store acquisition, PyObject* matrix) {

@@ -87,13 +87,14 @@ outputs<2> append(strata::data_store acquisition, const std::string& type_word,
                   const std::string& label, PyObject* matrix) {
     const auto& type = point_type_of_word(type_word);
     const auto array = as_array(matrix);
-    auto group = retrieve_group(acquisition.root(), type.path);
+    const auto group = retrieve_group(acquisition.root(), type.path);
     const auto values = checked_matrix(array, samples_of(group), 1, 3);
     const auto index = channel_count(point_groups(acquisition.root()));
-    auto set =
-        create_channel(group, label.empty() ? unused_channel_name(group, index) : label, index, {});
+    const auto name = label.empty() ? unused_channel_name(group, index) : label;
+    const auto set = make_channel(group, name, index, {});
     create_text(set, attribute::metric_type, type_word);
     write_channels_in_order({set}, values, 3);
+    add_channel(group, set);
     return all(acquisition);
 }
 

@@ -17,9 +17,11 @@ from typing import Any
 
 import _mox_probe as probe
 import _moxPY
+import numpy as np
 from support.store_tree import snapshot
 
 EVENT = "Format/Events/LeftA"
+ROWS = np.arange(6.0).reshape(2, 3)
 
 Change = Callable[[Any], object]
 
@@ -52,6 +54,14 @@ def event_with_a_short_array(acquisition: Any) -> None:
     probe.delete_attribute(acquisition, EVENT, "Type")
 
 
+def append_point(acquisition: Any) -> None:
+    _moxPY.moxAppendPoint(acquisition, "angle", "a label that is too long", ROWS)
+
+
+def append_analog(acquisition: Any) -> None:
+    _moxPY.moxAppendAnalog(acquisition, "a label that is too long", ROWS[:, :1], "a description")
+
+
 # Name -> what comes before, and what is done without memory.
 CALLS: dict[str, tuple[Change, Change]] = {
     "first event": (nothing, append_event),
@@ -59,6 +69,8 @@ CALLS: dict[str, tuple[Change, Change]] = {
     "event that moves others": (full_events, append_event),
     "event that fills the description": (event_without_description, append_event),
     "event of another form": (event_with_a_short_array, append_event),
+    "point": (nothing, append_point),
+    "analog channel": (nothing, append_analog),
 }
 
 

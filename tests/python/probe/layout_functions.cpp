@@ -23,7 +23,8 @@ void create_device_group(strata::data_store store, const std::string& parent,
 
 void create_channel(strata::data_store store, const std::string& group, const std::string& label,
                     int index, const std::string& description) {
-    mox::create_channel(group_at(store, group), label, index, description);
+    const auto parent = group_at(store, group);
+    add_channel(parent, make_channel(parent, label, index, description));
 }
 
 void create_marker(strata::data_store store, const std::string& group, const std::string& label,
