@@ -75,7 +75,7 @@ outputs<2> append_described(strata::data_store acquisition, const std::string& l
     const auto group = analog_group(acquisition);
     const auto values = checked_matrix(array, samples_of(group), 1, components);
     const auto index = channel_count({group});
-    const auto name = label.empty() ? unused_channel_name(group, index) : label;
+    const auto name = label.empty() ? unused_channel_names(group).next(index) : label;
     require_new_channel(group, name);
     const auto rate = rate_of_new_channel(acquisition);
     const auto set = make_channel_of_rate(group, name, index, description, rate);
@@ -117,9 +117,9 @@ void set_number(strata::data_store acquisition, int wanted) {
     require_memory_for_channels(static_cast<double>(wanted) - count,
                                 static_cast<double>(samples_of(group)));
     const auto rate = rate_of_new_channel(acquisition);
+    unused_channel_names names(group);
     for (auto index = count; index < wanted; ++index)
-        add_channel(
-            group, make_channel_of_rate(group, unused_channel_name(group, index), index, {}, rate));
+        add_channel(group, make_channel_of_rate(group, names.next(index), index, {}, rate));
 }
 
 void set_all_values(strata::data_store acquisition, PyObject* matrix) {

@@ -1,5 +1,6 @@
 #include "api/channels/channel_numbering.hpp"
 
+#include <algorithm>
 #include <limits>
 
 #include <strata/access/set_count.hpp>
@@ -50,10 +51,12 @@ void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t
     }
 }
 
-std::string unused_channel_name(const strata::data_group& group, std::int32_t index) {
-    auto name = unnamed_channel(index);
-    while (group.exists_set(name))
-        name = unnamed_channel(++index);
+std::string unused_channel_names::next(std::int32_t index) {
+    number_ = std::max(number_, index);
+    auto name = unnamed_channel(number_);
+    while (group_.exists_set(name))
+        name = unnamed_channel(++number_);
+    ++number_;
     return name;
 }
 

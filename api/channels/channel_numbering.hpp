@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <strata/data_group.hpp>
@@ -20,9 +21,20 @@ void remove_channel(const strata::data_group& holder, const strata::data_set& se
 void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t count,
                      std::int32_t wanted);
 
-/// Name for a channel without label: "unamed_" and the first number, from `index` on, that `group`
-/// has no such set for.
-[[nodiscard]] std::string unused_channel_name(const strata::data_group& group, std::int32_t index);
+/// Names for channels without label that are added to a group in ascending index. Numbers that were
+/// found taken are not tried again.
+class unused_channel_names {
+  public:
+    explicit unused_channel_names(strata::data_group group) : group_(std::move(group)) {}
+
+    /// "unamed_" and the first number, from `index` on, that the group has no such set for.
+    /// Requires that the names given before were used, and for lower indices.
+    [[nodiscard]] std::string next(std::int32_t index);
+
+  private:
+    strata::data_group group_;
+    std::int32_t number_ = 0; // the lowest that may be free
+};
 
 /// Throws std::bad_alloc unless memory for `channels` more channels of `elements` elements each can
 /// be had.

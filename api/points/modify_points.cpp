@@ -90,7 +90,7 @@ outputs<2> append(strata::data_store acquisition, const std::string& type_word,
     const auto group = retrieve_group(acquisition.root(), type.path);
     const auto values = checked_matrix(array, samples_of(group), 1, 3);
     const auto index = channel_count(point_groups(acquisition.root()));
-    const auto name = label.empty() ? unused_channel_name(group, index) : label;
+    const auto name = label.empty() ? unused_channel_names(group).next(index) : label;
     const auto set = make_channel(group, name, index, {});
     create_text(set, attribute::metric_type, type_word);
     write_channels_in_order({set}, values, 3);
@@ -156,8 +156,9 @@ outputs<2> set_number(strata::data_store acquisition, int wanted) {
     } else {
         require_memory_for_channels(static_cast<double>(wanted) - count,
                                     3.0 * static_cast<double>(samples_of(markers)));
+        unused_channel_names names(markers);
         for (auto index = count; index < wanted; ++index)
-            create_marker(markers, unused_channel_name(markers, index), index);
+            create_marker(markers, names.next(index), index);
     }
     return all(acquisition);
 }

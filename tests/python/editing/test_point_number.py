@@ -87,6 +87,14 @@ def test_names_that_are_taken_are_passed_over(rich_trial: Any) -> None:
     ]  # fmt: skip
 
 
+def test_free_names_between_taken_ones_are_used(rich_trial: Any) -> None:
+    for number in (9, 12):
+        _moxPY.moxAppendPoint(rich_trial, "marker", f"unamed_{number}", trajectory(9))
+    _moxPY.moxSetPointNumber(rich_trial, len(LABELS) + 6)
+    names = ["unamed_9", "unamed_12", "unamed_10", "unamed_11", "unamed_13", "unamed_14"]
+    assert list(indices_of_points(rich_trial))[-6:] == names
+
+
 def test_the_fresh_reading_of_all_points_is_returned(rich_trial: Any) -> None:
     for number in (len(LABELS) + 1, len(LABELS) + 1, 4, 0):
         returned = _moxPY.moxSetPointNumber(rich_trial, number)
