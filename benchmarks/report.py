@@ -14,6 +14,7 @@ import numpy as np
 PLAIN = "plain C++"
 SYNCED = "plain C++, fsync"
 MEGABYTE = 1e6
+STEPS = ("append", "read")  # as append_things.py tells their times
 
 
 def machine() -> dict[str, Any]:
@@ -85,6 +86,36 @@ def writing_summary(
     }
 
 
+def appending_summary(
+    counts: dict[str, int], answers: dict[str, list[dict[str, Any]]]
+) -> dict[str, Any]:
+    """Medians and ratios of appends one by one, and of the readings that they end with."""
+    return {
+        kind: {
+            "count": counts[kind],
+            "halves": [
+                {step: median(answer["halves"][half][step] for answer in given) for step in STEPS}
+                for half in (0, 1)
+            ],
+            "ratio_to_reading": median(map(ratio_to_reading, given)),
+            "growth": median(map(growth, given)),
+        }
+        for kind, given in answers.items()
+    }
+
+
+def ratio_to_reading(answer: dict[str, Any]) -> float:
+    """An append of the second half, by the reading of all that it ends with."""
+    second = answer["halves"][1]
+    return float(second["append"] / second["read"])
+
+
+def growth(answer: dict[str, Any]) -> float:
+    """What an append of the second half takes beside its reading, by that of the first half."""
+    first, second = (half["append"] - half["read"] for half in answer["halves"])
+    return float(second / first)
+
+
 def ratio(seconds: list[float], others: list[float]) -> float:
     """Median of the ratios of the rounds in which both took part."""
     return median(time / other for time, other in zip(seconds, others, strict=False))
@@ -128,6 +159,25 @@ def writing_table(kind: str, result: dict[str, Any]) -> list[str]:
             f"  {writer:16}  {''.join(times)}"
             f"  {figures['ratio_to_plain']:9.2f}{figures['ratio_to_synced']:9.2f}"
             f"{figures['ratio_to_moxpy']:8.2f}  {megabytes(figures['peak_bytes']):>11}"
+        )
+    return lines
+
+
+def appending_table(result: dict[str, Any]) -> list[str]:
+    halves = f"  {'1st half':>9} {'2nd half':>9}"
+    lines = [
+        "appending one by one, with one reading of all of the kind in each append",
+        f"  {'':19}  {'':>6}  {'append, µs':>19}  {'reading alone, µs':>19}"
+        f"  {'append / reading':>16}  {'the rest,':>17}",
+        f"  {'':19}  {'number':>6}{halves}{halves}  {'2nd half':>16}  {'2nd half / 1st':>17}",
+    ]
+    for kind, figures in result.items():
+        times = [f"{1e6 * half[step]:9.1f}" for step in STEPS for half in figures["halves"]]
+        # Below that, the rest is no more than what the reading's times differ by.
+        rest = f"{figures['growth']:.2f}" if figures["ratio_to_reading"] > 1.5 else "too small"
+        lines.append(
+            f"  {kind:19}  {figures['count']:>6}  {times[0]} {times[1]}  {times[2]} {times[3]}"
+            f"  {figures['ratio_to_reading']:16.2f}  {rest:>17}"
         )
     return lines
 

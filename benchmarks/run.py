@@ -1,6 +1,7 @@
-"""Compares reading and writing C3D files with plain C++ programs and with other packages.
+"""Compares reading and writing C3D files with plain C++ programs and with other packages, and
+appending to an acquisition with reading it.
 
-    python run.py --build BUILD [--rounds N] [--trial big|small] [--job reading|writing]
+    python run.py --build BUILD [--rounds N] [--trial big|small] [--job reading|writing|appending]
 
 BUILD is a build folder with the module and the plain programs. Its subfolder `benchmarks` keeps the
 files that are read, which are made when they are missing, and `results.json`. README.md beside
@@ -16,13 +17,23 @@ import sys
 from pathlib import Path
 from typing import Any
 
+import appending
 import reading
 import writing
 from jobs import Trial
-from report import machine, summary, table, writing_summary, writing_table
+from report import (
+    appending_summary,
+    appending_table,
+    machine,
+    summary,
+    table,
+    writing_summary,
+    writing_table,
+)
 
 KINDS = ("big", "small")
-JOBS = ("reading", "writing")
+JOBS_OF_A_TRIAL = ("reading", "writing")
+JOBS = (*JOBS_OF_A_TRIAL, "appending")
 
 
 def measure_reading(trial: Trial, build: Path, rounds: int) -> tuple[dict[str, Any], list[str]]:
@@ -42,6 +53,13 @@ def measure_writing(trial: Trial, build: Path, rounds: int) -> tuple[dict[str, A
     return result, writing.disagreements(trial)
 
 
+def measure_appending(rounds: int) -> tuple[dict[str, Any], list[str]]:
+    answers = appending.run_rounds(rounds)
+    result = appending_summary(appending.COUNTS, answers)
+    print("\n".join(appending_table(result)), end="\n\n")
+    return result, appending.disagreements(answers)
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=Path, required=True)
@@ -53,15 +71,21 @@ def main() -> int:
     results: dict[str, Any] = {"machine": machine()}
     wrong: list[str] = []
     measures = {"reading": measure_reading, "writing": measure_writing}
-    for kind in options.trial or KINDS:
+    jobs = options.job or JOBS
+    jobs_of_a_trial = [job for job in JOBS_OF_A_TRIAL if job in jobs]
+    for kind in (options.trial or KINDS) if jobs_of_a_trial else ():
         trial = Trial(kind, folder)
         if not trial.is_current():
             trial.make()
         trial.path.read_bytes()  # into the page cache
-        for job in options.job or JOBS:
+        for job in jobs_of_a_trial:
             result, deviations = measures[job](trial, folder.parent, options.rounds)
             results.setdefault(kind, {})[job] = result
             wrong += deviations
+    if "appending" in jobs:
+        results["appending"], deviations = measure_appending(options.rounds)
+        wrong += deviations
+    folder.mkdir(exist_ok=True)
     (folder / "results.json").write_text(json.dumps(results, indent=2) + "\n")
     print("\n".join(wrong), file=sys.stderr, end="\n" if wrong else "")
     return 1 if wrong else 0
