@@ -110,7 +110,7 @@ def _refusal(acquisition: Any, path: Path) -> str | None:
 
 def _gaps_whole(matrix: Any) -> Any:
     """In single precision; without one of its coordinates, a point is missing."""
-    if matrix.ndim == 0:  # without points
+    if matrix.size == 0 or matrix.ndim == 0:  # without frames or points
         return matrix
     points = matrix.astype(np.float32).astype(np.float64).reshape(len(matrix), -1, 3)
     points[~np.isfinite(points).all(axis=2)] = np.nan
