@@ -2,11 +2,11 @@
 
 #include <strata/plugin/plugin.hpp>
 
-#include "plugins/c3d/export/exporter.hpp"
-#include "plugins/c3d/import/importer.hpp"
-#include "plugins/c3d/units/detect_rotations.hpp"
-#include "plugins/c3d/units/events_detect.hpp"
-#include "plugins/c3d/units/forceplate_detect.hpp"
+#include "plugins/c3d/events/events_detect.hpp"
+#include "plugins/c3d/exporter.hpp"
+#include "plugins/c3d/importer.hpp"
+#include "plugins/c3d/platforms/forceplate_detect.hpp"
+#include "plugins/c3d/rotations/detect_rotations.hpp"
 
 STRATA_PLUGIN(registry) {
     registry.add_importer("org.c3d.c3d", std::make_unique<c3d::importer>());

@@ -1,4 +1,4 @@
-#include "plugins/c3d/import/analog_offsets.hpp"
+#include "plugins/c3d/analogs/analog_offsets.hpp"
 
 #include <vector>
 

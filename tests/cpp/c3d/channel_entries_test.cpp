@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/channel_entries.hpp"
+#include "plugins/c3d/parameters/channel_entries.hpp"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/units/detect_rotations.hpp"
+#include "plugins/c3d/rotations/detect_rotations.hpp"
 
 #include <cmath>
 #include <string>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/encode/encoder.hpp"
+#include "plugins/c3d/samples/encoder.hpp"
 
 #include <cmath>
 #include <limits>
@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/decode/lanes_portable.hpp"
-#include "plugins/c3d/encode/encode_kernels.hpp"
+#include "plugins/c3d/samples/encode_kernels.hpp"
+#include "plugins/c3d/samples/lanes_portable.hpp"
 #include "tests/cpp/c3d/support/bytes.hpp"
 
 namespace {

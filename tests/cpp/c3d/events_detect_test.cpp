@@ -1,4 +1,4 @@
-#include "plugins/c3d/units/events_detect.hpp"
+#include "plugins/c3d/events/events_detect.hpp"
 
 #include <string>
 #include <vector>

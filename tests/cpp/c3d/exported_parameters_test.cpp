@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/attributes/write_attribute.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 

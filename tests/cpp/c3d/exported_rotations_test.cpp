@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/export/export_error.hpp"
-#include "plugins/c3d/export/section_places.hpp"
+#include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/section_places.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/export/exporter.hpp"
+#include "plugins/c3d/exporter.hpp"
 
 #include <cmath>
 #include <limits>
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "layout/split_record.hpp"
-#include "plugins/c3d/attributes/write_attribute.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/units/forceplate_detect.hpp"
+#include "plugins/c3d/platforms/forceplate_detect.hpp"
 
 #include <cstdint>
 #include <span>
@@ -12,8 +12,8 @@
 #include <strata/access/same_set.hpp>
 #include <strata/data_store.hpp>
 
-#include "plugins/c3d/attributes/read_attribute.hpp"
-#include "plugins/c3d/attributes/write_attribute.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/frame_count.hpp"
+#include "plugins/c3d/frames/frame_count.hpp"
 
 #include <gtest/gtest.h>
 

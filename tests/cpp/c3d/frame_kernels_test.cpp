@@ -1,4 +1,4 @@
-#include "plugins/c3d/decode/kernel_set.hpp"
+#include "plugins/c3d/samples/kernel_set.hpp"
 
 #include <cmath>
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/decode/lanes_portable.hpp"
+#include "plugins/c3d/samples/lanes_portable.hpp"
 #include "tests/cpp/c3d/support/bytes.hpp"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "plugins/c3d/export/frame_range.hpp"
+#include "plugins/c3d/frames/frame_range.hpp"
 
 #include <stdexcept>
 

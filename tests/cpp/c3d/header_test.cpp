@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/header.hpp"
+#include "plugins/c3d/parameters/header.hpp"
 
 #include <algorithm>
 

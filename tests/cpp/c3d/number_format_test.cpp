@@ -1,4 +1,4 @@
-#include "plugins/c3d/decode/number_format.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 
 #include <cmath>
 

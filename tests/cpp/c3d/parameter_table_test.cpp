@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/parameter_table.hpp"
+#include "plugins/c3d/parameters/parameter_table.hpp"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/parameter.hpp"
+#include "plugins/c3d/parameters/parameter.hpp"
 
 #include <vector>
 

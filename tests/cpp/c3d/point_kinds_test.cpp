@@ -1,4 +1,4 @@
-#include "plugins/c3d/import/point_kinds.hpp"
+#include "plugins/c3d/points/point_kinds.hpp"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/export/section_bytes.hpp"
+#include "plugins/c3d/parameters/section_bytes.hpp"
 
 #include <array>
 #include <stdexcept>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/export/parameter_values.hpp"
+#include "plugins/c3d/parameters/parameter_values.hpp"
 #include "tests/cpp/c3d/support/bytes.hpp"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/import/importer.hpp"
+#include "plugins/c3d/importer.hpp"
 #include "tests/cpp/c3d/support/memory_device.hpp"
 #include "tests/cpp/c3d/support/reading.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"

@@ -1,4 +1,4 @@
-#include "plugins/c3d/decode/text.hpp"
+#include "plugins/c3d/bytes/text.hpp"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/decode/vax_float.hpp"
+#include "plugins/c3d/bytes/vax_float.hpp"
 
 #include <cmath>
 #include <limits>

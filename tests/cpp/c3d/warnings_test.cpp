@@ -1,4 +1,4 @@
-#include "plugins/c3d/file/warnings.hpp"
+#include "plugins/c3d/bytes/warnings.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "plugins/c3d/decode/number_format.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 
 namespace c3d_test {
 

@@ -6,8 +6,8 @@
 
 #include <anvil/logging.hpp>
 
-#include "plugins/c3d/attributes/read_attribute.hpp"
-#include "plugins/c3d/import/importer.hpp"
+#include "plugins/c3d/importer.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
 
 namespace c3d_test {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "plugins/c3d/file/parameter_table.hpp"
+#include "plugins/c3d/parameters/parameter_table.hpp"
 #include "tests/cpp/c3d/support/parameter_writer.hpp"
 
 namespace c3d_test {

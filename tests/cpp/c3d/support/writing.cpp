@@ -10,11 +10,11 @@
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "layout/split_record.hpp"
-#include "plugins/c3d/attributes/read_attribute.hpp"
-#include "plugins/c3d/attributes/write_attribute.hpp"
-#include "plugins/c3d/export/exporter.hpp"
-#include "plugins/c3d/file/point_kind_table.hpp"
-#include "plugins/c3d/units/events_detect.hpp"
+#include "plugins/c3d/events/events_detect.hpp"
+#include "plugins/c3d/exporter.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "plugins/c3d/points/point_kind_table.hpp"
 
 namespace c3d_test {
 

@@ -1,0 +1,48 @@
+#include "plugins/c3d/analogs/analog_columns.hpp"
+
+#include <unordered_map>
+#include <utility>
+
+#include "layout/analog_pairing.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "plugins/c3d/parameters/set_attributes.hpp"
+
+namespace c3d {
+
+namespace {
+
+/// The columns of the file that was read, by the names of the sets that they became.
+std::unordered_map<std::string, std::size_t> columns_read(const strata::data_group& data) {
+    std::unordered_map<std::string, std::size_t> columns;
+    if (!data.exists_set("Analogs"))
+        return columns;
+    const auto names = read_texts(data.retrieve_set("Analogs").retrieve_attribute("SetNames"));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        columns.emplace(names[i], i);
+    return columns;
+}
+
+} // namespace
+
+std::vector<analog_column> analog_columns(const strata::data_group& data) {
+    std::vector<analog_column> columns;
+    if (!data.exists_group("AnalogsExport"))
+        return columns;
+    const auto read = columns_read(data);
+    for (auto& set : acquisition_layout::sets_by_index(data.retrieve_group("AnalogsExport"))) {
+        analog_column column;
+        column.label = label_of(set);
+        column.unit = text_of(set, "Unit");
+        column.description = text_of(set, "Description");
+        column.gain = read_number<std::int32_t>(set.retrieve_attribute("Gain")).value_or(0);
+        column.scale = read_number<float>(set.retrieve_attribute("Scale")).value_or(1.0F);
+        column.offset = read_number<float>(set.retrieve_attribute("Offset")).value_or(0.0F);
+        if (const auto found = read.find(set.name()); found != read.end())
+            column.column_read = found->second;
+        column.set = std::move(set);
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
+} // namespace c3d

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "plugins/c3d/analogs/analog_columns.hpp"
+#include "plugins/c3d/bytes/warnings.hpp"
+#include "plugins/c3d/parameters/parameter_tree.hpp"
+#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/samples/sample_source.hpp"
+
+namespace c3d {
+
+/// Decides how the channels' values become what the file holds, makes GEN_SCALE, SCALE and OFFSET
+/// of ANALOG say so, and gives the source of each channel's samples.
+///
+/// value = (stored − OFFSET) × SCALE × GEN_SCALE, with `Scale` and `Offset` of the channel and the
+/// GEN_SCALE of the metadata. Samples that nobody has changed are written as they were read.
+///
+/// What a reader could not undo is written otherwise, and noted: a `Scale` or an `Offset` as
+/// make_readable says, a GEN_SCALE that is 0 or not finite as 1 when a channel needs another, and
+/// an `Offset` that the words of OFFSET cannot hold as 0. In a list of reals, which files may
+/// have, no offset is too large or too fine.
+[[nodiscard]] std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
+                                                            std::span<const analog_column> columns,
+                                                            surplus rule, warnings& notes);
+
+} // namespace c3d

@@ -1,0 +1,132 @@
+#include "plugins/c3d/analogs/analogs.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+
+#include <strata/data_set.hpp>
+#include <strata/data_type.hpp>
+
+#include "layout/channel_names.hpp"
+#include "plugins/c3d/analogs/analog_offsets.hpp"
+#include "plugins/c3d/parameters/channel_entries.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+
+namespace c3d {
+
+namespace {
+
+std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
+    return {reinterpret_cast<float*>(buffer.data()), static_cast<std::size_t>(buffer.count())};
+}
+
+void remove_sign(std::span<float> samples) noexcept {
+    for (auto& sample : samples)
+        sample = sample < 0.0F ? sample + 65536.0F : sample;
+}
+
+struct channel_scaling {
+    std::vector<float> scales;
+    std::vector<float> offsets;
+};
+
+/// Reads scale and offset of every channel and gives them to its buffer.
+channel_scaling apply_scaling(analog_samples& samples, const parameter_table& parameters,
+                              sample_storage storage, warnings& notes) {
+    const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
+    const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
+    const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
+    const auto bits = parameters.count("ANALOG", "BITS");
+    const analog_encoding encoding{storage, declared_sign(parameters),
+                                   !bits || *bits == 0 || *bits >= 16};
+    channel_scaling result;
+    for (std::size_t i = 0; i < samples.channels.size(); ++i) {
+        auto& buffer = samples.channels[i];
+        const auto scale = scales.number(i).value_or(1.0);
+        offset_reading offset{offsets.number(i).value_or(0.0), false};
+        if (const auto word = offsets.word(i)) {
+            offset = read_offset(*word, encoding, floats_of(buffer));
+            if (offset.offset != static_cast<double>(*word) &&
+                encoding.declared != word_sign::without) {
+                notes.add("ANALOG:OFFSET of channel {} is {} without ANALOG:FORMAT being UNSIGNED; "
+                          "read as {}",
+                          i + 1, *word, offset.offset);
+            }
+        }
+        if (offset.unsigned_samples)
+            remove_sign(floats_of(buffer));
+        if (scale == 0.0 || general == 0.0) {
+            notes.add("the scale of an analog channel is 0; its values are 0");
+        }
+        buffer.set_scaling(offset.offset, scale * general);
+        result.scales.push_back(static_cast<float>(scale));
+        result.offsets.push_back(static_cast<float>(offset.offset));
+    }
+    return result;
+}
+
+std::vector<std::int32_t> gain_codes(const parameter_table& parameters, std::size_t channels) {
+    const channel_entries entries(parameters, "ANALOG", "GAIN", single_value::of_all_channels);
+    std::vector<std::int32_t> codes(channels);
+    for (std::size_t i = 0; i < channels; ++i) {
+        codes[i] = gain_code_of(entries.number(i).value_or(0.0));
+    }
+    return codes;
+}
+
+std::vector<std::string> texts_of(const parameter_table& parameters, std::string_view name,
+                                  std::size_t channels, single_value single) {
+    const channel_entries entries(parameters, "ANALOG", name, single);
+    std::vector<std::string> texts(channels);
+    for (std::size_t i = 0; i < channels; ++i)
+        texts[i] = entries.text(i).value_or("");
+    return texts;
+}
+
+} // namespace
+
+std::int32_t gain_code_of(double stored) noexcept {
+    constexpr double most = 5.0;
+    return stored >= 0.0 && stored <= most ? static_cast<std::int32_t>(stored) : 0;
+}
+
+std::vector<float*> analog_samples::targets() const {
+    std::vector<float*> result;
+    result.reserve(channels.size());
+    for (const auto& channel : channels)
+        result.push_back(floats_of(channel).data());
+    return result;
+}
+
+analog_samples allocate_analogs(const frame_layout& layout) {
+    return {strata::channel_buffer::allocate(strata::data_type::float32,
+                                             layout.frames * layout.samples_per_frame,
+                                             static_cast<std::size_t>(layout.channels))};
+}
+
+void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
+                    analog_samples samples, warnings& notes) {
+    const auto& parameters = file.parameters;
+    const auto channels = samples.channels.size();
+    const auto count = layout.frames * layout.samples_per_frame;
+    const auto scaling = apply_scaling(samples, parameters, layout.storage, notes);
+    auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
+    const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
+    write_texts(set, "Labels", labels);
+    write_texts(set, "SetNames", acquisition_layout::distinct_names(labels));
+    write_texts(set, "Units",
+                texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
+    write_numbers(set, "Gain", gain_codes(parameters, channels));
+    write_numbers(set, "Scales", scaling.scales);
+    write_numbers(set, "Offsets", scaling.offsets);
+    write_texts(set, "Descriptions",
+                texts_of(parameters, "DESCRIPTIONS", channels, single_value::of_first_channel));
+    write_texts(set, "Types", std::vector<std::string>(channels, "Analog"));
+    write_number(set, "NumSamples", static_cast<std::int64_t>(count));
+    write_number(set, "SampleRate", layout.analog_rate);
+    write_number(set, "StartTime", layout.start_time_s());
+}
+
+} // namespace c3d

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <strata/data_group.hpp>
+#include <strata/plugin/channel_buffer.hpp>
+
+#include "plugins/c3d/frames/frame_layout.hpp"
+#include "plugins/c3d/parameters/c3d_file.hpp"
+
+namespace c3d {
+
+/// The analog samples in memory: `float32` elements with the raw values of the file, a buffer for
+/// each channel.
+struct analog_samples {
+    std::vector<strata::channel_buffer> channels;
+
+    [[nodiscard]] std::vector<float*> targets() const;
+};
+
+/// Buffers for all samples, not initialised.
+[[nodiscard]] analog_samples allocate_analogs(const frame_layout& layout);
+
+/// The input range that an entry of ANALOG:GAIN stands for; codes other than 0 to 5 mean nothing to
+/// anybody and give 0.
+[[nodiscard]] std::int32_t gain_code_of(double stored) noexcept;
+
+/// Creates the set `Analogs` of `data`: values in physical units, (raw − offset) × scale × general
+/// scale, and what describes them. The samples have been decoded with the sign that ANALOG:FORMAT
+/// declares, by default with one.
+void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
+                    analog_samples samples, warnings& notes);
+
+} // namespace c3d

@@ -1,0 +1,86 @@
+#include "plugins/c3d/events/event_sets.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <strata/data_set.hpp>
+#include <strata/data_type.hpp>
+
+#include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "plugins/c3d/parameters/set_attributes.hpp"
+
+namespace c3d {
+
+namespace {
+
+std::vector<float> times_of(const strata::data_set& set) {
+    const auto shape = set.shape(false);
+    std::vector<float> times(static_cast<std::size_t>(shape.element_count()));
+    if (!times.empty() &&
+        !set.select(shape, false).read_value(times.data(), strata::data_type::float32)) {
+        throw export_error("the times of the event '{}' cannot be read", set.name());
+    }
+    return times;
+}
+
+/// A label for a set that keeps none: its name without the context.
+std::string label_in_name(const std::string& name, std::string_view context) {
+    return name.starts_with(context) ? name.substr(context.size()) : name;
+}
+
+/// Texts with an element for each occurrence.
+std::vector<std::string> texts_of_occurrences(const strata::data_set& set, const char* name,
+                                              std::size_t count, const std::string& otherwise) {
+    auto texts = read_texts(set.retrieve_attribute(name));
+    texts.resize(count, otherwise);
+    return texts;
+}
+
+std::vector<std::int32_t> numbers_of_occurrences(const strata::data_set& set, const char* name,
+                                                 std::size_t count, std::int32_t otherwise) {
+    auto numbers = read_numbers<std::int32_t>(set.retrieve_attribute(name));
+    numbers.resize(count, otherwise);
+    return numbers;
+}
+
+event_set read_event_set(const strata::data_set& set) {
+    const auto times = times_of(set);
+    const auto count = times.size();
+    const auto context = text_of(set, "Context");
+    const auto description = text_of(set, "Description");
+    const auto icon = read_number<std::int32_t>(set.retrieve_attribute("Icons")).value_or(0);
+    const auto contexts = texts_of_occurrences(set, "OccurrenceContexts", count, context);
+    const auto labels =
+        texts_of_occurrences(set, "OccurrenceLabels", count, label_in_name(set.name(), context));
+    const auto subjects =
+        texts_of_occurrences(set, "OccurrenceSubjects", count, text_of(set, "Subject"));
+    auto descriptions = texts_of_occurrences(set, "OccurrenceDescriptions", count, description);
+    const auto icons = numbers_of_occurrences(set, "OccurrenceIcons", count, icon);
+    const auto flags = numbers_of_occurrences(set, "OccurrenceFlags", count, 0);
+    // A reader takes the set's description from the first occurrence.
+    if (!descriptions.empty() && descriptions.front().empty())
+        descriptions.front() = description;
+
+    event_set result{set.name(), {}};
+    for (std::size_t i = 0; i < count; ++i) {
+        result.occurrences.push_back({contexts[i], labels[i], subjects[i],
+                                      std::move(descriptions[i]), times[i], icons[i], flags[i]});
+    }
+    return result;
+}
+
+} // namespace
+
+std::vector<event_set> read_event_sets(const strata::data_group& events) {
+    std::vector<event_set> sets;
+    for (const auto& name : events.list_set_children_name())
+        sets.push_back(read_event_set(events.retrieve_set(name)));
+    std::erase_if(sets, [](const auto& set) { return set.occurrences.empty(); });
+    return sets;
+}
+
+} // namespace c3d

@@ -1,0 +1,130 @@
+#include "plugins/c3d/events/events_detect.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include <strata/data_set.hpp>
+#include <strata/plugin/status_of.hpp>
+
+#include "layout/unit_parameters.hpp"
+#include "plugins/c3d/events/event_grouping.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+
+namespace c3d {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> type_by_icon = {"General", "Foot Strike", "Foot Off"};
+
+struct label_synonym {
+    std::string_view label;
+    std::string_view type;
+};
+constexpr std::array<label_synonym, 8> type_by_label = {{
+    {"Foot_Strike", "Foot Strike"},
+    {"FS", "Foot Strike"},
+    {"FootStrike", "Foot Strike"},
+    {"Foot Strike", "Foot Strike"},
+    {"Foot_Off", "Foot Off"},
+    {"FO", "Foot Off"},
+    {"FootOff", "Foot Off"},
+    {"Foot Off", "Foot Off"},
+}};
+
+std::string type_of(const event_occurrence& event) {
+    if (event.has_icon && event.icon >= 0 &&
+        static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
+        return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
+    }
+    const auto found =
+        std::find_if(type_by_label.begin(), type_by_label.end(),
+                     [&](const auto& synonym) { return synonym.label == event.label; });
+    return found == type_by_label.end() ? event.label : std::string(found->type);
+}
+
+template <typename Value, typename Member>
+std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
+    std::vector<Value> values;
+    values.reserve(set.occurrences.size());
+    for (const auto& event : set.occurrences)
+        values.push_back(event.*member);
+    return values;
+}
+
+void create_event_set(strata::data_group& events, const event_set& content) {
+    if (events.exists_set(content.name))
+        events.delete_set(content.name);
+    const auto times = column<float>(content, &event_occurrence::time_s);
+    const strata::data_shape shape({static_cast<std::int64_t>(times.size())}, false);
+    auto set = events.create_set(content.name, shape, strata::data_type::float32);
+    if (!set.select(shape, false).write_value(times.data(), strata::data_type::float32)) {
+        throw std::runtime_error(
+            fmt::format("the times of the event '{}' were refused", content.name));
+    }
+    const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
+    const auto& first = content.occurrences.front();
+    write_text(set, "Context", first.context);
+    write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});
+    write_text(set, "Subject", first.subject);
+    write_text(set, "Description", first.description);
+    write_text(set, "Type", type_of(first));
+    write_texts(set, "OccurrenceContexts",
+                column<std::string>(content, &event_occurrence::context));
+    write_texts(set, "OccurrenceLabels", column<std::string>(content, &event_occurrence::label));
+    write_texts(set, "OccurrenceSubjects",
+                column<std::string>(content, &event_occurrence::subject));
+    write_texts(set, "OccurrenceDescriptions",
+                column<std::string>(content, &event_occurrence::description));
+    write_numbers(set, "OccurrenceIcons", icons);
+    write_numbers(set, "OccurrenceFlags", column<std::int32_t>(content, &event_occurrence::flags));
+}
+
+/// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.
+std::optional<strata::data_group> find_group(const strata::data_group& root,
+                                             const std::string& source, const char* path) {
+    for (const auto* format : {"Format/", ""}) {
+        const auto full_path = fmt::format("{}/{}{}", source, format, path);
+        if (root.exists_group(full_path))
+            return root.retrieve_group(full_path);
+    }
+    return std::nullopt;
+}
+
+void detect(strata::data_group& target, const anvil::json& parameters) {
+    const auto source =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "SourceGroup");
+    const auto destination =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "DestinationGroup");
+    const auto separator =
+        acquisition_layout::text_parameter(parameters, events_detect::id, "PartSeparator");
+    std::vector<event_occurrence> from_group;
+    if (const auto group = find_group(target, source, "Metadata/EVENT"))
+        from_group = group_events(*group);
+    std::vector<event_occurrence> from_header;
+    if (const auto group = find_group(target, source, "Header"))
+        from_header = header_events(*group);
+
+    const auto sets = grouped_events(from_group, from_header, separator);
+    auto events = acquisition_layout::reach_group(target, destination);
+    for (const auto& set : sets)
+        create_event_set(events, set);
+}
+
+} // namespace
+
+anvil::status events_detect::evaluate(strata::data_group& target,
+                                      const anvil::json& parameters) const {
+    return strata::status_of([&] { detect(target, parameters); });
+}
+
+} // namespace c3d

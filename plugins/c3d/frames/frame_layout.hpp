@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+
+#include "plugins/c3d/parameters/c3d_file.hpp"
+#include "plugins/c3d/samples/kernel_set.hpp"
+
+namespace c3d {
+
+/// How the data section is laid out, once header, parameters and the file's length have been heard.
+struct frame_layout {
+    sample_storage storage = sample_storage::real;
+    std::uint64_t points = 0;   ///< in a frame
+    std::uint64_t channels = 0; ///< analog channels
+    std::uint64_t samples_per_frame =
+        1;                         ///< of each analog channel; at least 1, also without channels
+    std::uint64_t frames = 0;      ///< that are in the file
+    std::uint64_t data_offset = 0; ///< of the first frame in the file
+    std::uint64_t first_frame = 1; ///< number of the first stored frame
+    float scale = 1.0F;            ///< above 0: unit of the points' integers
+    double point_rate = 0.0;       ///< Hz; 0 when the file does not tell
+    double analog_rate = 0.0;      ///< Hz, of one channel
+
+    [[nodiscard]] std::uint64_t point_bytes() const noexcept {
+        return points * (storage == sample_storage::real ? 16u : 8u);
+    }
+    [[nodiscard]] std::uint64_t analog_row_bytes() const noexcept {
+        return channels * (storage == sample_storage::real ? 4u : 2u);
+    }
+    [[nodiscard]] std::uint64_t frame_bytes() const noexcept {
+        return point_bytes() + analog_row_bytes() * samples_per_frame;
+    }
+    /// Time of the first frame: that of frame 1 is 0.
+    [[nodiscard]] double start_time_s() const noexcept {
+        return point_rate > 0.0 ? static_cast<double>(first_frame - 1) / point_rate : 0.0;
+    }
+};
+
+/// Parameters are believed before the header, and both only as far as the file's length allows:
+/// where they differ, that layout is taken whose frames fill the file. What was decided is noted.
+///
+/// Throws c3d_error when frames are announced and not one of them is in the file.
+[[nodiscard]] frame_layout decide_layout(const c3d_file& file, warnings& notes);
+
+} // namespace c3d

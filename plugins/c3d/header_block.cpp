@@ -1,0 +1,99 @@
+#include "plugins/c3d/header_block.hpp"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "plugins/c3d/bytes/element_bytes.hpp"
+#include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+
+namespace c3d {
+
+namespace {
+
+constexpr std::size_t label_width = 4;
+
+class block_writer {
+  public:
+    explicit block_writer(header_block& block) noexcept : block_(block) {}
+
+    void word(std::size_t number, std::uint64_t value) noexcept {
+        put_word(block_.data() + header_place::word(number), static_cast<unsigned>(value));
+    }
+    void real(std::size_t place, float value) noexcept { put_real(block_.data() + place, value); }
+    void byte(std::size_t place, unsigned value) noexcept {
+        block_[place] = static_cast<std::byte>(value);
+    }
+    void label(std::size_t place, const std::string& text) noexcept {
+        for (std::size_t i = 0; i < label_width; ++i)
+            block_[place + i] = static_cast<std::byte>(i < text.size() ? text[i] : ' ');
+    }
+
+  private:
+    header_block& block_;
+};
+
+void keep_reserved(header_block& block, const strata::data_group& format) {
+    if (!format.exists_attribute("Header/Block"))
+        return;
+    const auto former = read_numbers<std::uint8_t>(format.retrieve_attribute("Header/Block"));
+    if (former.size() != block.size())
+        return;
+    copy_reserved(std::as_bytes(std::span<const std::uint8_t, 512>(former.data(), 512)), block);
+}
+
+void write_events(block_writer& writer, const std::vector<header_event>& events) {
+    writer.word(150, four_character_labels);
+    writer.word(151, events.size());
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        writer.real(header_place::event_times + 4 * i, events[i].time);
+        writer.byte(header_place::event_statuses + i, events[i].status);
+        writer.label(header_place::event_labels + label_width * i,
+                     stored_event_label(events[i].label).value_or(""));
+    }
+}
+
+} // namespace
+
+header_block header_block_of(const header_content& content, const strata::data_group& format) {
+    header_block block{};
+    keep_reserved(block, format);
+    block_writer writer(block);
+    const auto [first, last] = header_range_of(content.range);
+    writer.byte(0, 2);
+    writer.byte(1, 80);
+    writer.word(2, content.points);
+    writer.word(3, content.channels * content.samples_per_frame);
+    writer.word(4, first);
+    writer.word(5, last);
+    writer.word(6, content.interpolation_gap);
+    writer.real(header_place::word(7), content.scale);
+    writer.word(9, content.data_start);
+    writer.word(10, content.samples_per_frame);
+    writer.real(header_place::word(11), content.rate);
+    write_events(writer, content.events);
+    return block;
+}
+
+std::optional<std::string> stored_event_label(const std::string& label) {
+    auto stored = as_stored_within(label, label_width);
+    return stored.size() <= label_width ? std::optional(std::move(stored)) : std::nullopt;
+}
+
+std::uint64_t interpolation_gap_of(const strata::data_group& format) {
+    constexpr std::int64_t most = 65535;
+    if (!format.exists_attribute("Header/PointMaximumInterpolationGap"))
+        return 0;
+    const auto gap =
+        read_number<std::int64_t>(format.retrieve_attribute("Header/PointMaximumInterpolationGap"))
+            .value_or(0);
+    if (gap < 0 || gap > most) {
+        throw export_error("the maximum interpolation gap is {} frames; a C3D file holds 0 to {}",
+                           gap, most);
+    }
+    return static_cast<std::uint64_t>(gap);
+}
+
+} // namespace c3d

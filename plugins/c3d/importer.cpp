@@ -1,0 +1,117 @@
+#include "plugins/c3d/importer.hpp"
+
+#include <exception>
+#include <new>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "plugins/c3d/analogs/analog_offsets.hpp"
+#include "plugins/c3d/analogs/analogs.hpp"
+#include "plugins/c3d/bytes/c3d_error.hpp"
+#include "plugins/c3d/header_group.hpp"
+#include "plugins/c3d/parameters/metadata.hpp"
+#include "plugins/c3d/points/points.hpp"
+#include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/samples/read_samples.hpp"
+
+namespace c3d {
+
+namespace {
+
+/// All that is read from a file before the store is touched.
+struct file_content {
+    c3d_file file;
+    frame_layout layout;
+    point_samples points;
+    analog_samples analogs;
+    std::optional<rotation_layout> rotations;
+    std::vector<strata::channel_buffer> segments;
+};
+
+/// Some writers give every sample a negative residual, or any bits. Where none is valid though
+/// there are coordinates, the residuals are no residuals.
+void read_without_residuals(const file_reader& reader, const file_content& content,
+                            const kernel_set& kernels, std::span<const point_target> points,
+                            warnings& notes) {
+    if (points.empty() || content.layout.frames == 0)
+        return;
+    if (read_samples(reader, content.layout, kernels, residual_rule::ignored, {points, {}})) {
+        notes.add("every sample of every point is marked as invalid, though there are coordinates; "
+                  "the samples that hold them count as valid");
+    } else {
+        invalidate(content.points);
+    }
+}
+
+file_content read_content(const file_reader& reader, warnings& notes) {
+    file_content content;
+    content.file = open_c3d(reader, notes);
+    content.layout = decide_layout(content.file, notes);
+    content.rotations = decide_rotations(content.file, content.layout, notes);
+    content.points = allocate_points(content.layout);
+    content.analogs = allocate_analogs(content.layout);
+
+    const auto sign = declared_sign(content.file.parameters).value_or(word_sign::with);
+    const auto kernels = kernels_for(content.file.format, content.layout.storage, sign);
+    const auto points = content.points.targets();
+    const auto channels = content.analogs.targets();
+    if (!read_samples(reader, content.layout, kernels, residual_rule::decides,
+                      {points, channels})) {
+        read_without_residuals(reader, content, kernels, points, notes);
+    }
+    if (content.rotations) {
+        content.segments = read_rotations(reader, content.file.format, *content.rotations);
+    }
+    return content;
+}
+
+void create_tree(strata::data_group& target, file_content content, warnings& notes) {
+    const auto& file = content.file;
+    const auto names = metadata_names_of(file.parameters);
+    auto format = target.create_group("Format");
+    auto data = format.create_group("Data");
+    create_points(data, file, content.layout, std::move(content.points));
+    create_analogs(data, file, content.layout, std::move(content.analogs), notes);
+    if (content.rotations) {
+        create_rotations(data, file, *content.rotations, content.layout.start_time_s(),
+                         std::move(content.segments));
+    }
+    create_metadata(format, file.parameters, names, file.size, notes);
+    create_header_group(format, file, content.layout, names);
+}
+
+} // namespace
+
+bool importer::accepts(anvil::io_device& device) const {
+    try {
+        return looks_like_c3d(file_reader(device));
+    } catch (const std::exception&) {
+        return false; // nothing is known about a file that cannot be read
+    }
+}
+
+anvil::status importer::read(anvil::io_device& device, strata::data_group target) const {
+    const auto name = device.name();
+    const auto located = [&](const auto& text) { return fmt::format("'{}': {}", name, text); };
+    using anvil::status;
+    warnings notes;
+    try {
+        const file_reader reader(device);
+        create_tree(target, read_content(reader, notes), notes);
+        notes.log(name);
+        return {};
+    } catch (const c3d_error& error) {
+        notes.log(name);
+        return status::failure(located(fmt::format("byte {}: {}", error.offset(), error.what())));
+    } catch (const std::bad_alloc&) {
+        return status::out_of_memory(located(
+            fmt::format("not enough memory for the samples of a file of {} bytes", device.size())));
+    } catch (const std::exception& error) {
+        return status::failure(located(error.what()));
+    }
+}
+
+} // namespace c3d

@@ -1,0 +1,106 @@
+#include "plugins/c3d/parameters/parameter_records.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+
+namespace c3d {
+
+namespace {
+
+std::int16_t width_of(const parameter& item) {
+    if (item.type != element_type::character)
+        return 0;
+    return item.dimensions.count() == 0 ? std::int16_t{-1}
+                                        : static_cast<std::int16_t>(item.text_width());
+}
+
+/// 1 where a text is not UTF-8 in the file.
+std::int16_t encoding_of(const parameter& item) {
+    if (item.type != element_type::character || item.data.empty())
+        return 0;
+    for (std::uint64_t i = 0; i < item.text_count(); ++i) {
+        const auto text = item.text(i);
+        if (as_utf8(text) != text)
+            return 1;
+    }
+    return 0;
+}
+
+void create_groups(strata::data_group& header, const parameter_table& table,
+                   const metadata_names& names) {
+    std::vector<std::string> spelled;
+    std::vector<std::string> descriptions;
+    std::vector<std::int16_t> ids;
+    std::vector<std::int16_t> locks;
+    for (const auto& group : table.groups()) {
+        spelled.push_back(group.name);
+        descriptions.push_back(group.description);
+        ids.push_back(group.id);
+        locks.push_back(group.locked ? 1 : 0);
+    }
+    auto records = header.create_group("Groups");
+    write_texts(records, "Name", spelled);
+    write_texts(records, "Stored", names.groups);
+    write_numbers(records, "Id", ids);
+    write_numbers(records, "Locked", locks);
+    write_texts(records, "Description", descriptions);
+}
+
+std::vector<std::size_t> owners_of(const parameter_table& table) {
+    std::vector<std::size_t> owners(table.parameters().size());
+    for (std::size_t i = 0; i < table.groups().size(); ++i) {
+        for (auto index : table.groups()[i].parameters)
+            owners[index] = i;
+    }
+    return owners;
+}
+
+void create_parameters(strata::data_group& header, const parameter_table& table,
+                       const metadata_names& names) {
+    std::vector<std::string> spelled;
+    std::vector<std::string> stored;
+    std::vector<std::string> descriptions;
+    std::vector<std::int16_t> groups;
+    std::vector<std::int16_t> types;
+    std::vector<std::int16_t> widths;
+    std::vector<std::int16_t> encodings;
+    std::vector<std::int16_t> locks;
+    const auto owners = owners_of(table);
+    for (std::size_t i = 0; i < owners.size(); ++i) {
+        if (names.parameters[i].empty())
+            continue;
+        const auto& item = table.parameters()[i];
+        spelled.push_back(as_utf8(without_padding(item.name)));
+        stored.push_back(names.parameters[i]);
+        descriptions.push_back(as_utf8(without_padding(item.description)));
+        groups.push_back(static_cast<std::int16_t>(owners[i]));
+        types.push_back(static_cast<std::int16_t>(item.type));
+        widths.push_back(width_of(item));
+        encodings.push_back(encoding_of(item));
+        locks.push_back(item.locked ? 1 : 0);
+    }
+    auto records = header.create_group("Parameters");
+    write_numbers(records, "Group", groups);
+    write_texts(records, "Name", spelled);
+    write_texts(records, "Stored", stored);
+    write_numbers(records, "Type", types);
+    write_numbers(records, "Width", widths);
+    write_numbers(records, "Encoding", encodings);
+    write_numbers(records, "Locked", locks);
+    write_texts(records, "Description", descriptions);
+}
+
+} // namespace
+
+void create_parameter_records(strata::data_group& header, const parameter_table& table,
+                              const metadata_names& names) {
+    create_groups(header, table, names);
+    create_parameters(header, table, names);
+}
+
+} // namespace c3d

@@ -1,0 +1,31 @@
+#include "plugins/c3d/parameters/set_attributes.hpp"
+
+#include <limits>
+#include <utility>
+
+#include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+
+namespace c3d {
+
+std::string text_of(const strata::data_set& set, const char* attribute) {
+    auto texts = read_texts(set.retrieve_attribute(attribute));
+    return texts.empty() ? std::string() : std::move(texts.front());
+}
+
+std::string label_of(const strata::data_set& set) {
+    const auto label = set.exists_attribute("Label") ? text_of(set, "Label") : set.name();
+    return std::string(without_padding(label));
+}
+
+std::string known_unit_of(const strata::data_set& set) {
+    auto unit = text_of(set, "Unit");
+    return unit == "Unknown" ? std::string() : unit;
+}
+
+std::int64_t relative_index_of(const strata::data_set& set) {
+    return read_number<std::int64_t>(set.retrieve_attribute("RelativeSetIndex"))
+        .value_or(std::numeric_limits<std::int64_t>::max());
+}
+
+} // namespace c3d

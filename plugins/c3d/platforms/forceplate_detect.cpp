@@ -1,0 +1,162 @@
+#include "plugins/c3d/platforms/forceplate_detect.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include <strata/data_set.hpp>
+#include <strata/plugin/status_of.hpp>
+
+#include "layout/analog_pairing.hpp"
+#include "layout/force_platform_table.hpp"
+#include "layout/plate_frame.hpp"
+#include "layout/platform_obstacles.hpp"
+#include "layout/unit_parameters.hpp"
+#include "plugins/c3d/bytes/warnings.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+
+namespace c3d {
+
+namespace {
+
+using acquisition_layout::force_platform;
+using acquisition_layout::vector3;
+
+constexpr std::size_t matrix_edge = 6;
+
+vector3 repaired_origin(const force_platform& platform, warnings& notes) {
+    constexpr auto* negated = "FORCE_PLATFORM:ORIGIN has a positive z; read with the opposite sign";
+    auto origin = platform.origin.value_or(vector3{});
+    if (platform.type == 1) {
+        if (origin[2] > 0.0)
+            notes.add("{}", negated);
+        // Its channels measure at the surface.
+        return {0.0, 0.0, std::isfinite(origin[2]) ? -std::abs(origin[2]) : 0.0};
+    }
+    if (platform.type == 3) {
+        // The first two are distances: negated with the third they would turn the moments round.
+        const vector3 repaired = {std::abs(origin[0]), std::abs(origin[1]), -std::abs(origin[2])};
+        if (repaired != origin)
+            notes.add("FORCE_PLATFORM:ORIGIN is read with positive x and y and negative z");
+        return repaired;
+    }
+    if (origin[2] > 0.0) {
+        // Certificates give the vector from the surface down to the measuring origin.
+        notes.add("{}", negated);
+        return {-origin[0], -origin[1], -origin[2]};
+    }
+    return origin;
+}
+
+std::vector<double> calibration_of(const force_platform& platform, warnings& notes) {
+    const auto& matrix = platform.calibration;
+    if (matrix.size >= matrix_edge)
+        return matrix.elements;
+    notes.add("FORCE_PLATFORM:CAL_MATRIX is missing; the channels are taken as they are");
+    std::vector<double> identity(matrix_edge * matrix_edge, 0.0);
+    for (std::size_t i = 0; i < matrix_edge; ++i)
+        identity[i * matrix_edge + i] = 1.0;
+    return identity;
+}
+
+/// Requires: all are there.
+std::vector<strata::data_set> channels_of(const force_platform& platform,
+                                          const std::vector<strata::data_set>& columns,
+                                          warnings& notes) {
+    std::vector<strata::data_set> channels;
+    for (const auto number : platform.channels) {
+        if (std::ranges::count(platform.channels, number) > 1)
+            notes.add("FORCE_PLATFORM:CHANNEL names the analog channel {} repeatedly", number);
+        channels.push_back(columns[static_cast<std::size_t>(number) - 1]);
+    }
+    return channels;
+}
+
+/// What goes into the group, complete before anything is changed.
+struct detected_platform {
+    force_platform described;
+    acquisition_layout::plate_corners corners{};
+    vector3 origin{};
+    std::vector<double> calibration; ///< of type 4
+    std::vector<strata::data_set> channels;
+};
+
+detected_platform detect(const force_platform& described,
+                         const std::vector<strata::data_set>& columns, warnings& notes) {
+    const auto obstacle = acquisition_layout::obstacle_of(described, columns);
+    if (!obstacle.empty())
+        throw std::runtime_error(obstacle);
+    detected_platform platform{
+        described, *described.corners, repaired_origin(described, notes), {}, {}};
+    platform.channels = channels_of(described, columns, notes);
+    if (described.type == 4)
+        platform.calibration = calibration_of(described, notes);
+    return platform;
+}
+
+void write_group(strata::data_group group, const detected_platform& platform) {
+    const auto& described = platform.described;
+    write_number(group, "Type", static_cast<std::int32_t>(described.type));
+    std::vector<double> corners;
+    for (const auto& corner : platform.corners)
+        corners.insert(corners.end(), corner.begin(), corner.end());
+    write_numbers(group, "Corners", strata::data_shape({4, 3}, false),
+                  std::span<const double>(corners));
+    write_numbers(group, "Origin",
+                  std::vector<double>(platform.origin.begin(), platform.origin.end()));
+    if (described.type == 4) {
+        constexpr auto edge = static_cast<std::int64_t>(matrix_edge);
+        write_numbers(group, "CalibrationMatrix", strata::data_shape({edge, edge}, false),
+                      std::span<const double>(platform.calibration));
+    }
+    if (described.type == 3 && !described.polynomial.empty())
+        write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
+
+    auto channels = group.create_group("Channels");
+    const auto names = acquisition_layout::channel_names(described.type);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!channels.create_hard_link_internal(names[i], &platform.channels[i]))
+            throw std::runtime_error(fmt::format("the channel {} cannot be linked", names[i]));
+    }
+}
+
+void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
+    using acquisition_layout::text_parameter;
+    constexpr auto* id = forceplate_detect::id;
+    const auto analogs = text_parameter(parameters, id, "SourceGroup");
+    const auto metadata_path = text_parameter(parameters, id, "MetadataSourceGroup");
+    const auto destination = text_parameter(parameters, id, "DestinationGroup");
+    const auto index = acquisition_layout::integer_parameter(parameters, id, "ForceplateIndex");
+    if (!target.exists_group(metadata_path))
+        throw std::runtime_error(fmt::format("there is no group '{}'", metadata_path));
+    const auto metadata = target.retrieve_group(metadata_path);
+
+    const acquisition_layout::force_platform_table table(metadata);
+    if (index < 0 || static_cast<std::size_t>(index) >= table.count()) {
+        throw std::runtime_error(
+            fmt::format("the index is {}, the file has {} platforms", index, table.count()));
+    }
+    warnings notes;
+    const auto platform = detect(table.platform(static_cast<std::size_t>(index)),
+                                 acquisition_layout::pair_analogs(target, analogs), notes);
+    if (target.exists_group(destination))
+        target.delete_group(destination);
+    write_group(target.create_group(destination), platform);
+    notes.log(destination);
+}
+
+} // namespace
+
+anvil::status forceplate_detect::evaluate(strata::data_group& target,
+                                          const anvil::json& parameters) const {
+    return strata::status_of([&] { evaluate_unit(target, parameters); });
+}
+
+} // namespace c3d

@@ -1,0 +1,128 @@
+#include "plugins/c3d/points/point_columns.hpp"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "plugins/c3d/parameters/set_attributes.hpp"
+#include "plugins/c3d/points/point_kind_table.hpp"
+
+namespace c3d {
+
+namespace {
+
+/// Kinds in the order of their groups' names.
+constexpr std::array<std::size_t, point_kind_table.size()> kinds_by_group_name = {1, 2, 0, 3, 4};
+
+struct indexed_point {
+    std::int64_t index = 0;
+    point_column column;
+};
+
+std::vector<indexed_point> listed_points(const strata::data_group& data) {
+    std::vector<indexed_point> points;
+    for (auto kind : kinds_by_group_name) {
+        const auto& group_name = point_kind_table[kind].group;
+        if (!data.exists_group(group_name))
+            continue;
+        const auto group = data.retrieve_group(group_name);
+        for (const auto& name : group.list_set_children_name()) {
+            point_column column;
+            column.set = group.retrieve_set(name);
+            column.kind = kind;
+            column.listed = points.size();
+            column.label = label_of(column.set);
+            column.unit = known_unit_of(column.set);
+            column.description = text_of(column.set, "Description");
+            points.push_back({relative_index_of(column.set), std::move(column)});
+        }
+    }
+    return points;
+}
+
+/// Labels that are taken, and by which kind of points.
+class label_kinds {
+  public:
+    explicit label_kinds(const std::vector<indexed_point>& points) {
+        for (const auto& point : points)
+            all_.insert(point.column.label);
+    }
+
+    /// True when the label means points of this kind from now on.
+    bool claim(const std::string& label, std::size_t kind) {
+        return kinds_.emplace(label, kind).first->second == kind;
+    }
+
+    /// A label that no point has.
+    std::string distinct(const std::string& label) {
+        for (std::size_t number = 2;; ++number) {
+            auto candidate = fmt::format("{}_{}", label, number);
+            if (all_.insert(candidate).second)
+                return candidate;
+        }
+    }
+
+  private:
+    std::unordered_set<std::string> all_;
+    std::unordered_map<std::string, std::size_t> kinds_;
+};
+
+void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
+    label_kinds labels(points);
+    // What already has the name of its label keeps it.
+    for (const auto& [index, column] : points) {
+        if (!column.label.empty() && column.label == column.set.name())
+            labels.claim(column.label, column.kind);
+    }
+    for (auto& [index, column] : points) {
+        if (column.label.empty() && column.kind != marker_kind) {
+            column.label = column.set.name();
+            notes.add("a point of the kind '{}' has no label; it is written as '{}'",
+                      point_kind_table[column.kind].type, column.label);
+        }
+        if (column.label.empty() || labels.claim(column.label, column.kind))
+            continue;
+        auto label = labels.distinct(column.label);
+        notes.add("points of different kinds have the label '{}'; that of the kind '{}' is written "
+                  "as '{}'",
+                  column.label, point_kind_table[column.kind].type, label);
+        column.label = std::move(label);
+        labels.claim(column.label, column.kind);
+    }
+}
+
+} // namespace
+
+std::vector<point_column> point_columns(const strata::data_group& data, warnings& notes) {
+    auto points = listed_points(data);
+    make_labels_tell_kinds(points, notes);
+    std::stable_sort(points.begin(), points.end(),
+                     [](const auto& left, const auto& right) { return left.index < right.index; });
+    std::vector<point_column> columns;
+    columns.reserve(points.size());
+    for (auto& point : points)
+        columns.push_back(std::move(point.column));
+    return columns;
+}
+
+point_time_base time_base_of(const strata::data_group& data) {
+    for (const auto& kind : point_kind_table) {
+        if (!data.exists_group(kind.group))
+            continue;
+        const auto group = data.retrieve_group(kind.group);
+        const auto number = [&](const char* name) {
+            return read_number<double>(group.retrieve_attribute(name)).value_or(0.0);
+        };
+        const auto frames =
+            read_number<std::uint64_t>(group.retrieve_attribute("NumSamples")).value_or(0);
+        return {frames, number("SampleRate"), number("StartTime")};
+    }
+    return {};
+}
+
+} // namespace c3d

@@ -1,0 +1,93 @@
+#include "plugins/c3d/points/points.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include <strata/data_set.hpp>
+#include <strata/data_type.hpp>
+
+#include "layout/channel_names.hpp"
+#include "plugins/c3d/parameters/channel_entries.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "plugins/c3d/points/point_kinds.hpp"
+
+namespace c3d {
+
+namespace {
+
+float* floats_of(const strata::channel_buffer& buffer) noexcept {
+    return reinterpret_cast<float*>(buffer.data());
+}
+
+void fill(const std::vector<strata::channel_buffer>& buffers, float value) {
+    for (const auto& buffer : buffers)
+        std::fill_n(floats_of(buffer), buffer.count(), value);
+}
+
+void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::size_t points) {
+    const channel_entries label_entries(file.parameters, "POINT", "LABELS");
+    const channel_entries description_entries(file.parameters, "POINT", "DESCRIPTIONS");
+    const point_kinds kinds(file.parameters);
+    std::vector<std::string> labels(points);
+    std::vector<std::string> types(points);
+    std::vector<std::string> units(points);
+    std::vector<std::string> descriptions(points);
+    for (std::size_t i = 0; i < points; ++i) {
+        labels[i] = label_entries.text(i).value_or("");
+        types[i] = kinds.type_of(labels[i]);
+        units[i] = kinds.unit_of(i, labels[i]);
+        descriptions[i] = description_entries.text(i).value_or("");
+    }
+    write_texts(set, "Labels", labels);
+    write_texts(set, "SetNames", acquisition_layout::distinct_names(labels));
+    write_texts(set, "Types", types);
+    write_texts(set, "Units", units);
+    write_texts(set, "Descriptions", descriptions);
+}
+
+} // namespace
+
+std::vector<point_target> point_samples::targets() const {
+    std::vector<point_target> result(coordinates.size());
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        result[i] = {floats_of(coordinates[i]), floats_of(residuals[i])};
+    }
+    return result;
+}
+
+point_samples allocate_points(const frame_layout& layout) {
+    const auto points = static_cast<std::size_t>(layout.points);
+    point_samples samples;
+    samples.coordinates =
+        strata::channel_buffer::allocate(strata::data_type::float32, 3 * layout.frames, points);
+    samples.residuals =
+        strata::channel_buffer::allocate(strata::data_type::float32, layout.frames, points);
+    if (layout.storage == sample_storage::integer) {
+        for (auto& buffer : samples.coordinates)
+            buffer.set_scaling(0.0, double{layout.scale});
+    }
+    return samples;
+}
+
+void invalidate(const point_samples& samples) {
+    fill(samples.coordinates, std::numeric_limits<float>::quiet_NaN());
+    fill(samples.residuals, -1.0F);
+}
+
+void create_points(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
+                   point_samples samples) {
+    const auto points = samples.coordinates.size();
+    auto set = strata::create_channel_set(data, "Points", 3, layout.frames,
+                                          std::move(samples.coordinates));
+    write_descriptive_texts(set, file, points);
+    if (points != 0)
+        strata::create_row_attribute(set, "Residuals", std::move(samples.residuals));
+    write_number(set, "NumSamples", static_cast<std::int64_t>(layout.frames));
+    write_number(set, "SampleRate", layout.point_rate);
+    write_number(set, "StartTime", layout.start_time_s());
+}
+
+} // namespace c3d

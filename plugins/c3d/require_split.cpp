@@ -1,0 +1,38 @@
+#include "plugins/c3d/require_split.hpp"
+
+#include <cstdint>
+#include <string>
+
+#include "layout/split_record.hpp"
+#include "plugins/c3d/bytes/export_error.hpp"
+
+namespace c3d {
+
+namespace {
+
+std::uint64_t unsplit_channels_at(const strata::data_group& root, const char* path) {
+    return root.exists_set(path) ? acquisition_layout::unsplit_channels(root.retrieve_set(path))
+                                 : 0;
+}
+
+std::string counted(std::uint64_t count, const char* word) {
+    return fmt::format("{} {}{}", count, word, count == 1 ? "" : "s");
+}
+
+} // namespace
+
+void require_split(const strata::data_group& root) {
+    const auto points = unsplit_channels_at(root, "Format/Data/Points");
+    const auto channels = unsplit_channels_at(root, "Format/Data/Analogs");
+    if (points == 0 && channels == 0)
+        return;
+    auto lost = points == 0 ? std::string() : counted(points, "point");
+    if (channels != 0)
+        lost += (lost.empty() ? "" : " and ") + counted(channels, "analog channel");
+    throw export_error("{} of the file that was read would be lost: the unit "
+                       "'tarvex.data-modifier.split-set' did not split them, as the log says; put "
+                       "the plugin 'data_modifier' back, call reload and read the file again",
+                       lost);
+}
+
+} // namespace c3d

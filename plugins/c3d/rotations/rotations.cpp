@@ -1,0 +1,54 @@
+#include "plugins/c3d/rotations/rotations.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include <strata/data_set.hpp>
+#include <strata/data_type.hpp>
+
+#include "plugins/c3d/parameters/channel_entries.hpp"
+#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "plugins/c3d/samples/read_samples.hpp"
+
+namespace c3d {
+
+std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, number_format format,
+                                                   const rotation_layout& layout) {
+    auto segments = strata::channel_buffer::allocate(strata::data_type::float32,
+                                                     rotation_components * layout.rows,
+                                                     static_cast<std::size_t>(layout.segments));
+    std::vector<float*> columns;
+    columns.reserve(segments.size() * rotation_components);
+    for (const auto& segment : segments) {
+        auto* elements = reinterpret_cast<float*>(segment.data());
+        for (std::uint64_t i = 0; i < rotation_components; ++i)
+            columns.push_back(elements + i * layout.rows);
+    }
+    const auto kernels = kernels_for(format, sample_storage::real, word_sign::with);
+    read_rows(reader, {layout.offset, layout.row_bytes(), layout.rows}, kernels, columns);
+    return segments;
+}
+
+void create_rotations(strata::data_group& data, const c3d_file& file, const rotation_layout& layout,
+                      double start_time_s, std::vector<strata::channel_buffer> segments) {
+    const auto count = segments.size();
+    auto set = strata::create_channel_set(data, rotation_set, rotation_components, layout.rows,
+                                          std::move(segments));
+    for (const auto* name : {"Labels", "Descriptions"}) {
+        const channel_entries entries(file.parameters, "ROTATION",
+                                      name == std::string_view("Labels") ? "LABELS"
+                                                                         : "DESCRIPTIONS");
+        std::vector<std::string> texts(count);
+        for (std::size_t i = 0; i < count; ++i)
+            texts[i] = entries.text(i).value_or("");
+        write_texts(set, name, texts);
+    }
+    write_number(set, "Ratio", static_cast<std::int32_t>(layout.ratio));
+    write_number(set, "NumSamples", static_cast<std::int64_t>(layout.rows));
+    write_number(set, "SampleRate", layout.rate);
+    write_number(set, "StartTime", start_time_s);
+}
+
+} // namespace c3d

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include <strata/data_group.hpp>
+#include <strata/plugin/channel_buffer.hpp>
+
+#include "plugins/c3d/rotations/rotation_layout.hpp"
+
+namespace c3d {
+
+/// Name of the set with the rotations as the file has them, below `Data`.
+inline constexpr const char* rotation_set = "Rotations";
+
+/// The transforms of all segments in memory: `float32`, 17 components of all rows.
+[[nodiscard]] std::vector<strata::channel_buffer>
+read_rotations(const file_reader& reader, number_format format, const rotation_layout& layout);
+
+/// Creates the set `Rotations` of `data`, shape {17, segments, rows}: component 4 × column + row of
+/// the matrix, then the reliability. Attributes: `Labels`, `Descriptions`, `Ratio` (int32: rows in
+/// a frame), `NumSamples`, `SampleRate`, `StartTime`.
+void create_rotations(strata::data_group& data, const c3d_file& file, const rotation_layout& layout,
+                      double start_time_s, std::vector<strata::channel_buffer> segments);
+
+} // namespace c3d

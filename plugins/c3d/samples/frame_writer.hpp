@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "plugins/c3d/bytes/output.hpp"
+#include "plugins/c3d/samples/sample_source.hpp"
+
+namespace c3d {
+
+/// The samples of one point: x, y and z, and the fourth words where there are any.
+struct point_source {
+    std::string name; ///< for messages
+    std::array<sample_source, 3> coordinates;
+    std::optional<sample_source> words;
+};
+
+/// All frames of a data section.
+struct frame_sources {
+    std::uint64_t frames = 0;
+    std::uint64_t samples_per_frame = 1;
+    std::vector<point_source> points;
+    std::vector<sample_source> channels;
+
+    [[nodiscard]] std::size_t frame_bytes() const noexcept {
+        return 16 * points.size() +
+               4 * channels.size() * static_cast<std::size_t>(samples_per_frame);
+    }
+};
+
+/// Writes the frames as reals. They are assembled in blocks that stay in the processor's cache; no
+/// more than one is in memory at a time. The last block of the file is not padded.
+/// Throws export_error for a finite coordinate that no real holds.
+void write_frames(output& target, const frame_sources& sources);
+
+/// Writes rows with a real of each column.
+void write_rows(output& target, std::span<const sample_source> columns, std::uint64_t rows);
+
+} // namespace c3d

@@ -1,0 +1,11 @@
+#include "plugins/c3d/samples/kernel_set.hpp"
+
+#include "plugins/c3d/samples/lanes_sse2.hpp"
+
+namespace c3d {
+
+kernel_set kernels_for(number_format format, sample_storage storage, word_sign sign) noexcept {
+    return kernels_of<sse2_lanes>(format, storage, sign);
+}
+
+} // namespace c3d

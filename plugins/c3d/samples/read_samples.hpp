@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "plugins/c3d/bytes/file_reader.hpp"
+#include "plugins/c3d/frames/frame_layout.hpp"
+#include "plugins/c3d/samples/kernel_set.hpp"
+
+namespace c3d {
+
+/// Where the samples of a data section go; an empty side is skipped.
+struct sample_targets {
+    std::span<const point_target> points;
+    std::span<float* const> channels; ///< the first sample of each analog channel
+};
+
+/// Reads all frames of `layout` and decodes them into the targets, block by block: the file is read
+/// once, and no more of it is in memory than fits a processor's cache. True when a point has a
+/// valid sample (see kernel_set::points).
+bool read_samples(const file_reader& reader, const frame_layout& layout, const kernel_set& kernels,
+                  residual_rule rule, const sample_targets& targets);
+
+/// Rows of reals that lie one behind the other, a column for each target.
+struct row_section {
+    std::uint64_t offset = 0; ///< of the first row in the file
+    std::uint64_t row_bytes = 0;
+    std::uint64_t rows = 0;
+};
+
+/// Reads and decodes a section that consists of columns only.
+void read_rows(const file_reader& reader, const row_section& section, const kernel_set& kernels,
+               std::span<float* const> columns);
+
+} // namespace c3d
