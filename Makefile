@@ -92,7 +92,7 @@ lint: $(venv_ready)
 tidy: $(release)/configured
 	@python -m pip install -qq --group tidy
 	@cmake --build $(release) --parallel $(JOBS)
-	@run-clang-tidy.py -quiet -j $(JOBS) -p $(release) '$(CURDIR)/(platform|layout|plugins|store|acquisition|api|module)/'
+	@run-clang-tidy.py -quiet -j $(JOBS) -p $(release) '$(CURDIR)/(platform|schema|plugins|store|acquisition|api|module)/'
 
 clean:
 	rm -rf $(BUILD) dist

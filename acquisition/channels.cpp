@@ -3,16 +3,16 @@
 #include <fmt/format.h>
 #include <strata/data_store.hpp>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
-#include "layout/channel_names.hpp"
+#include "schema/channel_names.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 strata::data_group create_device_group(strata::data_group parent, const std::string& name,
                                        const std::string& device_type) {
@@ -26,7 +26,7 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 
 std::uint64_t components_of(const strata::data_group& group) {
     return read<std::string>(group.retrieve_attribute(attribute::device_type)) ==
-                   layout::device::mocap
+                   schema::device::mocap
                ? 3
                : 1;
 }
@@ -50,7 +50,7 @@ void throw_channel_exists(const std::string& name) {
 }
 
 void require_new_channel(const strata::data_group& group, const std::string& label) {
-    const auto name = acquisition_layout::path_component(label);
+    const auto name = schema::path_component(label);
     if (group.exists_set(name) || group.exists_group(name))
         throw_channel_exists(label);
 }
@@ -66,8 +66,8 @@ strata::data_set make_channel(const strata::data_group& group, const std::string
                                     static_cast<std::int64_t>(samples_of(group))},
                                    false);
     const strata::data_store apart;
-    auto set = apart.root().create_set(acquisition_layout::path_component(label), shape,
-                                       strata::data_type::float64);
+    auto set =
+        apart.root().create_set(schema::path_component(label), shape, strata::data_type::float64);
     create_text(set, attribute::description, description);
     write_or_create(set, attribute::relative_set_index, index);
     create_text(set, attribute::label, label);

@@ -6,19 +6,19 @@
 #include <unordered_map>
 #include <utility>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/platform_detection.hpp"
-#include "layout/analog_pairing.hpp"
+#include "schema/analog_pairing.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
-std::vector<platform_state> platforms_of(const acquisition_layout::force_platform_table& table,
+std::vector<platform_state> platforms_of(const schema::force_platform_table& table,
                                          const std::vector<strata::data_set>& columns) {
     std::vector<platform_state> platforms;
     platforms.reserve(table.count());
@@ -73,28 +73,28 @@ void number_channels(const strata::data_group& analogs,
 
 /// Takes away what was there for platforms.
 void forget_platforms(strata::data_group root) {
-    if (!root.exists_group(layout::force_plates))
+    if (!root.exists_group(schema::force_plates))
         return;
-    root.delete_group(layout::force_plates);
-    if (!root.exists_group(layout::analogs_export))
+    root.delete_group(schema::force_plates);
+    if (!root.exists_group(schema::analogs_export))
         return;
-    for (const auto& set : sets_of(root.retrieve_group(layout::analogs_export)))
+    for (const auto& set : sets_of(root.retrieve_group(schema::analogs_export)))
         forget_platform(set);
 }
 
 } // namespace
 
 std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root) {
-    if (!root.exists_group(acquisition_layout::force_platform_path)) {
+    if (!root.exists_group(schema::force_platform_path)) {
         forget_platforms(root);
         return {};
     }
-    const auto columns = acquisition_layout::pair_analogs(root);
-    const acquisition_layout::force_platform_table table(root);
+    const auto columns = schema::pair_analogs(root);
+    const schema::force_platform_table table(root);
     auto platforms = platforms_of(table, columns);
     detect_platforms(root, table, columns, platforms);
-    if (root.exists_group(layout::analogs_export))
-        number_channels(root.retrieve_group(layout::analogs_export), columns, platforms);
+    if (root.exists_group(schema::analogs_export))
+        number_channels(root.retrieve_group(schema::analogs_export), columns, platforms);
     return platforms;
 }
 

@@ -6,15 +6,15 @@
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
-#include "layout/force_platform_table.hpp"
+#include "schema/force_platform_table.hpp"
 
 namespace mox {
 
 /// A force platform as it is now.
 struct platform_state {
-    acquisition_layout::force_platform described; ///< by the parameters
-    std::vector<strata::data_set> channels;       ///< those that exist, in the order of the table
-    std::optional<strata::data_group> group;      ///< its wrench sets are in; none if not detected
+    schema::force_platform described;        ///< by the parameters
+    std::vector<strata::data_set> channels;  ///< those that exist, in the order of the table
+    std::optional<strata::data_group> group; ///< its wrench sets are in; none if not detected
 };
 
 /// Brings all that depends on the force platforms in line with the parameters and the analog

@@ -7,10 +7,10 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/set_sampling.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -30,22 +30,22 @@ void require_count(std::string_view what, int count) {
 strata::data_store empty_acquisition() {
     strata::data_store acquisition;
     auto root = acquisition.root();
-    auto format = root.create_group(layout::format);
-    auto data = root.create_group(layout::data);
-    auto metadata = root.create_group(layout::metadata);
-    auto analog_parameters = root.create_group(layout::metadata_analog);
-    write_or_create(analog_parameters, layout::attribute::bits,
-                    std::int32_t{layout::default_analog_resolution});
-    auto header = root.create_group(layout::header);
-    write_or_create(header, layout::attribute::analog_samples_per_frame, std::int32_t{0});
-    write_or_create(header, layout::attribute::interpolation_gap, std::int32_t{0});
-    write_or_create(header, layout::attribute::analog_values_per_frame, std::int32_t{0});
-    auto events = root.create_group(layout::events);
-    create_text(events, layout::attribute::device_type, layout::device::event_to_export);
+    auto format = root.create_group(schema::format);
+    auto data = root.create_group(schema::data);
+    auto metadata = root.create_group(schema::metadata);
+    auto analog_parameters = root.create_group(schema::metadata_analog);
+    write_or_create(analog_parameters, schema::attribute::bits,
+                    std::int32_t{schema::default_analog_resolution});
+    auto header = root.create_group(schema::header);
+    write_or_create(header, schema::attribute::analog_samples_per_frame, std::int32_t{0});
+    write_or_create(header, schema::attribute::interpolation_gap, std::int32_t{0});
+    write_or_create(header, schema::attribute::analog_values_per_frame, std::int32_t{0});
+    auto events = root.create_group(schema::events);
+    create_text(events, schema::attribute::device_type, schema::device::event_to_export);
     for (const auto& type : point_types)
-        create_device_group(data, std::string(type.group_name), layout::device::mocap);
-    create_device_group(data, layout::name::analogs_export, layout::device::emg);
-    create_text(metadata, layout::attribute::device_type, layout::device::metadata);
+        create_device_group(data, std::string(type.group_name), schema::device::mocap);
+    create_device_group(data, schema::name::analogs_export, schema::device::emg);
+    create_text(metadata, schema::attribute::device_type, schema::device::metadata);
     return acquisition;
 }
 
@@ -65,10 +65,10 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
         extents.push_back({retrieve_group(root, type.path), wide(frames)});
     resize_device_groups(extents);
     sampling::set_analog_samples_per_frame(acquisition, ratio);
-    auto markers = retrieve_group(root, layout::markers);
+    auto markers = retrieve_group(root, schema::markers);
     for (std::int32_t index = 0; index < points; ++index)
         create_marker(markers, unnamed_channel(index), index);
-    add_analog_channels(retrieve_group(root, layout::analogs_export), 0, analogs);
+    add_analog_channels(retrieve_group(root, schema::analogs_export), 0, analogs);
     return acquisition;
 }
 

@@ -6,9 +6,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "layout/analog_pairing.hpp"
-#include "layout/force_platform_table.hpp"
-#include "layout/read_attribute.hpp"
+#include "schema/analog_pairing.hpp"
+#include "schema/force_platform_table.hpp"
+#include "schema/read_attribute.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
@@ -16,9 +16,8 @@ namespace mox {
 namespace {
 
 strata::data_attribute channel_parameter(const strata::data_group& root) {
-    return root.exists_group(acquisition_layout::force_platform_path)
-               ? root.retrieve_group(acquisition_layout::force_platform_path)
-                     .retrieve_attribute("CHANNEL")
+    return root.exists_group(schema::force_platform_path)
+               ? root.retrieve_group(schema::force_platform_path).retrieve_attribute("CHANNEL")
                : strata::data_attribute();
 }
 
@@ -38,17 +37,17 @@ numbers_of(const std::vector<strata::data_set>& columns) {
 platform_channel_numbers::platform_channel_numbers(strata::data_group root)
     : root_(std::move(root)) {
     if (channel_parameter(root_))
-        columns_ = acquisition_layout::pair_analogs(root_);
+        columns_ = schema::pair_analogs(root_);
 }
 
 void platform_channel_numbers::follow_channels() {
     const auto parameter = channel_parameter(root_);
-    auto values = acquisition_layout::read_numbers<double>(parameter);
+    auto values = schema::read_numbers<double>(parameter);
     if (columns_.empty() || values.empty())
         return;
-    const auto known = static_cast<double>(acquisition_layout::known_analog_columns(root_));
+    const auto known = static_cast<double>(schema::known_analog_columns(root_));
     const auto last = static_cast<double>(columns_.size());
-    const auto numbers = numbers_of(acquisition_layout::pair_analogs(root_));
+    const auto numbers = numbers_of(schema::pair_analogs(root_));
     const bool is_byte = parameter.type() == strata::data_type::int8; // without sign in this table
     for (auto& value : values) {
         const auto number = is_byte && value < 0.0 ? value + 256.0 : value;

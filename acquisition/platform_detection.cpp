@@ -11,18 +11,18 @@
 #include <strata/access/same_set.hpp>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/platform_remarks.hpp"
-#include "layout/platform_obstacles.hpp"
-#include "layout/read_attribute.hpp"
-#include "layout/write_attribute.hpp"
+#include "schema/names.hpp"
+#include "schema/platform_obstacles.hpp"
+#include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -34,13 +34,13 @@ constexpr char remarks[] = "Remarks";            // what else was logged
 /// nothing that matters differs.
 std::vector<double> parameters_of(const strata::data_group& root) {
     std::vector<double> numbers;
-    const auto group = root.retrieve_group(acquisition_layout::force_platform_path);
+    const auto group = root.retrieve_group(schema::force_platform_path);
     for (const auto* name :
          {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX", "FPCOPPOLY"}) {
         const auto parameter = group.retrieve_attribute(name);
         // What holds none is told of when the groups are made.
-        const auto values = acquisition_layout::holds_numbers(parameter)
-                                ? acquisition_layout::read_numbers<double>(parameter)
+        const auto values = schema::holds_numbers(parameter)
+                                ? schema::read_numbers<double>(parameter)
                                 : std::vector<double>();
         const auto extents =
             parameter ? parameter.shape().dimensions() : std::vector<std::int64_t>();
@@ -67,11 +67,11 @@ bool are_same(const std::vector<double>& left, const std::vector<double>& right)
 
 /// The group of all platforms, without those that other parameters made.
 strata::data_group platforms_group(const strata::data_group& root,
-                                   const acquisition_layout::force_platform_table& table) {
-    auto group = retrieve_or_create_group(root, layout::force_plates);
+                                   const schema::force_platform_table& table) {
+    auto group = retrieve_or_create_group(root, schema::force_plates);
     const auto parameters = parameters_of(root);
     const auto kept = group.retrieve_attribute(detected_from);
-    if (kept && are_same(acquisition_layout::read_numbers<double>(kept), parameters))
+    if (kept && are_same(schema::read_numbers<double>(kept), parameters))
         return group;
     for (const auto& name : group.list_group_children_name())
         group.delete_group(name);
@@ -79,7 +79,7 @@ strata::data_group platforms_group(const strata::data_group& root,
         group.delete_attribute(detected_from);
     for (std::size_t i = 0; i < table.unreadable().size(); ++i)
         log_store_failure(store_failure::read_attribute);
-    acquisition_layout::write_numbers(group, detected_from, parameters);
+    schema::write_numbers(group, detected_from, parameters);
     return group;
 }
 
@@ -101,7 +101,7 @@ bool refers_to(const strata::data_group& group, const std::vector<strata::data_s
 std::string detect(strata::data_group root, std::size_t index, const std::string& path) {
     const auto status = strata::callable_builder().evaluate(
         root, {{"callable_unit", "org.c3d.forceplate-detect"},
-               {"SourceGroup", layout::analogs_export},
+               {"SourceGroup", schema::analogs_export},
                {"MetadataSourceGroup", ""},
                {"DestinationGroup", path},
                {"ForceplateIndex", static_cast<std::int64_t>(index)}});
@@ -112,8 +112,7 @@ std::string detect(strata::data_group root, std::size_t index, const std::string
 
 } // namespace
 
-void detect_platforms(const strata::data_group& root,
-                      const acquisition_layout::force_platform_table& table,
+void detect_platforms(const strata::data_group& root, const schema::force_platform_table& table,
                       const std::vector<strata::data_set>& columns,
                       std::vector<platform_state>& platforms) {
     auto group = platforms_group(root, table);
@@ -125,9 +124,9 @@ void detect_platforms(const strata::data_group& root,
             group.delete_group(name);
         if (!group.exists_group(name)) {
             // Asked here, too: the unit reads all parameters anew for each platform.
-            auto reason = acquisition_layout::obstacle_of(platform.described, columns);
+            auto reason = schema::obstacle_of(platform.described, columns);
             if (reason.empty())
-                reason = detect(root, i, fmt::format("{}/{}", layout::force_plates, name));
+                reason = detect(root, i, fmt::format("{}/{}", schema::force_plates, name));
             if (!reason.empty()) {
                 failures.push_back(
                     fmt::format("Force platform {} has no wrench : {}", i + 1, reason));

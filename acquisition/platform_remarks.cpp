@@ -7,10 +7,10 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
-#include "layout/parameter_list.hpp"
-#include "layout/read_attribute.hpp"
-#include "layout/write_attribute.hpp"
+#include "schema/names.hpp"
+#include "schema/parameter_list.hpp"
+#include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 #include "store/store_log.hpp"
 
 namespace mox {
@@ -18,8 +18,7 @@ namespace mox {
 namespace {
 
 void add_repeated_labels(const strata::data_group& root, std::vector<std::string>& remarks) {
-    const auto labels =
-        acquisition_layout::read_parameter_list(root, layout::metadata_analog, "LABELS");
+    const auto labels = schema::read_parameter_list(root, schema::metadata_analog, "LABELS");
     if (!labels)
         return;
     std::unordered_map<std::string, int> counts;
@@ -48,7 +47,7 @@ void add_shared_channels(const std::vector<platform_state>& platforms,
 } // namespace
 
 std::vector<std::string> remarks_on(const strata::data_group& root,
-                                    const acquisition_layout::force_platform_table& table,
+                                    const schema::force_platform_table& table,
                                     const std::vector<platform_state>& platforms) {
     auto remarks = table.misshapen();
     add_shared_channels(platforms, remarks);
@@ -58,7 +57,7 @@ std::vector<std::string> remarks_on(const strata::data_group& root,
 
 void log_news(strata::data_group group, const char* name, const std::vector<std::string>& lines) {
     const auto attribute = group.retrieve_attribute(name);
-    const auto known = acquisition_layout::read_texts(attribute);
+    const auto known = schema::read_texts(attribute);
     if (known == lines)
         return;
     const std::unordered_set<std::string> told(known.begin(), known.end());
@@ -68,7 +67,7 @@ void log_news(strata::data_group group, const char* name, const std::vector<std:
     }
     if (attribute)
         group.delete_attribute(name);
-    acquisition_layout::write_texts(group, name, lines);
+    schema::write_texts(group, name, lines);
 }
 
 } // namespace mox

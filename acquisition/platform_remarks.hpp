@@ -6,15 +6,15 @@
 #include <strata/data_group.hpp>
 
 #include "acquisition/force_platforms.hpp"
-#include "layout/force_platform_table.hpp"
+#include "schema/force_platform_table.hpp"
 
 namespace mox {
 
 /// What is odd about the parameters that name the channels of platforms, and how they are read all
 /// the same: a sentence each.
-[[nodiscard]] std::vector<std::string>
-remarks_on(const strata::data_group& root, const acquisition_layout::force_platform_table& table,
-           const std::vector<platform_state>& platforms);
+[[nodiscard]] std::vector<std::string> remarks_on(const strata::data_group& root,
+                                                  const schema::force_platform_table& table,
+                                                  const std::vector<platform_state>& platforms);
 
 /// Logs those of `lines` that the attribute `name` of `group` does not hold yet, and keeps them
 /// there: each is told once while what it tells of lasts.

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/store_log.hpp"
 
 namespace mox {
@@ -18,8 +18,8 @@ strata::data_set compute_wrench(strata::data_group root, const platform_state& p
     auto group = *platform.group;
     const bool is_applied = place == wrench_place::point_of_application;
     const std::string name =
-        is_applied ? layout::name::wrench_at_point : layout::name::wrench_at_origin;
-    const auto path = fmt::format("{}/{}", layout::force_plates, group.name());
+        is_applied ? schema::name::wrench_at_point : schema::name::wrench_at_origin;
+    const auto path = fmt::format("{}/{}", schema::force_plates, group.name());
     const auto status = strata::callable_builder().evaluate(
         root, {{"callable_unit", "classical-mechanics.ground-reaction-wrench"},
                {"SourceGroup", path},

@@ -9,10 +9,10 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
-#include "layout/parameter_list.hpp"
-#include "layout/split_record.hpp"
+#include "schema/names.hpp"
+#include "schema/parameter_list.hpp"
+#include "schema/split_record.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
 #include "store/swig_error.hpp"
@@ -20,7 +20,7 @@
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -48,8 +48,8 @@ std::vector<std::string> labels_of_type(const strata::data_set& points, std::str
 
 /// Writes the file's description of each point, by the point's column; empty beyond the list.
 void describe_points(const strata::data_group& root, const strata::data_group& group) {
-    const auto descriptions = acquisition_layout::read_parameter_list(root, layout::metadata_point,
-                                                                      attribute::descriptions);
+    const auto descriptions =
+        schema::read_parameter_list(root, schema::metadata_point, attribute::descriptions);
     if (!descriptions)
         return;
     for (const auto& set : sets_of(group)) {
@@ -70,7 +70,7 @@ void create_point_group_without_channels(strata::data_group root, const point_ty
         if (points.exists_attribute(name))
             group.copy_attribute(points.retrieve_attribute(name));
     }
-    write_or_create(group, attribute::device_type, std::string(layout::device::mocap));
+    write_or_create(group, attribute::device_type, std::string(schema::device::mocap));
 }
 
 void log_missing(std::string_view what, std::string_view reason) {
@@ -92,7 +92,7 @@ bool evaluate_or_log(const strata::data_group& root, std::string_view what,
 bool split_points_of_type(strata::data_group root, const point_type& type,
                           const strata::data_set& points, const std::vector<std::string>& labels) {
     const anvil::json parameters = {{"callable_unit", split_unit},
-                                    {"SourceSet", layout::points},
+                                    {"SourceSet", schema::points},
                                     {"LabelsFilter", labels},
                                     {"DestinationGroup", type.path},
                                     {"SourceAttributesSplit",
@@ -107,16 +107,16 @@ bool split_points_of_type(strata::data_group root, const point_type& type,
         return done;
     }
     auto group = root.retrieve_group(type.path);
-    write_or_create(group, attribute::device_type, std::string(layout::device::mocap));
+    write_or_create(group, attribute::device_type, std::string(schema::device::mocap));
     describe_points(root, group);
     return done;
 }
 
 void split_points(const strata::data_group& root) {
     const auto points =
-        root.exists_set(layout::points) ? root.retrieve_set(layout::points) : strata::data_set();
+        root.exists_set(schema::points) ? root.retrieve_set(schema::points) : strata::data_set();
     if (!points)
-        throw_runtime_error(fmt::format("The importer gave no set '{}'", layout::points));
+        throw_runtime_error(fmt::format("The importer gave no set '{}'", schema::points));
     std::uint64_t known = 0;
     std::uint64_t split = 0;
     for (const auto& type : point_types) {
@@ -125,16 +125,16 @@ void split_points(const strata::data_group& root) {
         if (split_points_of_type(root, type, points, labels))
             split += labels.size();
     }
-    if (const auto all = acquisition_layout::raw_channels(points); known < all)
+    if (const auto all = schema::raw_channels(points); known < all)
         log_missing(fmt::format("{} points", all - known), "their type is none of the five kinds");
-    acquisition_layout::record_split(points, split);
+    schema::record_split(points, split);
 }
 
 void split_analogs(const strata::data_group& root) {
     const bool done = evaluate_or_log(root, "the analog channels",
                                       {{"callable_unit", split_unit},
-                                       {"SourceSet", layout::analogs},
-                                       {"DestinationGroup", layout::analogs_export},
+                                       {"SourceSet", schema::analogs},
+                                       {"DestinationGroup", schema::analogs_export},
                                        {"SourceAttributesSplit",
                                         {{"Units", attribute::unit},
                                          {"Gain", attribute::gain},
@@ -143,21 +143,20 @@ void split_analogs(const strata::data_group& root) {
                                          {"Descriptions", attribute::description},
                                          {"Labels", attribute::label},
                                          {"Types", attribute::metric_type}}}});
-    if (root.exists_set(layout::analogs)) {
-        const auto channels = root.retrieve_set(layout::analogs);
-        acquisition_layout::record_split(channels,
-                                         done ? acquisition_layout::raw_channels(channels) : 0);
+    if (root.exists_set(schema::analogs)) {
+        const auto channels = root.retrieve_set(schema::analogs);
+        schema::record_split(channels, done ? schema::raw_channels(channels) : 0);
     }
-    if (root.exists_group(layout::analogs_export)) {
-        write_or_create(root.retrieve_group(layout::analogs_export), attribute::device_type,
-                        std::string(layout::device::adc));
+    if (root.exists_group(schema::analogs_export)) {
+        write_or_create(root.retrieve_group(schema::analogs_export), attribute::device_type,
+                        std::string(schema::device::adc));
     }
 }
 
 void detect_rotations(const strata::data_group& root) {
     const auto status = evaluate(root, {{"callable_unit", "org.c3d.detect-rotations"},
-                                        {"SourceGroup", layout::format},
-                                        {"DestinationGroup", layout::skeleton}});
+                                        {"SourceGroup", schema::format},
+                                        {"DestinationGroup", schema::skeleton}});
     if (!status)
         // Kept with "occured": scripts compare this text.
         throw_runtime_error("An error has occured while trying to process rotation data.");
@@ -167,11 +166,11 @@ void detect_events(const strata::data_group& root) {
     (void)evaluate_or_log(root, "the events",
                           {{"callable_unit", "org.c3d.events-detect"},
                            {"SourceGroup", ""},
-                           {"DestinationGroup", layout::events},
+                           {"DestinationGroup", schema::events},
                            {"PartSeparator", "_"}});
-    if (root.exists_group(layout::events)) {
-        write_or_create(root.retrieve_group(layout::events), attribute::device_type,
-                        std::string(layout::device::event_to_export));
+    if (root.exists_group(schema::events)) {
+        write_or_create(root.retrieve_group(schema::events), attribute::device_type,
+                        std::string(schema::device::event_to_export));
     }
 }
 
@@ -182,9 +181,9 @@ void shape_imported_layout(strata::data_group root) {
     split_analogs(root);
     detect_rotations(root);
     detect_events(root);
-    if (root.exists_group(layout::metadata)) {
-        write_or_create(root.retrieve_group(layout::metadata), attribute::device_type,
-                        std::string(layout::device::metadata));
+    if (root.exists_group(schema::metadata)) {
+        write_or_create(root.retrieve_group(schema::metadata), attribute::device_type,
+                        std::string(schema::device::metadata));
     }
 }
 

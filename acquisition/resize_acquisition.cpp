@@ -7,17 +7,17 @@
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/resize_rotations.hpp"
 #include "acquisition/sample_agreement.hpp"
 #include "acquisition/sampling.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -41,7 +41,7 @@ std::vector<group_extent> extents_of_all(const strata::data_store& acquisition,
     auto extents = extents_of_points(root, frames);
     const double samples_of_frame =
         ratio ? *ratio : sampling::analog_samples_per_frame(acquisition);
-    extents.push_back(extent_of_analogs(retrieve_group(root, layout::analogs_export),
+    extents.push_back(extent_of_analogs(retrieve_group(root, schema::analogs_export),
                                         samples_of_frame * static_cast<double>(frames)));
     return extents;
 }
@@ -58,9 +58,9 @@ bool has_extent(const group_extent& extent) { return samples_of(extent.group) ==
 /// The analog channels to come, while there are none and their samples are not those of the frames.
 std::optional<group_extent> extent_of_no_analogs(const strata::data_group& root,
                                                  std::uint64_t frames) {
-    if (!root.exists_group(layout::analogs_export))
+    if (!root.exists_group(schema::analogs_export))
         return std::nullopt;
-    const auto analogs = root.retrieve_group(layout::analogs_export);
+    const auto analogs = root.retrieve_group(schema::analogs_export);
     if (strata::set_count(analogs) != 0)
         return std::nullopt;
     return extent_of_analogs(analogs, analog_samples_of_frames(root, static_cast<double>(frames)));
@@ -80,8 +80,8 @@ void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frame
     require_memory(extents, elements_of_rotations(root, frames));
     resize_rotations(root, frames);
     resize_device_groups(extents);
-    write_raw_count(root, layout::points, frames);
-    write_raw_count(root, layout::analogs, extents.back().samples);
+    write_raw_count(root, schema::points, frames);
+    write_raw_count(root, schema::analogs, extents.back().samples);
 }
 
 void resize_points(const strata::data_store& acquisition, std::uint64_t frames) {
@@ -93,7 +93,7 @@ void resize_points(const strata::data_store& acquisition, std::uint64_t frames) 
         require_memory(extents, elements_of_rotations(root, frames));
         resize_rotations(root, frames);
         resize_device_groups(extents);
-        write_raw_count(root, layout::points, frames);
+        write_raw_count(root, schema::points, frames);
     }
     if (analogs && !has_extent(*analogs))
         resize_analogs(acquisition, analogs->samples);
@@ -101,8 +101,8 @@ void resize_points(const strata::data_store& acquisition, std::uint64_t frames) 
 
 void resize_analogs(const strata::data_store& acquisition, std::uint64_t samples) {
     const auto root = acquisition.root();
-    resize_device_groups({{retrieve_group(root, layout::analogs_export), samples}});
-    write_raw_count(root, layout::analogs, samples);
+    resize_device_groups({{retrieve_group(root, schema::analogs_export), samples}});
+    write_raw_count(root, schema::analogs, samples);
 }
 
 } // namespace mox

@@ -10,13 +10,13 @@
 #include <strata/data_store.hpp>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 

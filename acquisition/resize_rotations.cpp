@@ -6,8 +6,8 @@
 
 #include <strata/data_set.hpp>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
+#include "schema/names.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
@@ -17,14 +17,14 @@ namespace {
 /// The rotations of all segments: {4, 4, samples} each.
 std::vector<strata::data_set> rotations_of(const strata::data_group& root) {
     std::vector<strata::data_set> rotations;
-    if (!root.exists_group(layout::segments))
+    if (!root.exists_group(schema::segments))
         return rotations;
-    const auto segments = root.retrieve_group(layout::segments);
+    const auto segments = root.retrieve_group(schema::segments);
     for (const auto& name : segments.list_group_children_name()) {
         const auto segment = segments.retrieve_group(name);
-        if (!segment.exists_set(layout::name::segment_rotations))
+        if (!segment.exists_set(schema::name::segment_rotations))
             continue;
-        auto set = segment.retrieve_set(layout::name::segment_rotations);
+        auto set = segment.retrieve_set(schema::name::segment_rotations);
         if (set.shape(false).dimensions().size() == 3)
             rotations.push_back(std::move(set));
     }
@@ -32,7 +32,7 @@ std::vector<strata::data_set> rotations_of(const strata::data_group& root) {
 }
 
 strata::data_set raw_rotations(const strata::data_group& root) {
-    return root.exists_set(layout::rotations) ? root.retrieve_set(layout::rotations)
+    return root.exists_set(schema::rotations) ? root.retrieve_set(schema::rotations)
                                               : strata::data_set();
 }
 
@@ -62,12 +62,12 @@ void resize_rotations(const strata::data_group& root, std::uint64_t frames) {
     const auto samples = frames * ratio_of(root);
     for (const auto& set : rotations_of(root)) {
         resize_samples(set, samples);
-        resize_reliabilities(set, layout::attribute::reliability, samples);
+        resize_reliabilities(set, schema::attribute::reliability, samples);
     }
     const auto raw = raw_rotations(root);
     if (!raw)
         return;
-    write_or_create(raw, layout::attribute::num_samples, static_cast<std::int64_t>(samples));
+    write_or_create(raw, schema::attribute::num_samples, static_cast<std::int64_t>(samples));
     // Samples that were cut off must not come back when a file is written.
     if (raw.shape(false).dimensions().size() == 3 &&
         static_cast<std::uint64_t>(raw.shape(false).dimensions()[2]) > samples)

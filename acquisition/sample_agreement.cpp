@@ -6,9 +6,9 @@
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "acquisition/sampling.hpp"
+#include "schema/names.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
@@ -29,7 +29,7 @@ std::uint64_t frames_of_points(const strata::data_group& root) {
 
 double analog_samples_of_frames(const strata::data_group& root, double frames) {
     const auto path =
-        fmt::format("{}/{}", layout::header, layout::attribute::analog_samples_per_frame);
+        fmt::format("{}/{}", schema::header, schema::attribute::analog_samples_per_frame);
     const auto ratio =
         root.exists_attribute(path) ? read<double>(root.retrieve_attribute(path)) : 0.0;
     return frames * std::max(1.0, ratio);
@@ -37,7 +37,7 @@ double analog_samples_of_frames(const strata::data_group& root, double frames) {
 
 bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples) {
     const auto root = acquisition.root();
-    if (!root.exists_set(layout::points) && !root.exists_group(layout::angles))
+    if (!root.exists_set(schema::points) && !root.exists_group(schema::angles))
         return false;
     const auto frames = sampling::point_frame_number(acquisition);
     return static_cast<double>(samples) == analog_samples_of_frames(root, frames);
@@ -45,9 +45,9 @@ bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t sampl
 
 void require_sample_agreement(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
-    if (!root.exists_group(layout::analogs_export))
+    if (!root.exists_group(schema::analogs_export))
         return;
-    const auto analogs = root.retrieve_group(layout::analogs_export);
+    const auto analogs = root.retrieve_group(schema::analogs_export);
     const auto samples = samples_of(analogs);
     const auto frames = frames_of_points(root);
     const auto wanted = analog_samples_of_frames(root, static_cast<double>(frames));

@@ -1,12 +1,12 @@
 #include "acquisition/sampling.hpp"
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::sampling {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -33,45 +33,45 @@ float markers_attribute(const strata::data_group& markers, const char* attribute
 } // namespace
 
 double point_frequency(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::points, layout::angles, attribute::sample_rate);
+    return raw_or_group(acquisition, schema::points, schema::angles, attribute::sample_rate);
 }
 
 double point_frame_number(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::points, layout::angles, attribute::num_samples);
+    return raw_or_group(acquisition, schema::points, schema::angles, attribute::num_samples);
 }
 
 double analog_frequency(strata::data_store acquisition) {
-    return raw_or_group(acquisition, layout::analogs, layout::analogs_export,
+    return raw_or_group(acquisition, schema::analogs, schema::analogs_export,
                         attribute::sample_rate);
 }
 
 double analog_frame_number(strata::data_store acquisition) {
-    return of_group(acquisition, layout::analogs_export, attribute::num_samples);
+    return of_group(acquisition, schema::analogs_export, attribute::num_samples);
 }
 
 double analog_samples_per_frame(strata::data_store acquisition) {
-    return of_group(acquisition, layout::header, attribute::analog_samples_per_frame);
+    return of_group(acquisition, schema::header, attribute::analog_samples_per_frame);
 }
 
 double analog_resolution(strata::data_store acquisition) {
-    const auto group = retrieve_group(acquisition.root(), layout::metadata_analog);
+    const auto group = retrieve_group(acquisition.root(), schema::metadata_analog);
     return read<double>(group.retrieve_attribute(attribute::bits),
-                        layout::default_analog_resolution);
+                        schema::default_analog_resolution);
 }
 
 double interpolation_gap(strata::data_store acquisition) {
-    return of_group(acquisition, layout::header, attribute::interpolation_gap);
+    return of_group(acquisition, schema::header, attribute::interpolation_gap);
 }
 
 // Kept: counts from 0; "firstFrame" of all points counts from 1.
 double first_frame(strata::data_store acquisition) {
-    const auto markers = retrieve_group(acquisition.root(), layout::markers);
+    const auto markers = retrieve_group(acquisition.root(), schema::markers);
     return static_cast<double>(markers_attribute(markers, attribute::sample_rate) *
                                markers_attribute(markers, attribute::start_time));
 }
 
 double last_frame(strata::data_store acquisition) {
-    const auto markers = retrieve_group(acquisition.root(), layout::markers);
+    const auto markers = retrieve_group(acquisition.root(), schema::markers);
     return static_cast<double>(markers_attribute(markers, attribute::sample_rate) *
                                    markers_attribute(markers, attribute::start_time) +
                                markers_attribute(markers, attribute::num_samples) - 1.0F);

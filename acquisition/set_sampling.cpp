@@ -6,16 +6,16 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sampling.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::sampling {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -87,9 +87,9 @@ struct ratio_change {
 ratio_change checked_ratio_change(const strata::data_store& acquisition, int ratio) {
     require_ratio(ratio);
     const auto root = acquisition.root();
-    ratio_change change{retrieve_group(root, layout::analogs_export), {}, 0};
+    ratio_change change{retrieve_group(root, schema::analogs_export), {}, 0};
     require_no_channels(change.analogs);
-    change.header = retrieve_group(root, layout::header);
+    change.header = retrieve_group(root, schema::header);
     change.samples = analog_sample_count(point_frame_number(acquisition), ratio);
     return change;
 }
@@ -122,22 +122,22 @@ void set_frequency(strata::data_store acquisition, double rate) {
     const double analog_rate = rate * analog_samples_per_frame(acquisition);
     if (!std::isfinite(analog_rate))
         throw_runtime_error(fmt::format("The frequency is too high, current is : {}", rate));
-    const bool counts_frames = former_rate > 0.0 && root.exists_set(layout::points);
+    const bool counts_frames = former_rate > 0.0 && root.exists_set(schema::points);
     const auto count =
         counts_frames ? rescaled_count(rate, former_rate, point_frame_number(acquisition)) : -1;
 
-    write_to_raw_set(root, layout::points, attribute::sample_rate, rate);
+    write_to_raw_set(root, schema::points, attribute::sample_rate, rate);
     if (count >= 0)
-        write_to_raw_set(root, layout::points, attribute::num_samples, count);
+        write_to_raw_set(root, schema::points, attribute::num_samples, count);
     for (const auto& group : groups)
         write_to_group_and_sets(group, attribute::sample_rate, rate);
-    write_to_raw_set(root, layout::analogs, attribute::sample_rate, analog_rate);
-    if (root.exists_group(layout::analogs_export)) {
-        write_to_group_and_sets(root.retrieve_group(layout::analogs_export), attribute::sample_rate,
+    write_to_raw_set(root, schema::analogs, attribute::sample_rate, analog_rate);
+    if (root.exists_group(schema::analogs_export)) {
+        write_to_group_and_sets(root.retrieve_group(schema::analogs_export), attribute::sample_rate,
                                 analog_rate);
     }
-    write_to_parameter(root, layout::metadata_point, rate);
-    write_to_parameter(root, layout::metadata_analog, analog_rate);
+    write_to_parameter(root, schema::metadata_point, rate);
+    write_to_parameter(root, schema::metadata_analog, analog_rate);
 }
 
 void set_frame_number(strata::data_store acquisition, int frames) {
@@ -162,14 +162,14 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
         throw_runtime_error(
             fmt::format("The first frame cannot be negative, current is : {}", first));
     const auto root = acquisition.root();
-    const auto markers = retrieve_group(root, layout::markers);
+    const auto markers = retrieve_group(root, schema::markers);
     const auto rate = read<float>(markers.retrieve_attribute(attribute::sample_rate));
     if (rate == 0.0F && first != 0)
         throw_runtime_error("Frequency is not set, impossible to set another first frame than 0");
-    const auto moved_events = shift_events != 0 ? sets_of(retrieve_group(root, layout::events))
+    const auto moved_events = shift_events != 0 ? sets_of(retrieve_group(root, schema::events))
                                                 : std::vector<strata::data_set>();
     const auto groups = point_groups(root);
-    const auto analogs = retrieve_group(root, layout::analogs_export);
+    const auto analogs = retrieve_group(root, schema::analogs_export);
     const auto former_start = read<float>(markers.retrieve_attribute(attribute::start_time));
     const float start = first == 0 ? 0.0F : static_cast<float>(first) / rate;
     if (!std::isfinite(start))
@@ -180,8 +180,8 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
     for (const auto& group : groups)
         write_to_group_and_sets(group, attribute::start_time, double{start});
     write_to_group_and_sets(analogs, attribute::start_time, double{start});
-    write_to_raw_set(root, layout::points, attribute::start_time, double{start});
-    write_to_raw_set(root, layout::analogs, attribute::start_time, double{start});
+    write_to_raw_set(root, schema::points, attribute::start_time, double{start});
+    write_to_raw_set(root, schema::analogs, attribute::start_time, double{start});
 }
 
 void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
@@ -191,20 +191,20 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
     write_or_create(analogs, attribute::num_samples, samples);
     write_or_create(analogs, attribute::sample_rate, rate);
-    write_to_raw_set(root, layout::analogs, attribute::num_samples, samples);
-    write_to_raw_set(root, layout::analogs, attribute::sample_rate, rate);
-    write_to_parameter(root, layout::metadata_analog, rate);
+    write_to_raw_set(root, schema::analogs, attribute::num_samples, samples);
+    write_to_raw_set(root, schema::analogs, attribute::sample_rate, rate);
+    write_to_parameter(root, schema::metadata_analog, rate);
 }
 
 void set_analog_resolution(strata::data_store acquisition, int bits) {
     if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
         throw_runtime_error("Invalid analog resolution.");
-    write_or_create(retrieve_group(acquisition.root(), layout::metadata_analog), attribute::bits,
+    write_or_create(retrieve_group(acquisition.root(), schema::metadata_analog), attribute::bits,
                     std::int32_t{bits});
 }
 
 void set_interpolation_gap(strata::data_store acquisition, int gap) {
-    write_or_create(retrieve_group(acquisition.root(), layout::header),
+    write_or_create(retrieve_group(acquisition.root(), schema::header),
                     attribute::interpolation_gap, std::int32_t{gap});
 }
 

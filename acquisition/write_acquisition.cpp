@@ -11,10 +11,10 @@
 
 #include "acquisition/file_argument.hpp"
 #include "acquisition/force_platforms.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/path_text.hpp"
 #include "acquisition/sample_agreement.hpp"
 #include "acquisition/sampling.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -74,11 +74,11 @@ void write_acquisition(strata::data_store acquisition, PyObject* path) {
     const auto root = acquisition.root();
     (void)bring_platforms_up_to_date(root);
     const auto status = export_to(absolute_path(file_path), root);
-    if (root.exists_group(layout::metadata)) {
-        auto metadata = root.retrieve_group(layout::metadata);
-        if (!metadata.exists_attribute(layout::attribute::device_type))
-            write_or_create(metadata, layout::attribute::device_type,
-                            std::string(layout::device::metadata));
+    if (root.exists_group(schema::metadata)) {
+        auto metadata = root.retrieve_group(schema::metadata);
+        if (!metadata.exists_attribute(schema::attribute::device_type))
+            write_or_create(metadata, schema::attribute::device_type,
+                            std::string(schema::device::metadata));
     }
     if (!status)
         throw_failure(status, "Export to c3d failed : ");

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "layout/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace mox {
 
@@ -11,7 +11,7 @@ void log_store_failure(std::string_view text) noexcept;
 
 /// The failures that are logged, not raised.
 namespace store_failure {
-inline constexpr std::string_view read_attribute = acquisition_layout::unreadable_attribute;
+inline constexpr std::string_view read_attribute = schema::unreadable_attribute;
 inline constexpr std::string_view read_attribute_type =
     "Invalid data type to read the content of an attribute";
 inline constexpr std::string_view read_selection =

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/platform_channel_numbers.hpp"
 #include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sample_agreement.hpp"
@@ -15,12 +14,13 @@
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
 #include "api/channels/write_channels.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::analogs {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 

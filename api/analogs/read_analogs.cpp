@@ -6,11 +6,11 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/layout.hpp"
 #include "api/analogs/gain_table.hpp"
 #include "api/channels/channel_info.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/values_matrix.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/path_helpers.hpp"
 #include "store/python_read.hpp"
@@ -18,7 +18,7 @@
 
 namespace mox::analogs {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -61,7 +61,7 @@ outputs<2> read_channel(const strata::data_set& set) {
 } // namespace
 
 strata::data_group analog_group(const strata::data_store& acquisition) {
-    return retrieve_group(acquisition.root(), layout::analogs_export);
+    return retrieve_group(acquisition.root(), schema::analogs_export);
 }
 
 outputs<2> all(strata::data_store acquisition) {

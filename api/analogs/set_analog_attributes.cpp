@@ -2,16 +2,16 @@
 
 #include "api/analogs/set_analog_attributes.hpp"
 
-#include "acquisition/layout.hpp"
 #include "api/analogs/gain_table.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/channels/channel_lookup.hpp"
+#include "schema/names.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::analogs {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 

@@ -6,15 +6,15 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
 #include "api/channels/distinct_keys.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 

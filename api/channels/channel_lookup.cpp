@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -50,7 +50,7 @@ strata::data_set find_point(const strata::data_group& data, const Key& key,
 
 std::optional<strata::data_set> find_set_by_index(const strata::data_group& group, int index) {
     return find_set(group, [index](const strata::data_set& set) {
-        const auto attribute = set.retrieve_attribute(layout::attribute::relative_set_index);
+        const auto attribute = set.retrieve_attribute(schema::attribute::relative_set_index);
         return attribute && read<std::int32_t>(attribute) == index;
     });
 }
@@ -58,7 +58,7 @@ std::optional<strata::data_set> find_set_by_index(const strata::data_group& grou
 std::optional<strata::data_set> find_set_by_label(const strata::data_group& group,
                                                   const std::string& label) {
     return find_set(group, [&label](const strata::data_set& set) {
-        const auto attribute = set.retrieve_attribute(layout::attribute::label);
+        const auto attribute = set.retrieve_attribute(schema::attribute::label);
         return attribute && read<std::string>(attribute) == label;
     });
 }

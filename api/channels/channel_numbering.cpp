@@ -6,15 +6,15 @@
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 void remove_channel(const strata::data_group& holder, const strata::data_set& set,
                     const std::vector<strata::data_group>& groups) {

@@ -11,7 +11,7 @@
 #include <strata/access/fill_matrix.hpp>
 #include <strata/access/strided_read.hpp>
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/store_log.hpp"
 #include "store/typed_access.hpp"
 
@@ -20,7 +20,7 @@ namespace mox {
 namespace {
 
 std::optional<std::int32_t> index_of(const strata::data_set& set) {
-    const auto attribute = set.retrieve_attribute(layout::attribute::relative_set_index);
+    const auto attribute = set.retrieve_attribute(schema::attribute::relative_set_index);
     if (!attribute)
         return std::nullopt;
     return read<std::int32_t>(attribute);

@@ -7,14 +7,14 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/matrix_writer.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 

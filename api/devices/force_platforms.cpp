@@ -10,23 +10,23 @@
 
 #include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
 #include "api/channels/distinct_keys.hpp"
 #include "api/devices/sample_rows.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::devices {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
 /// The corners as columns.
-py_ref corners_of(const acquisition_layout::force_platform& platform) {
+py_ref corners_of(const schema::force_platform& platform) {
     if (!platform.corners)
         return numbers_as_array(nullptr, 3, 4);
     std::array<double, 12> columns{};
@@ -37,7 +37,7 @@ py_ref corners_of(const acquisition_layout::force_platform& platform) {
     return numbers_as_array(columns.data(), 3, 4);
 }
 
-py_ref matrix_of(const acquisition_layout::force_platform& platform) {
+py_ref matrix_of(const schema::force_platform& platform) {
     const auto& matrix = platform.calibration;
     if (matrix.size == 0)
         return numbers_as_array(nullptr, 0);
@@ -61,9 +61,9 @@ py_ref describe(const platform_state& platform, const py_ref& channels) {
 void require_memory_for(const std::vector<platform_state>& platforms,
                         const strata::data_group& root) {
     double elements = result_overhead * static_cast<double>(platforms.size());
-    if (root.exists_group(layout::analogs_export)) {
+    if (root.exists_group(schema::analogs_export)) {
         const auto samples =
-            static_cast<double>(samples_of(root.retrieve_group(layout::analogs_export)));
+            static_cast<double>(samples_of(root.retrieve_group(schema::analogs_export)));
         for (const auto& platform : platforms)
             elements += samples * static_cast<double>(platform.channels.size());
     }
@@ -73,9 +73,9 @@ void require_memory_for(const std::vector<platform_state>& platforms,
 /// Samples of the channels a second: as the parameters say it, else as the sets do.
 double frequency_of(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
-    if (root.exists_group(layout::metadata_analog)) {
+    if (root.exists_group(schema::metadata_analog)) {
         const auto parameter =
-            root.retrieve_group(layout::metadata_analog).retrieve_attribute(attribute::rate);
+            root.retrieve_group(schema::metadata_analog).retrieve_attribute(attribute::rate);
         if (const auto rate = read<double>(parameter); rate > 0.0)
             return rate;
     }

@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 #include <strata/access/fill_matrix.hpp>
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/numpy_types.hpp"
 #include "store/path_helpers.hpp"
@@ -40,17 +40,17 @@ py_ref matrices_of(const strata::data_set& set) {
 }
 
 py_ref rotations_of(const strata::data_group& segment) {
-    if (!segment.exists_set(layout::name::segment_rotations)) {
-        throw_no_such_group(fmt::format("{}/{}/{}", layout::segments, segment.name(),
-                                        layout::name::segment_rotations));
+    if (!segment.exists_set(schema::name::segment_rotations)) {
+        throw_no_such_group(fmt::format("{}/{}/{}", schema::segments, segment.name(),
+                                        schema::name::segment_rotations));
     }
-    return matrices_of(segment.retrieve_set(layout::name::segment_rotations));
+    return matrices_of(segment.retrieve_set(schema::name::segment_rotations));
 }
 
 } // namespace
 
 outputs<2> rotations(strata::data_store acquisition) {
-    const auto segments = retrieve_group(acquisition.root(), layout::segments);
+    const auto segments = retrieve_group(acquisition.root(), schema::segments);
     auto all = py_ref::checked(PyDict_New());
     for (const auto& name : segments.list_group_children_name()) {
         set_item(all.get(), std::string_view(name), rotations_of(segments.retrieve_group(name)));
@@ -59,7 +59,7 @@ outputs<2> rotations(strata::data_store acquisition) {
 }
 
 outputs<2> rotation(strata::data_store acquisition, const std::string& label) {
-    const auto segments = retrieve_group(acquisition.root(), layout::segments);
+    const auto segments = retrieve_group(acquisition.root(), schema::segments);
     // Not looked up by path: a label is one name, whatever separators it has.
     for (const auto& name : segments.list_group_children_name()) {
         if (name == label)

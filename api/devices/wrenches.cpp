@@ -10,10 +10,10 @@
 
 #include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/platform_wrench.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "api/devices/sample_rows.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/swig_error.hpp"
 
@@ -26,8 +26,8 @@ constexpr std::array<const char*, 3> vectors = {"F", "M", "P"};
 constexpr double wrench_components = 9.0;
 
 std::uint64_t analog_samples(const strata::data_group& root) {
-    return root.exists_group(layout::analogs_export)
-               ? samples_of(root.retrieve_group(layout::analogs_export))
+    return root.exists_group(schema::analogs_export)
+               ? samples_of(root.retrieve_group(schema::analogs_export))
                : 0;
 }
 

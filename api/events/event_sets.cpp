@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 
@@ -35,7 +35,7 @@ bool is_set_name(const std::string& name) {
 } // namespace
 
 strata::data_group event_group(const strata::data_store& acquisition) {
-    return retrieve_group(acquisition.root(), layout::events);
+    return retrieve_group(acquisition.root(), schema::events);
 }
 
 strata::data_set existing_event(const strata::data_group& events, const std::string& name) {

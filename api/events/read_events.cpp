@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "acquisition/layout.hpp"
 #include "api/channels/channel_info.hpp"
 #include "api/events/event_sets.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/numpy_types.hpp"
 #include "store/path_helpers.hpp"
@@ -76,7 +76,7 @@ double number(strata::data_store acquisition) {
 
 outputs<4> values(strata::data_store acquisition) {
     occurrences all;
-    if (acquisition.root().exists_group(layout::events)) {
+    if (acquisition.root().exists_group(schema::events)) {
         for (const auto& set : sets_of(event_group(acquisition)))
             add_occurrences(set, all);
     }

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/path_text.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 
@@ -15,15 +15,15 @@ constexpr std::string_view ending = " does not exist";
 
 strata::data_group format_group(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
-    if (!root.exists_group(layout::metadata))
-        throw_no_such_group(layout::metadata, ending);
-    return root.retrieve_group(layout::format);
+    if (!root.exists_group(schema::metadata))
+        throw_no_such_group(schema::metadata, ending);
+    return root.retrieve_group(schema::format);
 }
 
 } // namespace
 
 entry_path path_of(const std::string& group, const std::string& entry) {
-    return {fmt::format("{}/{}", layout::name::metadata, group),
+    return {fmt::format("{}/{}", schema::name::metadata, group),
             text_of_path(path_from_text(entry).filename())};
 }
 
@@ -44,7 +44,7 @@ void require_entry_name(const std::string& entry) {
 }
 
 strata::data_group metadata_root(const strata::data_store& acquisition) {
-    return format_group(acquisition).retrieve_group(layout::name::metadata);
+    return format_group(acquisition).retrieve_group(schema::name::metadata);
 }
 
 strata::data_group existing_group(const strata::data_store& acquisition, const entry_path& path) {
@@ -61,7 +61,7 @@ strata::data_group group_to_add_to(const strata::data_store& acquisition, const 
 void delete_metadata_group(const strata::data_store& acquisition, const entry_path& path) {
     auto format = format_group(acquisition);
     const auto inner =
-        path.group.find_first_not_of('/', std::string_view(layout::name::metadata).size());
+        path.group.find_first_not_of('/', std::string_view(schema::name::metadata).size());
     if (inner == std::string::npos)
         throw_runtime_error("The group of all metadata cannot be removed");
     format.delete_group(path.group);

@@ -7,19 +7,19 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
 #include "api/channels/write_channels.hpp"
 #include "api/points/read_points.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::points {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -32,14 +32,14 @@ struct found_point {
 found_point find(const strata::data_store& acquisition, int index) {
     found_point found;
     found.set =
-        point_by_index(retrieve_group(acquisition.root(), layout::data), index, found.holder);
+        point_by_index(retrieve_group(acquisition.root(), schema::data), index, found.holder);
     return found;
 }
 
 found_point find(const strata::data_store& acquisition, const std::string& label) {
     found_point found;
     found.set =
-        point_by_label(retrieve_group(acquisition.root(), layout::data), label, found.holder);
+        point_by_label(retrieve_group(acquisition.root(), schema::data), label, found.holder);
     return found;
 }
 
@@ -149,7 +149,7 @@ void set_unit(strata::data_store acquisition, const std::string& type_word,
 
 outputs<2> set_number(strata::data_store acquisition, int wanted) {
     const auto groups = point_groups(acquisition.root());
-    auto markers = retrieve_group(acquisition.root(), layout::markers);
+    auto markers = retrieve_group(acquisition.root(), schema::markers);
     const auto count = channel_count(groups);
     if (count > wanted) {
         shrink_channels(groups, count, wanted);

@@ -7,11 +7,11 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "api/channels/channel_info.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/values_matrix.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/path_helpers.hpp"
 #include "store/python_read.hpp"
@@ -19,7 +19,7 @@
 
 namespace mox::points {
 
-namespace attribute = layout::attribute;
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -91,7 +91,7 @@ outputs<2> moments(strata::data_store acquisition) { return read_type(acquisitio
 outputs<2> powers(strata::data_store acquisition) { return read_type(acquisition, "Powers"); }
 
 outputs<2> all(strata::data_store acquisition) {
-    (void)retrieve_group(acquisition.root(), layout::data); // what an error is to name first
+    (void)retrieve_group(acquisition.root(), schema::data); // what an error is to name first
     const auto sets = keyed(all_sets(acquisition));
     auto values = values_of(sets);
     auto info = py_ref::checked(PyDict_New());
@@ -109,13 +109,13 @@ outputs<2> all(strata::data_store acquisition) {
 outputs<2> by_index(strata::data_store acquisition, int index) {
     strata::data_group holder;
     return read_point(
-        point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder));
+        point_by_index(retrieve_group(acquisition.root(), schema::data), index, holder));
 }
 
 outputs<2> by_label(strata::data_store acquisition, const std::string& label) {
     strata::data_group holder;
     return read_point(
-        point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder));
+        point_by_label(retrieve_group(acquisition.root(), schema::data), label, holder));
 }
 
 py_ref markers_values(strata::data_store acquisition) {

@@ -9,7 +9,6 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
-#include "acquisition/layout.hpp"
 #include "acquisition/point_types.hpp"
 #include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sampling.hpp"
@@ -17,6 +16,7 @@
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
 #include "api/channels/write_channels.hpp"
+#include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -50,7 +50,7 @@ std::vector<channel_columns> columns_by_index(const std::vector<strata::data_gro
     for (const auto& group : groups) {
         for (const auto& set : sets_of(group)) {
             const auto index = read<std::int32_t>(
-                set.retrieve_attribute(layout::attribute::relative_set_index), -1);
+                set.retrieve_attribute(schema::attribute::relative_set_index), -1);
             if (index < 0 || index >= count) {
                 throw_runtime_error(
                     fmt::format("The index of the point '{}' is outside of the given matrix : {}",
@@ -97,7 +97,7 @@ void set_values_by_index(strata::data_store acquisition, int index, PyObject* ma
     const auto array = as_array(matrix);
     strata::data_group holder;
     const auto set =
-        point_by_index(retrieve_group(acquisition.root(), layout::data), index, holder);
+        point_by_index(retrieve_group(acquisition.root(), schema::data), index, holder);
     set_point_values(set, holder, array);
 }
 
@@ -106,7 +106,7 @@ void set_values_by_label(strata::data_store acquisition, const std::string& labe
     const auto array = as_array(matrix);
     strata::data_group holder;
     const auto set =
-        point_by_label(retrieve_group(acquisition.root(), layout::data), label, holder);
+        point_by_label(retrieve_group(acquisition.root(), schema::data), label, holder);
     set_point_values(set, holder, array);
 }
 

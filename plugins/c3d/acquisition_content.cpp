@@ -10,7 +10,6 @@
 
 #include <strata/data_store.hpp>
 
-#include "layout/force_platform_table.hpp"
 #include "plugins/c3d/analogs/analog_columns.hpp"
 #include "plugins/c3d/analogs/analog_parameters.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
@@ -24,6 +23,7 @@
 #include "plugins/c3d/points/point_columns.hpp"
 #include "plugins/c3d/points/point_parameters.hpp"
 #include "plugins/c3d/points/point_scale.hpp"
+#include "schema/force_platform_table.hpp"
 
 namespace c3d {
 
@@ -130,8 +130,8 @@ class content_builder {
     /// As many as the acquisition has. A group that is only one in a file, where case does not
     /// count, keeps its USED.
     [[nodiscard]] std::uint64_t platforms() const {
-        if (root_.exists_group(acquisition_layout::force_platform_path))
-            return acquisition_layout::force_platform_table(root_).count();
+        if (root_.exists_group(schema::force_platform_path))
+            return schema::force_platform_table(root_).count();
         return content_.parameters.as_table().count("FORCE_PLATFORM", "USED").value_or(0);
     }
 

@@ -3,16 +3,15 @@
 #include <cstdint>
 #include <string>
 
-#include "layout/split_record.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "schema/split_record.hpp"
 
 namespace c3d {
 
 namespace {
 
 std::uint64_t unsplit_channels_at(const strata::data_group& root, const char* path) {
-    return root.exists_set(path) ? acquisition_layout::unsplit_channels(root.retrieve_set(path))
-                                 : 0;
+    return root.exists_set(path) ? schema::unsplit_channels(root.retrieve_set(path)) : 0;
 }
 
 std::string counted(std::uint64_t count, const char* word) {

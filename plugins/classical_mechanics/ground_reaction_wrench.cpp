@@ -15,11 +15,11 @@
 #include <strata/plugin/channel_buffer.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "layout/read_attribute.hpp"
-#include "layout/write_attribute.hpp"
 #include "plugins/classical_mechanics/measured_platform.hpp"
 #include "plugins/classical_mechanics/sample_block.hpp"
 #include "plugins/classical_mechanics/wrench_parameters.hpp"
+#include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace classical_mechanics {
 
@@ -98,10 +98,9 @@ void evaluate_unit(const strata::data_group& target, const anvil::json& json) {
                                           std::move(buffers));
     for (const auto* attribute : {"SampleRate", "StartTime"}) {
         const auto& channel = platform.channels.front();
-        acquisition_layout::write_number(
+        schema::write_number(
             set, attribute,
-            acquisition_layout::read_number<double>(channel.retrieve_attribute(attribute))
-                .value_or(0.0));
+            schema::read_number<double>(channel.retrieve_attribute(attribute)).value_or(0.0));
     }
 }
 

@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include "layout/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace classical_mechanics {
 
@@ -15,7 +15,7 @@ namespace {
 
 template <std::size_t Count>
 std::array<double, Count> numbers_of(const strata::data_group& group, const char* name) {
-    const auto values = acquisition_layout::read_numbers<double>(group.retrieve_attribute(name));
+    const auto values = schema::read_numbers<double>(group.retrieve_attribute(name));
     if (values.size() != Count)
         throw std::runtime_error(fmt::format("the attribute '{}' has no {} numbers", name, Count));
     std::array<double, Count> result{};
@@ -25,18 +25,18 @@ std::array<double, Count> numbers_of(const strata::data_group& group, const char
 
 platform_type type_of(const strata::data_group& group) {
     const auto type =
-        acquisition_layout::read_number<std::int32_t>(group.retrieve_attribute("Type")).value_or(0);
+        schema::read_number<std::int32_t>(group.retrieve_attribute("Type")).value_or(0);
     if (type < 1 || type > 4)
         throw std::runtime_error(fmt::format("the platform's type is {}, not 1 to 4", type));
     return static_cast<platform_type>(type);
 }
 
-acquisition_layout::plate_frame frame_of(const strata::data_group& group) {
+schema::plate_frame frame_of(const strata::data_group& group) {
     const auto numbers = numbers_of<12>(group, "Corners");
-    acquisition_layout::plate_corners corners{};
+    schema::plate_corners corners{};
     for (std::size_t i = 0; i < numbers.size(); ++i)
         corners[i / 3][i % 3] = numbers[i];
-    const auto frame = acquisition_layout::frame_of_corners(corners);
+    const auto frame = schema::frame_of_corners(corners);
     if (!frame)
         throw std::runtime_error("the platform's corners span no plane");
     return *frame;

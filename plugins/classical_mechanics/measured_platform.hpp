@@ -8,11 +8,11 @@
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
-#include "layout/plate_frame.hpp"
+#include "schema/plate_frame.hpp"
 
 namespace classical_mechanics {
 
-using acquisition_layout::vector3;
+using schema::vector3;
 
 /// How a platform's channels make force and moment.
 enum class platform_type : std::int32_t {
@@ -25,7 +25,7 @@ enum class platform_type : std::int32_t {
 /// A platform as its group describes it.
 struct measured_platform {
     platform_type type = platform_type::force_and_moment;
-    acquisition_layout::plate_frame frame{};
+    schema::plate_frame frame{};
     /// From the measuring origin to the centre of the surface, in the platform's axes.
     vector3 origin{};
     double sensor_x = 0.0; ///< distance of the sensors from the y axis, of eight forces

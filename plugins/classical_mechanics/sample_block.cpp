@@ -151,7 +151,7 @@ void sample_block::forget_points_under(double fz_threshold) {
     }
 }
 
-void sample_block::transform(const acquisition_layout::plate_frame& frame) {
+void sample_block::transform(const schema::plate_frame& frame) {
     for (auto* vectors : {&force_, &moment_, &point_}) {
         const auto& offset = vectors == &point_ ? frame.centre : vector3{};
         auto& [x, y, z] = *vectors;

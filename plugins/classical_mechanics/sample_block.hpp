@@ -27,7 +27,7 @@ class sample_block {
     void locate(const measured_platform& platform, wrench_location location, double fz_threshold);
 
     /// Turns everything from the platform's axes at its surface centre into the laboratory.
-    void transform(const acquisition_layout::plate_frame& frame);
+    void transform(const schema::plate_frame& frame);
 
     [[nodiscard]] const columns& force() const noexcept { return force_; }
     [[nodiscard]] const columns& moment() const noexcept { return moment_; }

@@ -4,8 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "layout/unit_parameters.hpp"
 #include "plugins/classical_mechanics/ground_reaction_wrench.hpp"
+#include "schema/unit_parameters.hpp"
 
 namespace classical_mechanics {
 
@@ -42,7 +42,7 @@ wrench_location location_of(const std::string& text) {
 
 wrench_parameters read_wrench_parameters(const anvil::json& parameters) {
     constexpr auto* unit = ground_reaction_wrench::id;
-    using acquisition_layout::text_parameter;
+    using schema::text_parameter;
     return {text_parameter(parameters, unit, "SourceGroup"),
             text_parameter(parameters, unit, "DestinationGroup"), threshold_of(parameters),
             frame_of(parameters), location_of(text_parameter(parameters, unit, "Location"))};

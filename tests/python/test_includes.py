@@ -14,19 +14,19 @@ PLATFORM = {"anvil", "strata"}
 ALLOWED = {
     "platform/anvil": {"anvil"},
     "platform/strata": PLATFORM,
-    "layout": PLATFORM,
-    "plugins/c3d": PLATFORM | {"layout"},
-    "plugins/classical_mechanics": PLATFORM | {"layout"},
+    "schema": PLATFORM,
+    "plugins/c3d": PLATFORM | {"schema"},
+    "plugins/classical_mechanics": PLATFORM | {"schema"},
     "plugins/data_modifier": PLATFORM,
     "examples/plugin": PLATFORM,
-    "store": PLATFORM | {"layout"},
-    "acquisition": PLATFORM | {"layout", "store"},
-    "api": PLATFORM | {"layout", "store", "acquisition"},
+    "store": PLATFORM | {"schema"},
+    "acquisition": PLATFORM | {"schema", "store"},
+    "api": PLATFORM | {"schema", "store", "acquisition"},
     "module": PLATFORM | {"store", "acquisition", "api"},
 }
 # First components of include paths that lead into this project.
 OWN = PLATFORM | {"platform", "plugins", "examples", "store", "acquisition", "api", "module"}
-OWN |= {"layout", "tests", "benchmarks"}
+OWN |= {"schema", "tests", "benchmarks"}
 
 SOURCES = [path for folder in ALLOWED for path in sorted((REPOSITORY / folder).rglob("*.[ch]pp"))]
 
@@ -106,14 +106,14 @@ def test_sources_include_their_own_header():
 @pytest.mark.parametrize(
     ("folder", "include"),
     [
-        ("layout", "acquisition/layout.hpp"),
-        ("platform/strata", "layout/analog_pairing.hpp"),
+        ("schema", "acquisition/channels.hpp"),
+        ("platform/strata", "schema/analog_pairing.hpp"),
         ("platform/anvil", "strata/data_set.hpp"),
         ("platform/strata", "store/typed_access.hpp"),
         ("plugins/c3d", "store/typed_access.hpp"),
         ("plugins/c3d", "plugins/data_modifier/split_set.hpp"),
         ("plugins/c3d", "platform/strata/src/tree/tree_path.hpp"),
-        ("store", "acquisition/layout.hpp"),
+        ("store", "acquisition/channels.hpp"),
         ("acquisition", "api/channels/channel_lookup.hpp"),
         ("api", "module/call_frame.hpp"),
     ],

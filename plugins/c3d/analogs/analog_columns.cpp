@@ -3,9 +3,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "layout/analog_pairing.hpp"
 #include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/analog_pairing.hpp"
 
 namespace c3d {
 
@@ -29,7 +29,7 @@ std::vector<analog_column> analog_columns(const strata::data_group& data) {
     if (!data.exists_group("AnalogsExport"))
         return columns;
     const auto read = columns_read(data);
-    for (auto& set : acquisition_layout::sets_by_index(data.retrieve_group("AnalogsExport"))) {
+    for (auto& set : schema::sets_by_index(data.retrieve_group("AnalogsExport"))) {
         analog_column column;
         column.label = label_of(set);
         column.unit = text_of(set, "Unit");

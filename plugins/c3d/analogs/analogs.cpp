@@ -9,10 +9,10 @@
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 
-#include "layout/channel_names.hpp"
 #include "plugins/c3d/analogs/analog_offsets.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/channel_names.hpp"
 
 namespace c3d {
 
@@ -115,7 +115,7 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
     write_texts(set, "Labels", labels);
-    write_texts(set, "SetNames", acquisition_layout::distinct_names(labels));
+    write_texts(set, "SetNames", schema::distinct_names(labels));
     write_texts(set, "Units",
                 texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
     write_numbers(set, "Gain", gain_codes(parameters, channels));

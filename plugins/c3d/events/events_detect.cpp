@@ -16,9 +16,9 @@
 #include <strata/data_set.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "layout/unit_parameters.hpp"
 #include "plugins/c3d/events/event_grouping.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/unit_parameters.hpp"
 
 namespace c3d {
 
@@ -101,12 +101,10 @@ std::optional<strata::data_group> find_group(const strata::data_group& root,
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
-    const auto source =
-        acquisition_layout::text_parameter(parameters, events_detect::id, "SourceGroup");
+    const auto source = schema::text_parameter(parameters, events_detect::id, "SourceGroup");
     const auto destination =
-        acquisition_layout::text_parameter(parameters, events_detect::id, "DestinationGroup");
-    const auto separator =
-        acquisition_layout::text_parameter(parameters, events_detect::id, "PartSeparator");
+        schema::text_parameter(parameters, events_detect::id, "DestinationGroup");
+    const auto separator = schema::text_parameter(parameters, events_detect::id, "PartSeparator");
     std::vector<event_occurrence> from_group;
     if (const auto group = find_group(target, source, "Metadata/EVENT"))
         from_group = group_events(*group);
@@ -115,7 +113,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
         from_header = header_events(*group);
 
     const auto sets = grouped_events(from_group, from_header, separator);
-    auto events = acquisition_layout::reach_group(target, destination);
+    auto events = schema::reach_group(target, destination);
     for (const auto& set : sets)
         create_event_set(events, set);
 }

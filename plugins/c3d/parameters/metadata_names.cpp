@@ -8,8 +8,8 @@
 
 #include <fmt/format.h>
 
-#include "layout/channel_names.hpp"
 #include "plugins/c3d/bytes/text.hpp"
+#include "schema/channel_names.hpp"
 
 namespace c3d {
 
@@ -73,8 +73,7 @@ void name_parameters(const parameter_table& table, const std::vector<std::size_t
         if (last_of_name[upper_case(stored)] != index)
             continue;
         const bool is_defined = defined && defines(*defined, stored);
-        const auto name =
-            is_defined ? upper_case(stored) : acquisition_layout::path_component(as_utf8(stored));
+        const auto name = is_defined ? upper_case(stored) : schema::path_component(as_utf8(stored));
         names.parameters[index] = taken.take(name.empty() ? "unamed" : name);
     }
 }
@@ -97,8 +96,7 @@ metadata_names metadata_names_of(const parameter_table& table) {
             continue;
         }
         const auto* defined = find_defined(group.name);
-        const auto name =
-            defined ? std::string(defined->name) : acquisition_layout::path_component(group.name);
+        const auto name = defined ? std::string(defined->name) : schema::path_component(group.name);
         names.groups[i] = taken.take(name.empty() ? fmt::format("GROUP_{}", int{group.id}) : name);
     }
     for (std::size_t i = 0; i < groups.size(); ++i) {

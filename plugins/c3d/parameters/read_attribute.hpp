@@ -1,11 +1,11 @@
 #pragma once
 
-#include "layout/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
-using acquisition_layout::read_number;
-using acquisition_layout::read_numbers;
-using acquisition_layout::read_texts;
+using schema::read_number;
+using schema::read_numbers;
+using schema::read_texts;
 
 } // namespace c3d

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "layout/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
-using acquisition_layout::data_type_of;
-using acquisition_layout::set_value;
-using acquisition_layout::write_number;
-using acquisition_layout::write_numbers;
-using acquisition_layout::write_text;
-using acquisition_layout::write_texts;
+using schema::data_type_of;
+using schema::set_value;
+using schema::write_number;
+using schema::write_numbers;
+using schema::write_text;
+using schema::write_texts;
 
 } // namespace c3d

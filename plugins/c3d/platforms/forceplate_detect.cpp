@@ -14,20 +14,20 @@
 #include <strata/data_set.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "layout/analog_pairing.hpp"
-#include "layout/force_platform_table.hpp"
-#include "layout/plate_frame.hpp"
-#include "layout/platform_obstacles.hpp"
-#include "layout/unit_parameters.hpp"
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/analog_pairing.hpp"
+#include "schema/force_platform_table.hpp"
+#include "schema/plate_frame.hpp"
+#include "schema/platform_obstacles.hpp"
+#include "schema/unit_parameters.hpp"
 
 namespace c3d {
 
 namespace {
 
-using acquisition_layout::force_platform;
-using acquisition_layout::vector3;
+using schema::force_platform;
+using schema::vector3;
 
 constexpr std::size_t matrix_edge = 6;
 
@@ -82,7 +82,7 @@ std::vector<strata::data_set> channels_of(const force_platform& platform,
 /// What goes into the group, complete before anything is changed.
 struct detected_platform {
     force_platform described;
-    acquisition_layout::plate_corners corners{};
+    schema::plate_corners corners{};
     vector3 origin{};
     std::vector<double> calibration; ///< of type 4
     std::vector<strata::data_set> channels;
@@ -90,7 +90,7 @@ struct detected_platform {
 
 detected_platform detect(const force_platform& described,
                          const std::vector<strata::data_set>& columns, warnings& notes) {
-    const auto obstacle = acquisition_layout::obstacle_of(described, columns);
+    const auto obstacle = schema::obstacle_of(described, columns);
     if (!obstacle.empty())
         throw std::runtime_error(obstacle);
     detected_platform platform{
@@ -120,7 +120,7 @@ void write_group(strata::data_group group, const detected_platform& platform) {
         write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
 
     auto channels = group.create_group("Channels");
-    const auto names = acquisition_layout::channel_names(described.type);
+    const auto names = schema::channel_names(described.type);
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!channels.create_hard_link_internal(names[i], &platform.channels[i]))
             throw std::runtime_error(fmt::format("the channel {} cannot be linked", names[i]));
@@ -128,24 +128,24 @@ void write_group(strata::data_group group, const detected_platform& platform) {
 }
 
 void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
-    using acquisition_layout::text_parameter;
+    using schema::text_parameter;
     constexpr auto* id = forceplate_detect::id;
     const auto analogs = text_parameter(parameters, id, "SourceGroup");
     const auto metadata_path = text_parameter(parameters, id, "MetadataSourceGroup");
     const auto destination = text_parameter(parameters, id, "DestinationGroup");
-    const auto index = acquisition_layout::integer_parameter(parameters, id, "ForceplateIndex");
+    const auto index = schema::integer_parameter(parameters, id, "ForceplateIndex");
     if (!target.exists_group(metadata_path))
         throw std::runtime_error(fmt::format("there is no group '{}'", metadata_path));
     const auto metadata = target.retrieve_group(metadata_path);
 
-    const acquisition_layout::force_platform_table table(metadata);
+    const schema::force_platform_table table(metadata);
     if (index < 0 || static_cast<std::size_t>(index) >= table.count()) {
         throw std::runtime_error(
             fmt::format("the index is {}, the file has {} platforms", index, table.count()));
     }
     warnings notes;
     const auto platform = detect(table.platform(static_cast<std::size_t>(index)),
-                                 acquisition_layout::pair_analogs(target, analogs), notes);
+                                 schema::pair_analogs(target, analogs), notes);
     if (target.exists_group(destination))
         target.delete_group(destination);
     write_group(target.create_group(destination), platform);

@@ -5,9 +5,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "layout/analog_pairing.hpp"
 #include "plugins/c3d/parameters/parameter_table.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
+#include "schema/analog_pairing.hpp"
 
 namespace c3d {
 
@@ -20,7 +20,7 @@ class new_numbers {
         std::unordered_map<std::string, std::uint64_t> by_name;
         for (std::size_t i = 0; i < columns.size(); ++i)
             by_name.emplace(columns[i].set.name(), i + 1);
-        for (const auto& set : acquisition_layout::pair_analogs(root)) {
+        for (const auto& set : schema::pair_analogs(root)) {
             const auto found = set ? by_name.find(set.name()) : by_name.end();
             numbers_.push_back(found == by_name.end() ? 0 : found->second);
         }

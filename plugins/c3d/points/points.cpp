@@ -9,10 +9,10 @@
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 
-#include "layout/channel_names.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/points/point_kinds.hpp"
+#include "schema/channel_names.hpp"
 
 namespace c3d {
 
@@ -42,7 +42,7 @@ void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::s
         descriptions[i] = description_entries.text(i).value_or("");
     }
     write_texts(set, "Labels", labels);
-    write_texts(set, "SetNames", acquisition_layout::distinct_names(labels));
+    write_texts(set, "SetNames", schema::distinct_names(labels));
     write_texts(set, "Types", types);
     write_texts(set, "Units", units);
     write_texts(set, "Descriptions", descriptions);

@@ -16,11 +16,11 @@
 #include <strata/plugin/channel_buffer.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "layout/channel_names.hpp"
-#include "layout/unit_parameters.hpp"
 #include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/rotations/rotations.hpp"
+#include "schema/channel_names.hpp"
+#include "schema/unit_parameters.hpp"
 
 namespace c3d {
 
@@ -99,10 +99,9 @@ void create_segment(strata::data_group& segments, const std::string& name, const
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
     const auto source_path =
-        acquisition_layout::text_parameter(parameters, detect_rotations::id, "SourceGroup");
+        schema::text_parameter(parameters, detect_rotations::id, "SourceGroup");
     const auto destination =
-        acquisition_layout::text_parameter(parameters, detect_rotations::id, "DestinationGroup") +
-        "/Segments";
+        schema::text_parameter(parameters, detect_rotations::id, "DestinationGroup") + "/Segments";
     strata::data_set rotations;
     if (target.exists_group(source_path)) {
         auto source = target.retrieve_group(source_path);
@@ -129,7 +128,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
     if (target.exists_group(destination))
         target.delete_group(destination);
     auto segments = target.create_group(destination);
-    const auto names = acquisition_layout::distinct_names(labels);
+    const auto names = schema::distinct_names(labels);
     for (std::size_t i = 0; i < labels.size(); ++i) {
         create_segment(segments, names[i], labels[i], rotations, samples, std::move(content[i]));
     }

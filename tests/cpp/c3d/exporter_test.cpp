@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "layout/split_record.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/split_record.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 
@@ -53,7 +53,7 @@ TEST(Exporter, WritesTheHeader) {
 TEST(Exporter, RefusesChannelsOfTheFileThatWereNotSplit) {
     const auto found = opened(small_trial().bytes());
     auto points = found.store.root().retrieve_set("Format/Data/Points");
-    acquisition_layout::record_split(points, 0);
+    schema::record_split(points, 0);
     filling_device device;
     const auto written = write(found.store, device);
     EXPECT_EQ(written.status.message("\n"),
@@ -61,7 +61,7 @@ TEST(Exporter, RefusesChannelsOfTheFileThatWereNotSplit) {
               "'tarvex.data-modifier.split-set' did not split them, as the log says; put the "
               "plugin 'data_modifier' back, call reload and read the file again");
     EXPECT_EQ(device.calls, 0);
-    acquisition_layout::record_split(points, 1);
+    schema::record_split(points, 1);
     EXPECT_TRUE(write(found.store).status);
 }
 

@@ -14,12 +14,12 @@
 
 #include <strata/data_store.hpp>
 
-#include "layout/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace {
 
-using acquisition_layout::write_number;
-using acquisition_layout::write_numbers;
+using schema::write_number;
+using schema::write_numbers;
 using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::EndsWith;

@@ -9,12 +9,12 @@
 
 #include <strata/plugin/channel_buffer.hpp>
 
-#include "layout/split_record.hpp"
 #include "plugins/c3d/events/events_detect.hpp"
 #include "plugins/c3d/exporter.hpp"
 #include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/points/point_kind_table.hpp"
+#include "schema/split_record.hpp"
 
 namespace c3d_test {
 
@@ -74,7 +74,7 @@ void split_points(strata::data_group data) {
         strata::create_row_attribute(set, "Residuals",
                                      strata::share_row(source.retrieve_attribute("Residuals"), i));
     }
-    acquisition_layout::record_split(source, names.size());
+    schema::record_split(source, names.size());
 }
 
 void split_analogs(strata::data_group data) {
@@ -90,7 +90,7 @@ void split_analogs(strata::data_group data) {
         c3d::write_number(set, "Scale", static_cast<float>(numbers("Scales").at(i)));
         c3d::write_number(set, "Offset", static_cast<float>(numbers("Offsets").at(i)));
     }
-    acquisition_layout::record_split(source, names.size());
+    schema::record_split(source, names.size());
 }
 
 } // namespace
