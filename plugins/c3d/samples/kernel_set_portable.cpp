@@ -1,5 +1,7 @@
 #include "plugins/c3d/samples/kernel_set.hpp"
 
+#include "plugins/c3d/samples/encode_kernels.hpp"
+#include "plugins/c3d/samples/encoder.hpp"
 #include "plugins/c3d/samples/lanes_portable.hpp"
 
 namespace c3d {
@@ -7,5 +9,7 @@ namespace c3d {
 kernel_set kernels_for(number_format format, sample_storage storage, word_sign sign) noexcept {
     return kernels_of<portable_lanes>(format, storage, sign);
 }
+
+encoder encoder_for_processor() noexcept { return encoder_of<portable_lanes>(); }
 
 } // namespace c3d
