@@ -12,15 +12,12 @@
 #include "plugins/c3d/analogs/analog_offsets.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
+#include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
 
 namespace c3d {
 
 namespace {
-
-std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
-    return {reinterpret_cast<float*>(buffer.data()), static_cast<std::size_t>(buffer.count())};
-}
 
 void remove_sign(std::span<float> samples) noexcept {
     for (auto& sample : samples)

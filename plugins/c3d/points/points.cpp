@@ -12,19 +12,16 @@
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/points/point_kinds.hpp"
+#include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
 
 namespace c3d {
 
 namespace {
 
-float* floats_of(const strata::channel_buffer& buffer) noexcept {
-    return reinterpret_cast<float*>(buffer.data());
-}
-
 void fill(const std::vector<strata::channel_buffer>& buffers, float value) {
     for (const auto& buffer : buffers)
-        std::fill_n(floats_of(buffer), buffer.count(), value);
+        std::ranges::fill(floats_of(buffer), value);
 }
 
 void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::size_t points) {
@@ -53,7 +50,7 @@ void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::s
 std::vector<point_target> point_samples::targets() const {
     std::vector<point_target> result(coordinates.size());
     for (std::size_t i = 0; i < result.size(); ++i) {
-        result[i] = {floats_of(coordinates[i]), floats_of(residuals[i])};
+        result[i] = {floats_of(coordinates[i]).data(), floats_of(residuals[i]).data()};
     }
     return result;
 }

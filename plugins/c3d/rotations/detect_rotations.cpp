@@ -19,6 +19,7 @@
 #include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
 #include "schema/unit_parameters.hpp"
 
@@ -35,10 +36,6 @@ struct segment {
         rows; ///< by matrix row: all samples of column 0, then of column 1 and so on
     strata::channel_buffer reliabilities;
 };
-
-std::span<float> floats_of(const strata::channel_buffer& buffer) noexcept {
-    return {reinterpret_cast<float*>(buffer.data()), static_cast<std::size_t>(buffer.count())};
-}
 
 std::vector<float> components_of(const strata::data_set& rotations, std::uint64_t index,
                                  std::uint64_t samples) {
