@@ -17,13 +17,13 @@
 #include "plugins/c3d/frames/frame_range.hpp"
 #include "plugins/c3d/parameters/kept_parameters.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/standard_parameters.hpp"
 #include "plugins/c3d/platforms/platform_channels.hpp"
 #include "plugins/c3d/points/point_columns.hpp"
 #include "plugins/c3d/points/point_parameters.hpp"
 #include "plugins/c3d/points/point_scale.hpp"
 #include "schema/force_platform_table.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -66,13 +66,13 @@ point_source source_of(const strata::data_set& set, std::uint64_t frames) {
 std::vector<std::string> labels_read(const strata::data_group& data, std::string_view set) {
     if (!data.exists_set(set))
         return {};
-    return read_texts(data.retrieve_set(set).retrieve_attribute("Labels"));
+    return schema::read_texts(data.retrieve_set(set).retrieve_attribute("Labels"));
 }
 
 std::uint64_t samples_per_frame_of(const strata::data_group& format) {
     const auto name = "Header/NumberAnalogSamplesPerPointSample";
     const auto samples = format.exists_attribute(name)
-                             ? read_number<std::int64_t>(format.retrieve_attribute(name))
+                             ? schema::read_number<std::int64_t>(format.retrieve_attribute(name))
                              : std::nullopt;
     return samples && *samples > 0 ? static_cast<std::uint64_t>(*samples) : 1;
 }
@@ -80,7 +80,8 @@ std::uint64_t samples_per_frame_of(const strata::data_group& format) {
 section_mark mark_of(const strata::data_group& format) {
     if (!format.exists_attribute("Header/SectionHead"))
         return {};
-    const auto head = read_numbers<std::int16_t>(format.retrieve_attribute("Header/SectionHead"));
+    const auto head =
+        schema::read_numbers<std::int16_t>(format.retrieve_attribute("Header/SectionHead"));
     if (head.size() < 2)
         return {};
     return {static_cast<unsigned>(head[0]), static_cast<unsigned>(head[1])};
@@ -169,8 +170,9 @@ class content_builder {
 
         const auto group = group_or_empty(data_, "AnalogsExport");
         const auto rate =
-            is_read_ ? read_number<double>(group.retrieve_attribute("SampleRate")).value_or(0.0)
-                     : 0.0;
+            is_read_
+                ? schema::read_number<double>(group.retrieve_attribute("SampleRate")).value_or(0.0)
+                : 0.0;
         const bool same_count = labels_read(data_, "Analogs").size() == columns.size();
         frames.channels = put_analogs(content_.parameters, columns,
                                       {frames.samples_per_frame, time_base_.rate, rate},

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "plugins/c3d/parameters/parameter_records.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -29,21 +29,21 @@ void create_events(strata::data_group& header, const std::vector<header_event>& 
         labels.push_back(event.label);
         statuses.push_back(event.status);
     }
-    write_numbers(header, "EventTimes", times);
-    write_texts(header, "EventLabels", labels);
-    write_numbers(header, "EventStatuses", statuses);
+    schema::write_numbers(header, "EventTimes", times);
+    schema::write_texts(header, "EventLabels", labels);
+    schema::write_numbers(header, "EventStatuses", statuses);
 }
 
 void create_blocks(strata::data_group& header, const c3d_file& file) {
     std::vector<std::int16_t> head(file.section_head.size());
     std::transform(file.section_head.begin(), file.section_head.end(), head.begin(),
                    [](auto byte) { return std::to_integer<std::int16_t>(byte); });
-    write_numbers(header, "SectionHead", head);
+    schema::write_numbers(header, "SectionHead", head);
     if (!has_reserved_content(file.block))
         return;
     const strata::data_shape shape({static_cast<std::int64_t>(file.block.size())}, false);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(file.block.data());
-    write_numbers(header, "Block", shape, std::span(bytes, file.block.size()));
+    schema::write_numbers(header, "Block", shape, std::span(bytes, file.block.size()));
 }
 
 } // namespace
@@ -52,15 +52,18 @@ void create_header_group(strata::data_group& format, const c3d_file& file,
                          const frame_layout& layout, const metadata_names& names) {
     auto header = format.create_group("Header");
     const auto& head = file.head;
-    write_number(header, "NumberAnalogSamplesPerPointSample", as_int32(layout.samples_per_frame));
-    write_number(header, "PointMaximumInterpolationGap", std::int32_t{head.interpolation_gap});
-    write_number(header, "TotalAnalogSamplesPer3dSample",
-                 as_int32(layout.channels * layout.samples_per_frame));
-    write_number(header, "FirstFrame", std::int32_t{head.first_frame});
-    write_number(header, "LastFrame", std::int32_t{head.last_frame});
-    write_number(header, "Processor", static_cast<std::int32_t>(file.format));
-    write_text(header, "Storage", layout.storage == sample_storage::real ? "real" : "integer");
-    write_number(header, "PointScale", layout.scale);
+    schema::write_number(header, "NumberAnalogSamplesPerPointSample",
+                         as_int32(layout.samples_per_frame));
+    schema::write_number(header, "PointMaximumInterpolationGap",
+                         std::int32_t{head.interpolation_gap});
+    schema::write_number(header, "TotalAnalogSamplesPer3dSample",
+                         as_int32(layout.channels * layout.samples_per_frame));
+    schema::write_number(header, "FirstFrame", std::int32_t{head.first_frame});
+    schema::write_number(header, "LastFrame", std::int32_t{head.last_frame});
+    schema::write_number(header, "Processor", static_cast<std::int32_t>(file.format));
+    schema::write_text(header, "Storage",
+                       layout.storage == sample_storage::real ? "real" : "integer");
+    schema::write_number(header, "PointScale", layout.scale);
     create_blocks(header, file);
     create_events(header, head.events);
     create_parameter_records(header, file.parameters, names);

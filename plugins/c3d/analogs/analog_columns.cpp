@@ -3,9 +3,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
 #include "schema/analog_pairing.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -16,7 +16,8 @@ std::unordered_map<std::string, std::size_t> columns_read(const strata::data_gro
     std::unordered_map<std::string, std::size_t> columns;
     if (!data.exists_set("Analogs"))
         return columns;
-    const auto names = read_texts(data.retrieve_set("Analogs").retrieve_attribute("SetNames"));
+    const auto names =
+        schema::read_texts(data.retrieve_set("Analogs").retrieve_attribute("SetNames"));
     for (std::size_t i = 0; i < names.size(); ++i)
         columns.emplace(names[i], i);
     return columns;
@@ -34,9 +35,9 @@ std::vector<analog_column> analog_columns(const strata::data_group& data) {
         column.label = label_of(set);
         column.unit = text_of(set, "Unit");
         column.description = text_of(set, "Description");
-        column.gain = read_number<std::int32_t>(set.retrieve_attribute("Gain")).value_or(0);
-        column.scale = read_number<float>(set.retrieve_attribute("Scale")).value_or(1.0F);
-        column.offset = read_number<float>(set.retrieve_attribute("Offset")).value_or(0.0F);
+        column.gain = schema::read_number<std::int32_t>(set.retrieve_attribute("Gain")).value_or(0);
+        column.scale = schema::read_number<float>(set.retrieve_attribute("Scale")).value_or(1.0F);
+        column.offset = schema::read_number<float>(set.retrieve_attribute("Offset")).value_or(0.0F);
         if (const auto found = read.find(set.name()); found != read.end())
             column.column_read = found->second;
         column.set = std::move(set);

@@ -11,9 +11,9 @@
 
 #include "plugins/c3d/analogs/analog_offsets.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -111,19 +111,20 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto scaling = apply_scaling(samples, parameters, layout.storage, notes);
     auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
-    write_texts(set, "Labels", labels);
-    write_texts(set, "SetNames", schema::distinct_names(labels));
-    write_texts(set, "Units",
-                texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
-    write_numbers(set, "Gain", gain_codes(parameters, channels));
-    write_numbers(set, "Scales", scaling.scales);
-    write_numbers(set, "Offsets", scaling.offsets);
-    write_texts(set, "Descriptions",
-                texts_of(parameters, "DESCRIPTIONS", channels, single_value::of_first_channel));
-    write_texts(set, "Types", std::vector<std::string>(channels, "Analog"));
-    write_number(set, "NumSamples", static_cast<std::int64_t>(count));
-    write_number(set, "SampleRate", layout.analog_rate);
-    write_number(set, "StartTime", layout.start_time_s());
+    schema::write_texts(set, "Labels", labels);
+    schema::write_texts(set, "SetNames", schema::distinct_names(labels));
+    schema::write_texts(set, "Units",
+                        texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
+    schema::write_numbers(set, "Gain", gain_codes(parameters, channels));
+    schema::write_numbers(set, "Scales", scaling.scales);
+    schema::write_numbers(set, "Offsets", scaling.offsets);
+    schema::write_texts(
+        set, "Descriptions",
+        texts_of(parameters, "DESCRIPTIONS", channels, single_value::of_first_channel));
+    schema::write_texts(set, "Types", std::vector<std::string>(channels, "Analog"));
+    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(count));
+    schema::write_number(set, "SampleRate", layout.analog_rate);
+    schema::write_number(set, "StartTime", layout.start_time_s());
 }
 
 } // namespace c3d

@@ -14,7 +14,7 @@
 #include "plugins/c3d/events/event_sets.hpp"
 #include "plugins/c3d/header_block.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -144,9 +144,9 @@ std::vector<header_event> header_events_read(const strata::data_group& format) {
     if (!format.exists_group("Header"))
         return events;
     const auto header = format.retrieve_group("Header");
-    const auto times = read_numbers<float>(header.retrieve_attribute("EventTimes"));
-    auto labels = read_texts(header.retrieve_attribute("EventLabels"));
-    auto statuses = read_numbers<std::int32_t>(header.retrieve_attribute("EventStatuses"));
+    const auto times = schema::read_numbers<float>(header.retrieve_attribute("EventTimes"));
+    auto labels = schema::read_texts(header.retrieve_attribute("EventLabels"));
+    auto statuses = schema::read_numbers<std::int32_t>(header.retrieve_attribute("EventStatuses"));
     labels.resize(times.size());
     statuses.resize(times.size());
     for (std::size_t i = 0; i < std::min(times.size(), most_header_events); ++i)

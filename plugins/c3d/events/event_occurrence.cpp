@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <limits>
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -37,16 +37,17 @@ class event_part {
         return find({"TIMES"}) || find({"LABELS"}) || find({"CONTEXTS"});
     }
     [[nodiscard]] std::vector<std::string> texts(const char* name) const {
-        return read_texts(find({name}));
+        return schema::read_texts(find({name}));
     }
     [[nodiscard]] std::vector<int> numbers(std::initializer_list<const char*> names) const {
-        return read_numbers<std::int32_t>(find(names));
+        return schema::read_numbers<std::int32_t>(find(names));
     }
     [[nodiscard]] std::vector<float> times(std::size_t used) const {
         const auto attribute = find({"TIMES"});
         if (!attribute)
             return {};
-        return event_seconds(read_numbers<float>(attribute), attribute.shape().dimensions(), used);
+        return event_seconds(schema::read_numbers<float>(attribute), attribute.shape().dimensions(),
+                             used);
     }
 
   private:
@@ -110,7 +111,7 @@ std::vector<float> event_seconds(const std::vector<float>& values,
 
 std::vector<event_occurrence> group_events(const strata::data_group& event) {
     const auto stored = event.exists_attribute("USED")
-                            ? read_number<double>(event.retrieve_attribute("USED"))
+                            ? schema::read_number<double>(event.retrieve_attribute("USED"))
                             : std::nullopt;
     // USED is a word without sign, which the store holds as one with.
     auto used = std::numeric_limits<std::size_t>::max() / 2;
@@ -132,8 +133,8 @@ std::vector<event_occurrence> group_events(const strata::data_group& event) {
 std::vector<event_occurrence> header_events(const strata::data_group& header) {
     if (!header.exists_attribute("EventTimes"))
         return {};
-    const auto times = read_numbers<float>(header.retrieve_attribute("EventTimes"));
-    const auto labels = read_texts(header.retrieve_attribute("EventLabels"));
+    const auto times = schema::read_numbers<float>(header.retrieve_attribute("EventTimes"));
+    const auto labels = schema::read_texts(header.retrieve_attribute("EventLabels"));
     std::vector<event_occurrence> events;
     for (std::size_t i = 0; i < times.size(); ++i) {
         event_occurrence event;

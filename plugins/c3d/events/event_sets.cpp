@@ -10,8 +10,8 @@
 #include <strata/data_type.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -35,14 +35,14 @@ std::string label_in_name(const std::string& name, std::string_view context) {
 /// Texts with an element for each occurrence.
 std::vector<std::string> texts_of_occurrences(const strata::data_set& set, const char* name,
                                               std::size_t count, const std::string& otherwise) {
-    auto texts = read_texts(set.retrieve_attribute(name));
+    auto texts = schema::read_texts(set.retrieve_attribute(name));
     texts.resize(count, otherwise);
     return texts;
 }
 
 std::vector<std::int32_t> numbers_of_occurrences(const strata::data_set& set, const char* name,
                                                  std::size_t count, std::int32_t otherwise) {
-    auto numbers = read_numbers<std::int32_t>(set.retrieve_attribute(name));
+    auto numbers = schema::read_numbers<std::int32_t>(set.retrieve_attribute(name));
     numbers.resize(count, otherwise);
     return numbers;
 }
@@ -52,7 +52,8 @@ event_set read_event_set(const strata::data_set& set) {
     const auto count = times.size();
     const auto context = text_of(set, "Context");
     const auto description = text_of(set, "Description");
-    const auto icon = read_number<std::int32_t>(set.retrieve_attribute("Icons")).value_or(0);
+    const auto icon =
+        schema::read_number<std::int32_t>(set.retrieve_attribute("Icons")).value_or(0);
     const auto contexts = texts_of_occurrences(set, "OccurrenceContexts", count, context);
     const auto labels =
         texts_of_occurrences(set, "OccurrenceLabels", count, label_in_name(set.name(), context));

@@ -17,8 +17,8 @@
 #include <strata/plugin/status_of.hpp>
 
 #include "plugins/c3d/events/event_grouping.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "schema/unit_parameters.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -73,20 +73,22 @@ void create_event_set(strata::data_group& events, const event_set& content) {
     }
     const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
     const auto& first = content.occurrences.front();
-    write_text(set, "Context", first.context);
-    write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});
-    write_text(set, "Subject", first.subject);
-    write_text(set, "Description", first.description);
-    write_text(set, "Type", type_of(first));
-    write_texts(set, "OccurrenceContexts",
-                column<std::string>(content, &event_occurrence::context));
-    write_texts(set, "OccurrenceLabels", column<std::string>(content, &event_occurrence::label));
-    write_texts(set, "OccurrenceSubjects",
-                column<std::string>(content, &event_occurrence::subject));
-    write_texts(set, "OccurrenceDescriptions",
-                column<std::string>(content, &event_occurrence::description));
-    write_numbers(set, "OccurrenceIcons", icons);
-    write_numbers(set, "OccurrenceFlags", column<std::int32_t>(content, &event_occurrence::flags));
+    schema::write_text(set, "Context", first.context);
+    schema::write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});
+    schema::write_text(set, "Subject", first.subject);
+    schema::write_text(set, "Description", first.description);
+    schema::write_text(set, "Type", type_of(first));
+    schema::write_texts(set, "OccurrenceContexts",
+                        column<std::string>(content, &event_occurrence::context));
+    schema::write_texts(set, "OccurrenceLabels",
+                        column<std::string>(content, &event_occurrence::label));
+    schema::write_texts(set, "OccurrenceSubjects",
+                        column<std::string>(content, &event_occurrence::subject));
+    schema::write_texts(set, "OccurrenceDescriptions",
+                        column<std::string>(content, &event_occurrence::description));
+    schema::write_numbers(set, "OccurrenceIcons", icons);
+    schema::write_numbers(set, "OccurrenceFlags",
+                          column<std::int32_t>(content, &event_occurrence::flags));
 }
 
 /// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.

@@ -13,7 +13,7 @@
 #include "plugins/c3d/frames/frame_count.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -58,7 +58,7 @@ std::optional<frame_range> range_read(const parameter_table& parameters,
     }
     const auto word = [&](const char* name) {
         const auto attribute = format.retrieve_attribute(name);
-        return read_number<std::uint16_t>(attribute).value_or(0);
+        return schema::read_number<std::uint16_t>(attribute).value_or(0);
     };
     const auto shape = format.retrieve_set("Data/Points").shape(false);
     const auto frames = static_cast<std::uint64_t>(shape.dimensions().back());

@@ -14,6 +14,11 @@ namespace c3d {
 /// What a list means that has no dimension for the channels: a single value.
 enum class single_value { of_first_channel, of_all_channels };
 
+/// The name of the list that a parameter is part of: "SCALE" for "SCALE2".
+[[nodiscard]] inline std::string_view list_name(std::string_view parameter) noexcept {
+    return parameter.substr(0, parameter.find_last_not_of("0123456789") + 1);
+}
+
 /// A parameter with an entry for each channel, such as ANALOG:SCALE. A parameter holds 255 entries
 /// at most, so the list goes on in SCALE2, SCALE3 and so on, in step with LABELS, LABELS2, LABELS3.
 class channel_entries {

@@ -13,6 +13,7 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/parameter_records_read.hpp"
 #include "plugins/c3d/parameters/stored_attribute.hpp"
 
@@ -31,7 +32,7 @@ constexpr std::array<std::string_view, 8> derived_of_channels = {
     "USED", "LABELS", "DESCRIPTIONS", "SCALE", "OFFSET", "UNITS", "GAIN", "RATE"};
 
 bool is_derived(std::string_view group, std::string_view name) {
-    const auto base = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    const auto base = list_name(name);
     const auto has = [&](const auto& names) {
         return std::any_of(names.begin(), names.end(),
                            [&](auto other) { return same_name(other, base); });

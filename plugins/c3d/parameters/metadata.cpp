@@ -8,7 +8,7 @@
 #include <strata/data_shape.hpp>
 
 #include "plugins/c3d/bytes/text.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -62,8 +62,8 @@ class metadata_writer {
         texts_.clear();
         for (std::uint64_t i = 0; i < count; ++i)
             texts_.push_back(as_utf8(item.text(i)));
-        write_texts(group, name, shape_of(item.dimensions, 1),
-                    std::span<const std::string>(texts_));
+        schema::write_texts(group, name, shape_of(item.dimensions, 1),
+                            std::span<const std::string>(texts_));
     }
 
     void write_bytes(strata::data_group& group, const std::string& name, const parameter& item) {
@@ -87,7 +87,8 @@ class metadata_writer {
             value = read(at);
             at += bytes_of(item.type);
         }
-        write_numbers(group, name, shape_of(item.dimensions, 0), std::span<const Number>(values));
+        schema::write_numbers(group, name, shape_of(item.dimensions, 0),
+                              std::span<const Number>(values));
     }
 
     std::uint64_t texts_left_;

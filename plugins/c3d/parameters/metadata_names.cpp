@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/channel_entries.hpp"
 #include "schema/channel_names.hpp"
 
 namespace c3d {
@@ -41,7 +42,7 @@ const defined_group* find_defined(std::string_view group) {
 }
 
 bool defines(const defined_group& group, std::string_view parameter) {
-    const auto base = parameter.substr(0, parameter.find_last_not_of("0123456789") + 1);
+    const auto base = list_name(parameter);
     return group.parameters.find(fmt::format(" {} ", upper_case(base))) != std::string_view::npos;
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "plugins/c3d/bytes/text.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -44,11 +44,11 @@ void create_groups(strata::data_group& header, const parameter_table& table,
         locks.push_back(group.locked ? 1 : 0);
     }
     auto records = header.create_group("Groups");
-    write_texts(records, "Name", spelled);
-    write_texts(records, "Stored", names.groups);
-    write_numbers(records, "Id", ids);
-    write_numbers(records, "Locked", locks);
-    write_texts(records, "Description", descriptions);
+    schema::write_texts(records, "Name", spelled);
+    schema::write_texts(records, "Stored", names.groups);
+    schema::write_numbers(records, "Id", ids);
+    schema::write_numbers(records, "Locked", locks);
+    schema::write_texts(records, "Description", descriptions);
 }
 
 std::vector<std::size_t> owners_of(const parameter_table& table) {
@@ -85,14 +85,14 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
         locks.push_back(item.locked ? 1 : 0);
     }
     auto records = header.create_group("Parameters");
-    write_numbers(records, "Group", groups);
-    write_texts(records, "Name", spelled);
-    write_texts(records, "Stored", stored);
-    write_numbers(records, "Type", types);
-    write_numbers(records, "Width", widths);
-    write_numbers(records, "Encoding", encodings);
-    write_numbers(records, "Locked", locks);
-    write_texts(records, "Description", descriptions);
+    schema::write_numbers(records, "Group", groups);
+    schema::write_texts(records, "Name", spelled);
+    schema::write_texts(records, "Stored", stored);
+    schema::write_numbers(records, "Type", types);
+    schema::write_numbers(records, "Width", widths);
+    schema::write_numbers(records, "Encoding", encodings);
+    schema::write_numbers(records, "Locked", locks);
+    schema::write_texts(records, "Description", descriptions);
 }
 
 } // namespace

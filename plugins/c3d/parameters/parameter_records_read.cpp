@@ -1,6 +1,6 @@
 #include "plugins/c3d/parameters/parameter_records_read.hpp"
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -12,17 +12,17 @@ class columns {
     explicit columns(const strata::data_group& group) : group_(group) {}
 
     [[nodiscard]] std::vector<std::string> texts(const char* name, std::size_t count) const {
-        auto values = read_texts(group_.retrieve_attribute(name));
+        auto values = schema::read_texts(group_.retrieve_attribute(name));
         values.resize(count);
         return values;
     }
     [[nodiscard]] std::vector<std::int32_t> numbers(const char* name, std::size_t count) const {
-        auto values = read_numbers<std::int32_t>(group_.retrieve_attribute(name));
+        auto values = schema::read_numbers<std::int32_t>(group_.retrieve_attribute(name));
         values.resize(count);
         return values;
     }
     [[nodiscard]] std::size_t count() const {
-        return read_texts(group_.retrieve_attribute("Stored")).size();
+        return schema::read_texts(group_.retrieve_attribute("Stored")).size();
     }
 
   private:

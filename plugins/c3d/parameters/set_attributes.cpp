@@ -4,12 +4,12 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/text.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
 std::string text_of(const strata::data_set& set, const char* attribute) {
-    auto texts = read_texts(set.retrieve_attribute(attribute));
+    auto texts = schema::read_texts(set.retrieve_attribute(attribute));
     return texts.empty() ? std::string() : std::move(texts.front());
 }
 
@@ -24,7 +24,7 @@ std::string known_unit_of(const strata::data_set& set) {
 }
 
 std::int64_t relative_index_of(const strata::data_set& set) {
-    return read_number<std::int64_t>(set.retrieve_attribute("RelativeSetIndex"))
+    return schema::read_number<std::int64_t>(set.retrieve_attribute("RelativeSetIndex"))
         .value_or(std::numeric_limits<std::int64_t>::max());
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
 namespace c3d {
@@ -30,15 +31,10 @@ void lock(written_group& group, std::span<const std::string_view> names) {
     }
 }
 
-/// The parameter's name without the number of a list that goes on.
-std::string_view base_of(std::string_view name) {
-    return name.substr(0, name.find_last_not_of("0123456789") + 1);
-}
-
 void arrange(written_group& group, std::span<const std::string_view> order) {
     const auto rank = [&](const written_parameter& item) {
         return std::find_if(order.begin(), order.end(),
-                            [&](auto name) { return same_name(name, base_of(item.name)); }) -
+                            [&](auto name) { return same_name(name, list_name(item.name)); }) -
                order.begin();
     };
     std::stable_sort(group.parameters.begin(), group.parameters.end(),

@@ -9,7 +9,7 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -27,7 +27,7 @@ template <typename Number> bool all_fit(const std::vector<std::int64_t>& values)
 written_parameter stored_texts(const strata::data_attribute& attribute, parameter_place place,
                                const std::vector<std::int64_t>& extents,
                                const parameter_record_read& record) {
-    auto texts = read_texts(attribute);
+    auto texts = schema::read_texts(attribute);
     texts.resize(static_cast<std::size_t>(attribute.shape().element_count()));
     const bool was_text = record.type == static_cast<int>(element_type::character);
     const bool single = extents.empty();
@@ -51,7 +51,7 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
 written_parameter stored_integers(const strata::data_attribute& attribute,
                                   const std::vector<std::int64_t>& shape, parameter_place place,
                                   const parameter_record_read& record) {
-    const auto values = read_numbers<std::int64_t>(attribute);
+    const auto values = schema::read_numbers<std::int64_t>(attribute);
     auto extents = stored_extents(place, shape);
     const auto kind = strata::element_kind(attribute.type());
     const bool one_byte =
@@ -65,7 +65,7 @@ written_parameter stored_integers(const strata::data_attribute& attribute,
     } else if (all_fit<std::int16_t>(values)) {
         set_words(item, values, std::move(extents));
     } else {
-        set_reals(item, read_numbers<float>(attribute), std::move(extents));
+        set_reals(item, schema::read_numbers<float>(attribute), std::move(extents));
     }
     return item;
 }
@@ -83,7 +83,7 @@ written_parameter stored_attribute(const strata::data_attribute& attribute, std:
     case data_type::float32:
     case data_type::float64: {
         written_parameter item;
-        set_reals(item, read_numbers<float>(attribute), stored_extents(place, extents));
+        set_reals(item, schema::read_numbers<float>(attribute), stored_extents(place, extents));
         return item;
     }
     case data_type::invalid:

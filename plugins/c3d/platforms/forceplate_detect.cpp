@@ -15,12 +15,12 @@
 #include <strata/plugin/status_of.hpp>
 
 #include "plugins/c3d/bytes/warnings.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/force_platform_table.hpp"
 #include "schema/plate_frame.hpp"
 #include "schema/platform_obstacles.hpp"
 #include "schema/unit_parameters.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -103,21 +103,21 @@ detected_platform detect(const force_platform& described,
 
 void write_group(strata::data_group group, const detected_platform& platform) {
     const auto& described = platform.described;
-    write_number(group, "Type", static_cast<std::int32_t>(described.type));
+    schema::write_number(group, "Type", static_cast<std::int32_t>(described.type));
     std::vector<double> corners;
     for (const auto& corner : platform.corners)
         corners.insert(corners.end(), corner.begin(), corner.end());
-    write_numbers(group, "Corners", strata::data_shape({4, 3}, false),
-                  std::span<const double>(corners));
-    write_numbers(group, "Origin",
-                  std::vector<double>(platform.origin.begin(), platform.origin.end()));
+    schema::write_numbers(group, "Corners", strata::data_shape({4, 3}, false),
+                          std::span<const double>(corners));
+    schema::write_numbers(group, "Origin",
+                          std::vector<double>(platform.origin.begin(), platform.origin.end()));
     if (described.type == 4) {
         constexpr auto edge = static_cast<std::int64_t>(matrix_edge);
-        write_numbers(group, "CalibrationMatrix", strata::data_shape({edge, edge}, false),
-                      std::span<const double>(platform.calibration));
+        schema::write_numbers(group, "CalibrationMatrix", strata::data_shape({edge, edge}, false),
+                              std::span<const double>(platform.calibration));
     }
     if (described.type == 3 && !described.polynomial.empty())
-        write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
+        schema::write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
 
     auto channels = group.create_group("Channels");
     const auto names = schema::channel_names(described.type);

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/text.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
 #include "plugins/c3d/points/point_kind_table.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -116,10 +116,10 @@ point_time_base time_base_of(const strata::data_group& data) {
             continue;
         const auto group = data.retrieve_group(kind.group);
         const auto number = [&](const char* name) {
-            return read_number<double>(group.retrieve_attribute(name)).value_or(0.0);
+            return schema::read_number<double>(group.retrieve_attribute(name)).value_or(0.0);
         };
         const auto frames =
-            read_number<std::uint64_t>(group.retrieve_attribute("NumSamples")).value_or(0);
+            schema::read_number<std::uint64_t>(group.retrieve_attribute("NumSamples")).value_or(0);
         return {frames, number("SampleRate"), number("StartTime")};
     }
     return {};

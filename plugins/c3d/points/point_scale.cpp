@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -40,7 +40,8 @@ float point_scale_of(const strata::data_group& format, std::span<const point_sou
                      std::uint64_t frames) {
     if (format.exists_attribute("Header/PointScale")) {
         const auto scale =
-            read_number<float>(format.retrieve_attribute("Header/PointScale")).value_or(0.0F);
+            schema::read_number<float>(format.retrieve_attribute("Header/PointScale"))
+                .value_or(0.0F);
         if (std::isfinite(scale) && scale != 0.0F)
             return -std::abs(scale);
     }

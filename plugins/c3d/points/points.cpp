@@ -10,10 +10,10 @@
 #include <strata/data_type.hpp>
 
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/points/point_kinds.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -38,11 +38,11 @@ void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::s
         units[i] = kinds.unit_of(i, labels[i]);
         descriptions[i] = description_entries.text(i).value_or("");
     }
-    write_texts(set, "Labels", labels);
-    write_texts(set, "SetNames", schema::distinct_names(labels));
-    write_texts(set, "Types", types);
-    write_texts(set, "Units", units);
-    write_texts(set, "Descriptions", descriptions);
+    schema::write_texts(set, "Labels", labels);
+    schema::write_texts(set, "SetNames", schema::distinct_names(labels));
+    schema::write_texts(set, "Types", types);
+    schema::write_texts(set, "Units", units);
+    schema::write_texts(set, "Descriptions", descriptions);
 }
 
 } // namespace
@@ -82,9 +82,9 @@ void create_points(strata::data_group& data, const c3d_file& file, const frame_l
     write_descriptive_texts(set, file, points);
     if (points != 0)
         strata::create_row_attribute(set, "Residuals", std::move(samples.residuals));
-    write_number(set, "NumSamples", static_cast<std::int64_t>(layout.frames));
-    write_number(set, "SampleRate", layout.point_rate);
-    write_number(set, "StartTime", layout.start_time_s());
+    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(layout.frames));
+    schema::write_number(set, "SampleRate", layout.point_rate);
+    schema::write_number(set, "StartTime", layout.start_time_s());
 }
 
 } // namespace c3d

@@ -16,12 +16,12 @@
 #include <strata/plugin/channel_buffer.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/rotations/rotations.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/read_attribute.hpp"
 #include "schema/unit_parameters.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -86,10 +86,11 @@ void create_segment(strata::data_group& segments, const std::string& name, const
     auto group = segments.create_group(name);
     auto set =
         strata::create_channel_set(group, "T_SCS", matrix_edge, samples, std::move(content.rows));
-    write_text(set, "Label", label);
+    schema::write_text(set, "Label", label);
     for (const auto* attribute : {"SampleRate", "StartTime"}) {
-        write_number(set, attribute,
-                     read_number<double>(rotations.retrieve_attribute(attribute)).value_or(0.0));
+        schema::write_number(
+            set, attribute,
+            schema::read_number<double>(rotations.retrieve_attribute(attribute)).value_or(0.0));
     }
     strata::create_row_attribute(set, "Reliability", std::move(content.reliabilities));
 }
@@ -115,7 +116,7 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
                             rotation_set, rotation_components));
         }
         samples = static_cast<std::uint64_t>(extents[2]);
-        labels = read_texts(rotations.retrieve_attribute("Labels"));
+        labels = schema::read_texts(rotations.retrieve_attribute("Labels"));
         labels.resize(static_cast<std::size_t>(extents[1]));
         for (std::size_t i = 0; i < labels.size(); ++i) {
             content.push_back(make_segment(components_of(rotations, i, samples),

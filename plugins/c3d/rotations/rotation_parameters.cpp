@@ -14,9 +14,9 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/parameters/put_column.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
 #include "plugins/c3d/rotations/rotation_layout.hpp"
 #include "plugins/c3d/rotations/rotations.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d {
 
@@ -40,7 +40,8 @@ strata::channel_buffer lengthened(const strata::data_set& set, std::uint64_t seg
 }
 
 double rate_of(const strata::data_set& set, double ratio, double point_rate) {
-    const auto stored = read_number<double>(set.retrieve_attribute("SampleRate")).value_or(0.0);
+    const auto stored =
+        schema::read_number<double>(set.retrieve_attribute("SampleRate")).value_or(0.0);
     const auto computed = ratio * point_rate;
     return stored > 0.0 && std::abs(stored - computed) <= 0.01 * computed ? stored : computed;
 }
@@ -49,7 +50,8 @@ double rate_of(const strata::data_set& set, double ratio, double point_rate) {
 /// them.
 rotation_source source_of(const strata::data_set& set, std::uint64_t wanted, std::uint64_t held) {
     const auto rows = std::min(
-        wanted, read_number<std::uint64_t>(set.retrieve_attribute("NumSamples")).value_or(held));
+        wanted,
+        schema::read_number<std::uint64_t>(set.retrieve_attribute("NumSamples")).value_or(held));
     rotation_source source;
     source.rows = rows;
     source.is_complete = rows == wanted;
@@ -80,7 +82,8 @@ rotation_source put_rotations(parameter_tree& tree, const strata::data_group& da
     }
     const auto segments = static_cast<std::uint64_t>(extents[1]);
     const auto held = static_cast<std::uint64_t>(extents[2]);
-    const auto ratio = read_number<std::uint64_t>(set.retrieve_attribute("Ratio")).value_or(1);
+    const auto ratio =
+        schema::read_number<std::uint64_t>(set.retrieve_attribute("Ratio")).value_or(1);
     if (segments > most_segments)
         throw export_error("there are {} segments with rotations; a C3D file holds {}", segments,
                            most_segments);
@@ -92,7 +95,7 @@ rotation_source put_rotations(parameter_tree& tree, const strata::data_group& da
              static_cast<float>(rate_of(set, static_cast<double>(ratio), point_rate)));
     for (const auto& [attribute, name] :
          {std::pair{"Labels", "LABELS"}, std::pair{"Descriptions", "DESCRIPTIONS"}}) {
-        auto texts = read_texts(set.retrieve_attribute(attribute));
+        auto texts = schema::read_texts(set.retrieve_attribute(attribute));
         texts.resize(static_cast<std::size_t>(segments));
         put_column(tree, {"ROTATION", name}, texts, 4, surplus::kept);
     }

@@ -9,8 +9,8 @@
 #include <strata/data_type.hpp>
 
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -43,12 +43,12 @@ void create_rotations(strata::data_group& data, const c3d_file& file, const rota
         std::vector<std::string> texts(count);
         for (std::size_t i = 0; i < count; ++i)
             texts[i] = entries.text(i).value_or("");
-        write_texts(set, name, texts);
+        schema::write_texts(set, name, texts);
     }
-    write_number(set, "Ratio", static_cast<std::int32_t>(layout.ratio));
-    write_number(set, "NumSamples", static_cast<std::int64_t>(layout.rows));
-    write_number(set, "SampleRate", layout.rate);
-    write_number(set, "StartTime", start_time_s);
+    schema::write_number(set, "Ratio", static_cast<std::int32_t>(layout.ratio));
+    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(layout.rows));
+    schema::write_number(set, "SampleRate", layout.rate);
+    schema::write_number(set, "StartTime", start_time_s);
 }
 
 } // namespace c3d

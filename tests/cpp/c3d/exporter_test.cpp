@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "schema/split_record.hpp"
+#include "schema/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 
@@ -121,7 +121,7 @@ TEST(Exporter, AnyCoordinateThatIsNoNumberMakesASampleInvalid) {
 TEST(Exporter, NewAcquisitionsBeginWithTheGroupsThatEveryReaderExpects) {
     new_acquisition made(1, 50.0);
     auto mine = made.group("Format/Metadata").create_group("MINE");
-    c3d::write_number(mine, "X", std::int16_t{7});
+    schema::write_number(mine, "X", std::int16_t{7});
     const auto found = opened(write(made.store).bytes);
     EXPECT_THAT(found.store.root().retrieve_group("Format/Metadata").list_group_children_name(),
                 ElementsAre("POINT", "ANALOG", "FORCE_PLATFORM", "MINE", "TRIAL"));
@@ -152,7 +152,7 @@ TEST(Exporter, TextsLosePaddingWhereTheParametersWouldNotFit) {
     };
     const auto found = opened(file.bytes());
     auto wide = found.store.root().retrieve_group("Format/Metadata/WIDE");
-    c3d::write_texts(wide, "MORE", std::vector<std::string>(255, "a text of some length"));
+    schema::write_texts(wide, "MORE", std::vector<std::string>(255, "a text of some length"));
     const auto written = write(found.store);
     ASSERT_TRUE(written.status) << written.status.message("");
     EXPECT_TRUE(written.warns_about("texts are written without padding"));
@@ -163,7 +163,7 @@ TEST(Exporter, TextsLosePaddingWhereTheParametersWouldNotFit) {
 TEST(Exporter, GapBeyondAWordIsRefused) {
     new_acquisition made(1, 50.0);
     auto header = made.group("Format/Header");
-    c3d::write_number(header, "PointMaximumInterpolationGap", std::int32_t{65536});
+    schema::write_number(header, "PointMaximumInterpolationGap", std::int32_t{65536});
     const auto written = write(made.store);
     EXPECT_EQ(written.status.message(""),
               "the maximum interpolation gap is 65536 frames; a C3D file holds 0 to 65535");

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 
@@ -69,7 +69,7 @@ TEST(ExportedEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
     auto set = events.create_set("Stride", shape, strata::data_type::float32);
     const float time = 1.0F;
     ASSERT_TRUE(set.select(shape, false).write_value(&time, strata::data_type::float32));
-    c3d::write_text(set, "OccurrenceLabels", "Stride");
+    schema::write_text(set, "OccurrenceLabels", "Stride");
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.texts("Format/Header", "EventLabels"), IsEmpty());
     EXPECT_THAT(again.texts(parameters, "LABELS"), ElementsAre("Stride"));
@@ -132,7 +132,7 @@ TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {
 TEST(ExportedEvents, IdsBeyondAWordAreRefused) {
     new_acquisition made(1, 50.0);
     auto set = made.add_event("Left", "Heel", {0.1F});
-    c3d::write_number(set, "Icons", std::int32_t{40000});
+    schema::write_number(set, "Icons", std::int32_t{40000});
     EXPECT_EQ(write(made.store).status.message(""),
               "EVENT:ICON_IDS of the event 'Heel' is 40000; a C3D file holds -32768 to 32767");
 }

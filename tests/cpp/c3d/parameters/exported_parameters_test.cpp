@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/write_attribute.hpp"
 #include "tests/cpp/c3d/support/trial.hpp"
 #include "tests/cpp/c3d/support/writing.hpp"
 
@@ -78,9 +78,9 @@ TEST(ExportedParameters, OthersKeepTypeWidthLockAndDescription) {
 TEST(ExportedParameters, IntegersOfAnyWidthBecomeWordsWhereTheyFit) {
     new_acquisition made(1, 50.0);
     auto mine = made.group("Format/Metadata").create_group("MINE");
-    c3d::write_number(mine, "FITS", std::int32_t{-32768});
-    c3d::write_number(mine, "LARGE", std::int64_t{70000});
-    c3d::write_number(mine, "DOUBLE", 0.5);
+    schema::write_number(mine, "FITS", std::int32_t{-32768});
+    schema::write_number(mine, "LARGE", std::int64_t{70000});
+    schema::write_number(mine, "DOUBLE", 0.5);
     const auto found = opened(write(made.store).bytes);
     EXPECT_EQ(found.attribute("Format/Metadata/MINE", "FITS").type(), strata::data_type::int16);
     EXPECT_EQ(found.attribute("Format/Metadata/MINE", "LARGE").type(), strata::data_type::float32);
@@ -104,7 +104,7 @@ TEST(ExportedParameters, TextsOfOneByteACharacterGetTheirBytesBack) {
 TEST(ExportedParameters, AttributesOfTheMetadataThemselvesAreNone) {
     const auto found = opened(points_of({"A"}).bytes());
     auto metadata = found.store.root().retrieve_group("Format/Metadata");
-    c3d::write_text(metadata, "DeviceType", "Metadata");
+    schema::write_text(metadata, "DeviceType", "Metadata");
     const auto again = written_again(found);
     EXPECT_FALSE(
         again.store.root().retrieve_group("Format/Metadata").exists_attribute("DeviceType"));
@@ -152,7 +152,7 @@ TEST(ExportedParameters, ShortListsAreFilledWhenAPointIsAppended) {
     auto markers = found.store.root().retrieve_group("Format/Data/Markers");
     auto added =
         markers.create_set("C", strata::data_shape({3, 1, 1}, false), strata::data_type::float64);
-    c3d::write_number(added, "RelativeSetIndex", std::int32_t{2});
+    schema::write_number(added, "RelativeSetIndex", std::int32_t{2});
     EXPECT_THAT(written_again(found).texts(point_parameters, "DESCRIPTIONS"),
                 ElementsAre("of A", "", ""));
 }

@@ -12,8 +12,8 @@
 #include <strata/access/same_set.hpp>
 #include <strata/data_store.hpp>
 
-#include "plugins/c3d/parameters/read_attribute.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
+#include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace {
 
@@ -31,7 +31,7 @@ class ForceplateDetect : public testing::Test {
             channels_.create_set(label, strata::data_shape({1, 1, 3}, false),
                                  strata::data_type::float64);
         auto analog = root_.create_group("Format/Metadata/ANALOG");
-        c3d::write_texts(analog, "LABELS", labels);
+        schema::write_texts(analog, "LABELS", labels);
         set_types({2, 3});
         set<float>("CORNERS",
                    {1, 1, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0},
@@ -45,8 +45,8 @@ class ForceplateDetect : public testing::Test {
              const std::vector<std::int64_t>& extents) {
         if (platforms_.exists_attribute(name))
             platforms_.delete_attribute(name);
-        c3d::write_numbers(platforms_, name, strata::data_shape(extents, false),
-                           std::span<const Number>(values));
+        schema::write_numbers(platforms_, name, strata::data_shape(extents, false),
+                              std::span<const Number>(values));
     }
     void set_types(const std::vector<std::int16_t>& types) {
         set<std::int16_t>("TYPE", types, {static_cast<std::int64_t>(types.size())});
@@ -66,7 +66,7 @@ class ForceplateDetect : public testing::Test {
 
     [[nodiscard]] strata::data_group group() const { return root_.retrieve_group("Devices/FP"); }
     [[nodiscard]] std::vector<double> numbers(const char* name) const {
-        return c3d::read_numbers<double>(group().retrieve_attribute(name));
+        return schema::read_numbers<double>(group().retrieve_attribute(name));
     }
 
     strata::data_store store_;

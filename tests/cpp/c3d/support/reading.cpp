@@ -7,7 +7,7 @@
 #include <anvil/logging.hpp>
 
 #include "plugins/c3d/importer.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace c3d_test {
 
@@ -59,11 +59,11 @@ strata::data_attribute reading::attribute(std::string_view owner, std::string_vi
 }
 
 std::vector<std::string> reading::texts(std::string_view owner, std::string_view name) const {
-    return c3d::read_texts(attribute(owner, name));
+    return schema::read_texts(attribute(owner, name));
 }
 
 std::vector<double> reading::numbers(std::string_view owner, std::string_view name) const {
-    return c3d::read_numbers<double>(attribute(owner, name));
+    return schema::read_numbers<double>(attribute(owner, name));
 }
 
 bool reading::warns_about(std::string_view part) const {

@@ -11,10 +11,10 @@
 
 #include "plugins/c3d/events/events_detect.hpp"
 #include "plugins/c3d/exporter.hpp"
-#include "plugins/c3d/parameters/read_attribute.hpp"
-#include "plugins/c3d/parameters/write_attribute.hpp"
 #include "plugins/c3d/points/point_kind_table.hpp"
+#include "schema/read_attribute.hpp"
 #include "schema/split_record.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d_test {
 
@@ -31,9 +31,9 @@ class line_collector final : public anvil::log_sink {
 };
 
 void describe_group(strata::data_group group, std::int64_t samples, double rate, double start) {
-    c3d::write_number(group, "NumSamples", samples);
-    c3d::write_number(group, "SampleRate", rate);
-    c3d::write_number(group, "StartTime", start);
+    schema::write_number(group, "NumSamples", samples);
+    schema::write_number(group, "SampleRate", rate);
+    schema::write_number(group, "StartTime", start);
 }
 
 strata::data_set share(const strata::data_set& source, std::uint64_t channel,
@@ -42,10 +42,11 @@ strata::data_set share(const strata::data_set& source, std::uint64_t channel,
     auto set = strata::create_channel_set(
         std::move(group), name, static_cast<std::uint64_t>(extents[0]),
         static_cast<std::uint64_t>(extents[2]), {strata::share_channel(source, channel)});
-    c3d::write_number(set, "RelativeSetIndex", static_cast<std::int32_t>(channel));
+    schema::write_number(set, "RelativeSetIndex", static_cast<std::int32_t>(channel));
     for (const auto& [array, single] : {std::pair{"Labels", "Label"}, std::pair{"Units", "Unit"},
                                         std::pair{"Descriptions", "Description"}}) {
-        c3d::write_text(set, single, c3d::read_texts(source.retrieve_attribute(array)).at(channel));
+        schema::write_text(set, single,
+                           schema::read_texts(source.retrieve_attribute(array)).at(channel));
     }
     return set;
 }
@@ -54,7 +55,7 @@ strata::data_group group_like(strata::data_group data, const std::string& name,
                               const strata::data_set& source) {
     auto group = data.create_group(name);
     const auto number = [&](const char* attribute) {
-        return c3d::read_number<double>(source.retrieve_attribute(attribute)).value();
+        return schema::read_number<double>(source.retrieve_attribute(attribute)).value();
     };
     describe_group(group, static_cast<std::int64_t>(number("NumSamples")), number("SampleRate"),
                    number("StartTime"));
@@ -65,8 +66,8 @@ void split_points(strata::data_group data) {
     const auto source = data.retrieve_set("Points");
     for (const auto& kind : c3d::point_kind_table)
         group_like(data, std::string(kind.group), source);
-    const auto types = c3d::read_texts(source.retrieve_attribute("Types"));
-    const auto names = c3d::read_texts(source.retrieve_attribute("SetNames"));
+    const auto types = schema::read_texts(source.retrieve_attribute("Types"));
+    const auto names = schema::read_texts(source.retrieve_attribute("SetNames"));
     for (std::size_t i = 0; i < types.size(); ++i) {
         const auto* kind = std::find_if(c3d::point_kind_table.begin(), c3d::point_kind_table.end(),
                                         [&](const auto& row) { return row.type == types[i]; });
@@ -80,15 +81,15 @@ void split_points(strata::data_group data) {
 void split_analogs(strata::data_group data) {
     const auto source = data.retrieve_set("Analogs");
     const auto group = group_like(data, "AnalogsExport", source);
-    const auto names = c3d::read_texts(source.retrieve_attribute("SetNames"));
+    const auto names = schema::read_texts(source.retrieve_attribute("SetNames"));
     const auto numbers = [&](const char* name) {
-        return c3d::read_numbers<double>(source.retrieve_attribute(name));
+        return schema::read_numbers<double>(source.retrieve_attribute(name));
     };
     for (std::size_t i = 0; i < names.size(); ++i) {
         auto set = share(source, i, group, names[i]);
-        c3d::write_number(set, "Gain", static_cast<std::int32_t>(numbers("Gain").at(i)));
-        c3d::write_number(set, "Scale", static_cast<float>(numbers("Scales").at(i)));
-        c3d::write_number(set, "Offset", static_cast<float>(numbers("Offsets").at(i)));
+        schema::write_number(set, "Gain", static_cast<std::int32_t>(numbers("Gain").at(i)));
+        schema::write_number(set, "Scale", static_cast<float>(numbers("Scales").at(i)));
+        schema::write_number(set, "Offset", static_cast<float>(numbers("Offsets").at(i)));
     }
     schema::record_split(source, names.size());
 }
@@ -155,9 +156,9 @@ new_acquisition::new_acquisition(std::int64_t frames, double rate, int ratio) : 
     describe_group(root.create_group("Format/Data/AnalogsExport"), frames * ratio, rate * ratio,
                    0.0);
     auto header = root.create_group("Format/Header");
-    c3d::write_number(header, "NumberAnalogSamplesPerPointSample", std::int32_t{ratio});
+    schema::write_number(header, "NumberAnalogSamplesPerPointSample", std::int32_t{ratio});
     auto analog = root.create_group("Format/Metadata/ANALOG");
-    c3d::write_number(analog, "BITS", std::int32_t{12});
+    schema::write_number(analog, "BITS", std::int32_t{12});
     root.create_group("Format/Events");
 }
 
@@ -175,9 +176,9 @@ strata::data_set new_acquisition::add_point(const std::string& group_name, const
     for (std::size_t i = 0; i < values.size(); ++i)
         values[i] = samples[i % frames * 3 + i / frames];
     (void)set.select(shape, false).write_value(values.data(), strata::data_type::float64);
-    c3d::write_number(set, "RelativeSetIndex", points_++);
-    c3d::write_text(set, "Label", label);
-    c3d::write_text(set, "Unit", "Unknown");
+    schema::write_number(set, "RelativeSetIndex", points_++);
+    schema::write_text(set, "Label", label);
+    schema::write_text(set, "Unit", "Unknown");
     return set;
 }
 
@@ -187,12 +188,12 @@ strata::data_set new_acquisition::add_analog(const std::string& label,
     auto set =
         group("Format/Data/AnalogsExport").create_set(label, shape, strata::data_type::float64);
     (void)set.select(shape, false).write_value(samples.data(), strata::data_type::float64);
-    c3d::write_number(set, "RelativeSetIndex", channels_++);
-    c3d::write_text(set, "Label", label);
-    c3d::write_text(set, "Unit", "V");
-    c3d::write_number(set, "Gain", std::int32_t{0});
-    c3d::write_number(set, "Offset", 0.0F);
-    c3d::write_number(set, "Scale", 1.0F);
+    schema::write_number(set, "RelativeSetIndex", channels_++);
+    schema::write_text(set, "Label", label);
+    schema::write_text(set, "Unit", "V");
+    schema::write_number(set, "Gain", std::int32_t{0});
+    schema::write_number(set, "Offset", 0.0F);
+    schema::write_number(set, "Scale", 1.0F);
     return set;
 }
 
@@ -202,7 +203,7 @@ strata::data_set new_acquisition::add_event(const std::string& context, const st
     auto set =
         group("Format/Events").create_set(context + label, shape, strata::data_type::float32);
     (void)set.select(shape, false).write_value(times.data(), strata::data_type::float32);
-    c3d::write_text(set, "Context", context);
+    schema::write_text(set, "Context", context);
     return set;
 }
 
