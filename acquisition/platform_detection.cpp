@@ -28,7 +28,7 @@ namespace {
 
 constexpr char detected_from[] = "DetectedFrom"; // the parameters that groups were made from
 constexpr char undetected[] = "Undetected";      // why platforms have no group
-constexpr char remarks[] = "Remarks";            // what else was logged
+constexpr char remarks_told[] = "Remarks";       // what else was logged
 
 /// The parameters that detection depends on, as numbers: two acquisitions' are the same where
 /// nothing that matters differs.
@@ -138,7 +138,7 @@ void detect_platforms(const strata::data_group& root, const schema::force_platfo
         platform.group = group.retrieve_group(name);
     }
     log_news(group, undetected, failures);
-    log_news(group, remarks, remarks_on(root, table, platforms));
+    log_news(group, remarks_told, remarks_on(root, table, platforms));
 }
 
 } // namespace mox

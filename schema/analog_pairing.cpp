@@ -11,15 +11,13 @@
 #include <utility>
 
 #include "schema/channel_names.hpp"
+#include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace schema {
 
 namespace {
-
-constexpr char analog_parameters[] = "Format/Metadata/ANALOG";
-constexpr char raw_channels[] = "Format/Data/Analogs"; // as the importer left them, never edited
 
 /// What pairing needs to know of a column: the texts are empty where there are none.
 struct column {
@@ -29,9 +27,9 @@ struct column {
 
 /// Number of columns of the file that the acquisition was read from.
 std::optional<std::size_t> columns_of_file(const strata::data_group& root) {
-    if (!root.exists_set(raw_channels))
+    if (!root.exists_set(analogs))
         return std::nullopt;
-    const auto shape = root.retrieve_set(raw_channels).shape(false);
+    const auto shape = root.retrieve_set(analogs).shape(false);
     if (shape.dimensions().size() != 3)
         return std::nullopt;
     return static_cast<std::size_t>(shape.dimensions()[1]);
@@ -54,14 +52,14 @@ std::vector<column> labelled_columns(const strata::data_group& root,
 
 /// Names of the sets that the columns of the file became.
 std::vector<std::string> set_names(const strata::data_group& root) {
-    if (!root.exists_set(raw_channels))
+    if (!root.exists_set(analogs))
         return {};
-    return read_texts(root.retrieve_set(raw_channels).retrieve_attribute("SetNames"));
+    return read_texts(root.retrieve_set(analogs).retrieve_attribute("SetNames"));
 }
 
 /// The columns that something but the order of the channels tells of.
 std::vector<column> known_columns(const strata::data_group& root) {
-    if (const auto labels = read_parameter_list(root, analog_parameters, "LABELS"))
+    if (const auto labels = read_parameter_list(root, metadata_analog, "LABELS"))
         return labelled_columns(root, *labels);
     std::vector<column> columns;
     for (auto& name : set_names(root))

@@ -1,4 +1,5 @@
 #include "platform/anvil/src/extended_attributes_linux.hpp"
+#include "platform/anvil/src/regular_file_posix.hpp"
 
 #include <algorithm>
 #include <array>
@@ -16,8 +17,6 @@
 namespace anvil {
 
 namespace {
-
-int descriptor_of(const file_handle& file) noexcept { return static_cast<int>(file.value()); }
 
 /// Neither the attribute nor, on some file systems, attributes as such.
 bool is_absence(int cause) noexcept { return cause == ENODATA || cause == ENOTSUP; }

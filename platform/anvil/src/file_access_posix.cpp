@@ -8,6 +8,7 @@
 
 #include "platform/anvil/src/extended_attributes_linux.hpp"
 #include "platform/anvil/src/not_kept.hpp"
+#include "platform/anvil/src/regular_file_posix.hpp"
 
 namespace anvil {
 
@@ -19,8 +20,6 @@ constexpr ::mode_t permissions_and_marks = permissions | S_ISUID | S_ISGID | S_I
 // To fchown: leave it as it is.
 constexpr auto same_owner = static_cast<::uid_t>(-1);
 constexpr auto same_group = static_cast<::gid_t>(-1);
-
-int descriptor_of(const file_handle& file) noexcept { return static_cast<int>(file.value()); }
 
 [[noreturn]] void throw_error(int cause) { throw std::system_error(cause, std::system_category()); }
 

@@ -43,7 +43,7 @@ void empty_log_file(const std::filesystem::path& path) noexcept {
     const auto file = open_regular_file(path, O_WRONLY);
     // A file that cannot be emptied keeps its lines, and new ones follow them.
     if (file.is_open())
-        static_cast<void>(::ftruncate(static_cast<int>(file.value()), 0));
+        static_cast<void>(::ftruncate(descriptor_of(file), 0));
 }
 
 log_file::log_file(std::filesystem::path path) : path_{std::move(path)}, former_path_{path_} {

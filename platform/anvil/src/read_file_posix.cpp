@@ -17,7 +17,7 @@ void read_file::open(const std::filesystem::path& path) noexcept {
     if (!file.is_open())
         return;
 
-    const int descriptor = static_cast<int>(file.value());
+    const int descriptor = descriptor_of(file);
     struct ::stat about{};
     if (::fstat(descriptor, &about) != 0)
         return;

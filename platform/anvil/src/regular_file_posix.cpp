@@ -14,7 +14,7 @@ namespace {
 file_handle beyond_standard_streams(file_handle file) noexcept {
     if (!file.is_open() || file.value() > STDERR_FILENO)
         return file;
-    return file_handle{::fcntl(static_cast<int>(file.value()), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
+    return file_handle{::fcntl(descriptor_of(file), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
 }
 
 } // namespace
@@ -28,7 +28,7 @@ file_handle open_regular_file(const std::filesystem::path& path, int flags,
 
     auto file = beyond_standard_streams(file_handle{descriptor});
     struct ::stat about{};
-    if (!file.is_open() || ::fstat(static_cast<int>(file.value()), &about) != 0)
+    if (!file.is_open() || ::fstat(descriptor_of(file), &about) != 0)
         return {};
     if (!S_ISREG(about.st_mode)) {
         errno = S_ISDIR(about.st_mode) ? EISDIR : EINVAL;

@@ -14,8 +14,6 @@ namespace anvil {
 
 namespace {
 
-int descriptor_of(const file_handle& file) noexcept { return static_cast<int>(file.value()); }
-
 std::error_code last_error() noexcept { return {errno, std::system_category()}; }
 
 /// What `path` leads to when it is a link, or a link to a link; that file need not exist.

@@ -24,21 +24,21 @@ void remove_sign(std::span<float> samples) noexcept {
         sample = sample < 0.0F ? sample + 65536.0F : sample;
 }
 
-struct channel_scaling {
+struct stored_scaling {
     std::vector<float> scales;
     std::vector<float> offsets;
 };
 
 /// Reads scale and offset of every channel and gives them to its buffer.
-channel_scaling apply_scaling(analog_samples& samples, const parameter_table& parameters,
-                              sample_storage storage, warnings& notes) {
+stored_scaling apply_scaling(analog_samples& samples, const parameter_table& parameters,
+                             sample_storage storage, warnings& notes) {
     const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
     const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
     const auto bits = parameters.count("ANALOG", "BITS");
     const analog_encoding encoding{storage, declared_sign(parameters),
                                    !bits || *bits == 0 || *bits >= 16};
-    channel_scaling result;
+    stored_scaling result;
     for (std::size_t i = 0; i < samples.channels.size(); ++i) {
         auto& buffer = samples.channels[i];
         const auto scale = scales.number(i).value_or(1.0);

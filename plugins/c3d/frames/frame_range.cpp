@@ -56,14 +56,14 @@ std::optional<frame_range> range_read(const parameter_table& parameters,
         !format.exists_attribute("Header/LastFrame")) {
         return std::nullopt;
     }
-    const auto word = [&](const char* name) {
+    const auto header_word = [&](const char* name) {
         const auto attribute = format.retrieve_attribute(name);
         return schema::read_number<std::uint16_t>(attribute).value_or(0);
     };
     const auto shape = format.retrieve_set("Data/Points").shape(false);
     const auto frames = static_cast<std::uint64_t>(shape.dimensions().back());
-    const auto claims =
-        frame_claims_of(parameters, word("Header/FirstFrame"), word("Header/LastFrame"));
+    const auto claims = frame_claims_of(parameters, header_word("Header/FirstFrame"),
+                                        header_word("Header/LastFrame"));
     return frame_range{frames, first_frame_number(claims, frames)};
 }
 

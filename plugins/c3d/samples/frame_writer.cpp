@@ -16,7 +16,7 @@ constexpr std::size_t block_size = std::size_t{256} * 1024;
 
 /// Rows whose cache lines stay in the first-level cache from one tile of columns to the next, which
 /// writes the same lines.
-constexpr std::size_t cached_rows = 128;
+constexpr std::size_t most_scratch_rows = 128;
 
 std::size_t records_in_block(std::size_t record_bytes, std::uint64_t records) {
     constexpr std::size_t tile = 4;
@@ -29,7 +29,7 @@ class column_encoder {
   public:
     column_encoder(std::span<const sample_source> columns, std::size_t most_rows)
         : columns_(columns), encoder_(encoder_for_processor()) {
-        scratch_rows_ = std::min(most_rows, cached_rows);
+        scratch_rows_ = std::min(most_rows, most_scratch_rows);
         scratch_.resize(4 * scratch_rows_);
     }
 

@@ -9,6 +9,7 @@
 
 #include <anvil/log_sink_file_threaded.hpp>
 
+#include "tests/cpp/anvil/support/log_line.hpp"
 #include "tests/cpp/anvil/support/temporary_folder.hpp"
 #include "tests/cpp/anvil/support/text_file.hpp"
 
@@ -17,6 +18,7 @@ namespace {
 using anvil::log_level;
 using anvil::log_sink_file_threaded;
 using anvil_test::lines_of;
+using anvil_test::log;
 using anvil_test::make_file;
 using anvil_test::temporary_folder;
 using anvil_test::texts_of;
@@ -31,10 +33,6 @@ class LogSinkFileThreaded : public testing::Test {
     temporary_folder folder_;
     std::filesystem::path path_ = folder_ / "trace.log";
 };
-
-void log(log_sink_file_threaded& sink, const std::string& text) {
-    sink.sink_it({"gait", log_level::info, text});
-}
 
 TEST_F(LogSinkFileThreaded, LineHasItsForm) {
     const auto log_sink = sink();

@@ -11,6 +11,7 @@
 #include <anvil/log_sink_file_threaded.hpp>
 
 #include "tests/cpp/anvil/support/child_process.hpp"
+#include "tests/cpp/anvil/support/log_line.hpp"
 #include "tests/cpp/anvil/support/sanitizers.hpp"
 #include "tests/cpp/anvil/support/temporary_folder.hpp"
 #include "tests/cpp/anvil/support/text_file.hpp"
@@ -21,6 +22,7 @@ using anvil::log_level;
 using anvil::log_sink_file_threaded;
 using anvil_test::ended_well;
 using anvil_test::lines_of;
+using anvil_test::log;
 using anvil_test::start_child;
 using anvil_test::temporary_folder;
 using anvil_test::text_of;
@@ -28,10 +30,6 @@ using anvil_test::texts_of;
 using strings = std::vector<std::string>;
 
 constexpr int lines_per_process = 5000;
-
-void log(log_sink_file_threaded& sink, const std::string& text) {
-    sink.sink_it({"gait", log_level::info, text});
-}
 
 /// Forks while the sink's thread, and others, may be anywhere in their work.
 class LogSinkForks : public testing::Test {

@@ -13,7 +13,7 @@ using testing::SizeIs;
 
 constexpr auto header = "Format/Header";
 constexpr auto groups = "Format/Header/Groups";
-constexpr auto parameters = "Format/Header/Parameters";
+constexpr auto parameter_records = "Format/Header/Parameters";
 
 TEST(HeaderGroup, CountersAreThoseThatWereRead) {
     trial file;
@@ -90,14 +90,14 @@ TEST(HeaderGroup, RecordsOfParametersAreKept) {
         writer.record(1, "D", -1, {}, c3d_test::hex("41"));
     };
     const auto found = c3d_test::read(file.bytes());
-    EXPECT_THAT(found.numbers(parameters, "Group"), ElementsAre(0, 0, 0, 0));
-    EXPECT_THAT(found.texts(parameters, "Name"), ElementsAre("Labels", "B", "C", "D"));
-    EXPECT_THAT(found.texts(parameters, "Stored"), ElementsAre("LABELS", "B", "C", "D"));
-    EXPECT_THAT(found.numbers(parameters, "Type"), ElementsAre(-1, 1, 4, -1));
-    EXPECT_THAT(found.numbers(parameters, "Width"), ElementsAre(12, 0, 0, -1));
-    EXPECT_THAT(found.numbers(parameters, "Encoding"), ElementsAre(0, 0, 0, 0));
-    EXPECT_THAT(found.numbers(parameters, "Locked"), ElementsAre(1, 0, 0, 0));
-    EXPECT_THAT(found.texts(parameters, "Description"), ElementsAre("", "", "ratio", ""));
+    EXPECT_THAT(found.numbers(parameter_records, "Group"), ElementsAre(0, 0, 0, 0));
+    EXPECT_THAT(found.texts(parameter_records, "Name"), ElementsAre("Labels", "B", "C", "D"));
+    EXPECT_THAT(found.texts(parameter_records, "Stored"), ElementsAre("LABELS", "B", "C", "D"));
+    EXPECT_THAT(found.numbers(parameter_records, "Type"), ElementsAre(-1, 1, 4, -1));
+    EXPECT_THAT(found.numbers(parameter_records, "Width"), ElementsAre(12, 0, 0, -1));
+    EXPECT_THAT(found.numbers(parameter_records, "Encoding"), ElementsAre(0, 0, 0, 0));
+    EXPECT_THAT(found.numbers(parameter_records, "Locked"), ElementsAre(1, 0, 0, 0));
+    EXPECT_THAT(found.texts(parameter_records, "Description"), ElementsAre("", "", "ratio", ""));
 }
 
 TEST(HeaderGroup, ReplacedParametersHaveNoRecord) {
@@ -106,7 +106,7 @@ TEST(HeaderGroup, ReplacedParametersHaveNoRecord) {
         writer.group(9, "OWN").words(9, "X", {1}).words(9, "X", {2});
     };
     const auto found = c3d_test::read(file.bytes());
-    const auto names = found.texts(parameters, "Name");
+    const auto names = found.texts(parameter_records, "Name");
     EXPECT_EQ(std::count(names.begin(), names.end(), "X"), 1);
 }
 

@@ -22,7 +22,7 @@ using c3d_test::trial;
 using c3d_test::write;
 using testing::ElementsAre;
 
-constexpr auto parameters = "Format/Metadata/ANALOG";
+constexpr auto analog_parameters = "Format/Metadata/ANALOG";
 
 trial one_channel(std::function<void(parameter_writer&)> more) {
     trial file;
@@ -45,8 +45,8 @@ TEST(ExportedAnalogs, ScaleAndOffsetOfTheChannelAreThoseOfTheFile) {
     change_number(channel, "Offset", -10.0);
     const auto found = opened(write(made.store).bytes);
     EXPECT_THAT(found.values(analogs_set), ElementsAre(1.0, -2.0));
-    EXPECT_THAT(found.numbers(parameters, "SCALE"), ElementsAre(0.5));
-    EXPECT_THAT(found.numbers(parameters, "OFFSET"), ElementsAre(-10));
+    EXPECT_THAT(found.numbers(analog_parameters, "SCALE"), ElementsAre(0.5));
+    EXPECT_THAT(found.numbers(analog_parameters, "OFFSET"), ElementsAre(-10));
 }
 
 TEST(ExportedAnalogs, AnotherScaleChangesNoValue) {
@@ -57,8 +57,8 @@ TEST(ExportedAnalogs, AnotherScaleChangesNoValue) {
     change_number(channel_of(found.store), "Scale", 4.0);
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.values(analogs_set), ElementsAre(50.0, 55.0, 0.25));
-    EXPECT_THAT(again.numbers(parameters, "SCALE"), ElementsAre(4.0));
-    EXPECT_THAT(again.numbers(parameters, "GEN_SCALE"), ElementsAre(2.0));
+    EXPECT_THAT(again.numbers(analog_parameters, "SCALE"), ElementsAre(4.0));
+    EXPECT_THAT(again.numbers(analog_parameters, "GEN_SCALE"), ElementsAre(2.0));
 }
 
 TEST(ExportedAnalogs, ScaleThatLosesTheValuesIsWrittenAsOne) {
@@ -69,7 +69,7 @@ TEST(ExportedAnalogs, ScaleThatLosesTheValuesIsWrittenAsOne) {
         const auto written = write(made.store);
         const auto found = opened(written.bytes);
         EXPECT_THAT(found.values(analogs_set), ElementsAre(1.5, -2.0)) << scale;
-        EXPECT_THAT(found.numbers(parameters, "SCALE"), ElementsAre(1.0)) << scale;
+        EXPECT_THAT(found.numbers(analog_parameters, "SCALE"), ElementsAre(1.0)) << scale;
         EXPECT_TRUE(written.warns_about("the scale of the analog channel 'C' is ")) << scale;
     }
 }
@@ -80,7 +80,7 @@ TEST(ExportedAnalogs, ScaleOfZeroThatWasReadStays) {
                               }).bytes());
     const auto written = write(found.store);
     const auto again = opened(written.bytes);
-    EXPECT_THAT(again.numbers(parameters, "SCALE"), ElementsAre(0.0));
+    EXPECT_THAT(again.numbers(analog_parameters, "SCALE"), ElementsAre(0.0));
     const auto data = written.bytes.size() - 512;
     EXPECT_EQ(written.part(data, 12), c3d_test::hex("00 00 C8 42 00 00 DC 42 00 00 00 3F"));
 }
@@ -96,7 +96,7 @@ TEST(ExportedAnalogs, GeneralScaleOfZeroIsWrittenAsOneWhenAValueNeedsIt) {
         channel.select(shape, false).write_value(values.data(), strata::data_type::float64));
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.values(analogs_set), ElementsAre(1.0, 2.0, 3.0));
-    EXPECT_THAT(again.numbers(parameters, "GEN_SCALE"), ElementsAre(1.0));
+    EXPECT_THAT(again.numbers(analog_parameters, "GEN_SCALE"), ElementsAre(1.0));
 }
 
 TEST(ExportedAnalogs, ValuesBeyondRealsGetALargerScale) {
@@ -117,7 +117,7 @@ TEST(ExportedAnalogs, OffsetThatNoWordHoldsGoesIntoTheSamples) {
         const auto written = write(made.store);
         const auto found = opened(written.bytes);
         EXPECT_THAT(found.values(analogs_set), ElementsAre(1.0, -2.0)) << offset;
-        EXPECT_THAT(found.numbers(parameters, "OFFSET"), ElementsAre(0)) << offset;
+        EXPECT_THAT(found.numbers(analog_parameters, "OFFSET"), ElementsAre(0)) << offset;
         EXPECT_TRUE(written.warns_about("which ANALOG:OFFSET cannot hold; it is written as 0"));
     }
 }
@@ -128,7 +128,7 @@ TEST(ExportedAnalogs, RealOffsetsOfAFileStayReal) {
                               }).bytes());
     change_number(channel_of(found.store), "Offset", 200.5);
     const auto again = opened(write(found.store).bytes);
-    EXPECT_THAT(again.numbers(parameters, "OFFSET"), ElementsAre(200.5));
+    EXPECT_THAT(again.numbers(analog_parameters, "OFFSET"), ElementsAre(200.5));
     EXPECT_THAT(again.values(analogs_set), ElementsAre(99.75, 109.75, 0.25));
 }
 
@@ -143,7 +143,7 @@ TEST(ExportedAnalogs, OffsetsOfUnsignedWordsAreReadAgain) {
     EXPECT_THAT(found.values(analogs_set), ElementsAre(0.0, 2.0, 100.0 - 36864.0));
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.values(analogs_set), ElementsAre(0.0, 2.0, 100.0 - 36864.0));
-    EXPECT_THAT(again.numbers(parameters, "OFFSET"), ElementsAre(-28672));
+    EXPECT_THAT(again.numbers(analog_parameters, "OFFSET"), ElementsAre(-28672));
 }
 
 TEST(ExportedAnalogs, GainCodesThatMeanNothingStay) {
@@ -152,8 +152,8 @@ TEST(ExportedAnalogs, GainCodesThatMeanNothingStay) {
     auto label = channel_of(found.store).retrieve_attribute("Label");
     label.write("renamed");
     const auto again = opened(write(found.store).bytes);
-    EXPECT_THAT(again.numbers(parameters, "GAIN"), ElementsAre(77));
-    EXPECT_THAT(again.texts(parameters, "LABELS"), ElementsAre("renamed"));
+    EXPECT_THAT(again.numbers(analog_parameters, "GAIN"), ElementsAre(77));
+    EXPECT_THAT(again.texts(analog_parameters, "LABELS"), ElementsAre("renamed"));
 }
 
 TEST(ExportedAnalogs, AreCountedByTheirRatio) {
@@ -163,7 +163,7 @@ TEST(ExportedAnalogs, AreCountedByTheirRatio) {
     const auto found = opened(write(made.store).bytes);
     EXPECT_THAT(found.numbers("Format/Header", "NumberAnalogSamplesPerPointSample"),
                 ElementsAre(4));
-    EXPECT_THAT(found.numbers(parameters, "RATE"), ElementsAre(200.0));
+    EXPECT_THAT(found.numbers(analog_parameters, "RATE"), ElementsAre(200.0));
     EXPECT_THAT(found.row(analogs_set, 0, 1), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11));
 }
 

@@ -16,7 +16,7 @@ using c3d_test::write;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr auto parameters = "Format/Metadata/EVENT";
+constexpr auto event_parameters = "Format/Metadata/EVENT";
 
 trial with_events() {
     trial file;
@@ -36,8 +36,8 @@ strata::data_group events_of(const reading& found) {
 
 TEST(ExportedEvents, StayAsTheFileHasThem) {
     const auto again = opened(write(opened(with_events().bytes()).store).bytes);
-    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
-    EXPECT_THAT(again.store.root().retrieve_group(parameters).list_attributes_name(),
+    EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
+    EXPECT_THAT(again.store.root().retrieve_group(event_parameters).list_attributes_name(),
                 ElementsAre("USED", "CONTEXTS", "LABELS", "TIMES"));
 }
 
@@ -50,9 +50,11 @@ TEST(ExportedEvents, AppendedOnesComeBehindInTheFilesOrder) {
     ASSERT_TRUE(strikes.select(strikes.shape(false), false)
                     .write_value(times.data(), strata::data_type::float32));
     const auto again = opened(write(found.store).bytes);
-    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(4));
-    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5, 2, 5.25));
-    EXPECT_THAT(again.texts(parameters, "CONTEXTS"), ElementsAre("Left", "Right", "Left", "Left"));
+    EXPECT_THAT(again.numbers(event_parameters, "USED"), ElementsAre(4));
+    EXPECT_THAT(again.numbers(event_parameters, "TIMES"),
+                ElementsAre(0, 1.5, 1, 2.5, 0, 3.5, 2, 5.25));
+    EXPECT_THAT(again.texts(event_parameters, "CONTEXTS"),
+                ElementsAre("Left", "Right", "Left", "Left"));
     EXPECT_THAT(again.numbers("Format/Events/LeftFoot Strike", "Icons"), ElementsAre(0));
 }
 
@@ -72,15 +74,15 @@ TEST(ExportedEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
     schema::write_text(set, "OccurrenceLabels", "Stride");
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.texts("Format/Header", "EventLabels"), IsEmpty());
-    EXPECT_THAT(again.texts(parameters, "LABELS"), ElementsAre("Stride"));
-    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1));
+    EXPECT_THAT(again.texts(event_parameters, "LABELS"), ElementsAre("Stride"));
+    EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1));
 }
 
 TEST(ExportedEvents, NewAcquisitionsGetTheWholeGroup) {
     new_acquisition made(1, 50.0);
     made.add_event("Left", "Foot Strike", {0.1F, -70.5F});
     const auto found = opened(write(made.store).bytes);
-    EXPECT_THAT(found.store.root().retrieve_group(parameters).list_attributes_name(),
+    EXPECT_THAT(found.store.root().retrieve_group(event_parameters).list_attributes_name(),
                 ElementsAre("USED", "CONTEXTS", "LABELS", "DESCRIPTIONS", "TIMES", "SUBJECTS",
                             "ICON_IDS", "GENERIC_FLAGS"));
     const auto set = found.store.root().retrieve_set("Format/Events/LeftFoot Strike");
@@ -95,7 +97,7 @@ TEST(ExportedEvents, ThatAreGoneLeaveEmptyLists) {
     for (const auto* name : {"LeftFoot Strike", "RightFoot Off"})
         events_of(found).delete_set(name);
     const auto again = opened(write(found.store).bytes);
-    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(0));
+    EXPECT_THAT(again.numbers(event_parameters, "USED"), ElementsAre(0));
     EXPECT_THAT(events_of(again).list_set_children_name(), IsEmpty());
 }
 
@@ -108,8 +110,8 @@ TEST(ExportedEvents, ThatNobodyLookedForStay) {
     const auto written = write(found.store);
     EXPECT_EQ(written.part(396, 4), c3d_test::characters("RHS "));
     const auto again = opened(written.bytes);
-    EXPECT_THAT(again.numbers(parameters, "USED"), ElementsAre(3));
-    EXPECT_THAT(again.numbers(parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
+    EXPECT_THAT(again.numbers(event_parameters, "USED"), ElementsAre(3));
+    EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
 }
 
 TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {

@@ -12,6 +12,7 @@ namespace {
 
 using c3d::places_of;
 using c3d_test::byte_vector;
+using c3d_test::intel;
 using c3d_test::opened;
 using c3d_test::parameter_writer;
 using c3d_test::trial;
@@ -19,8 +20,7 @@ using c3d_test::write;
 using testing::ElementsAre;
 
 constexpr auto rotations_set = "Format/Data/Rotations";
-constexpr auto intel = c3d::number_format::intel;
-constexpr int rotation = 9;
+constexpr int rotation_group = 9;
 
 /// One row of one segment: elements `first`, `first` + 1 and so on, reliability 1.
 byte_vector row_from(float first) {
@@ -35,9 +35,9 @@ byte_vector row_from(float first) {
 trial with_rotations(int block) {
     trial file;
     file.more_parameters = [=](parameter_writer& writer) {
-        writer.group(rotation, "ROTATION").words(rotation, "USED", {1});
-        writer.texts(rotation, "LABELS", {"Pelvis"}, 8).words(rotation, "RATIO", {1});
-        writer.words(rotation, "DATA_START", {block});
+        writer.group(rotation_group, "ROTATION").words(rotation_group, "USED", {1});
+        writer.texts(rotation_group, "LABELS", {"Pelvis"}, 8).words(rotation_group, "RATIO", {1});
+        writer.words(rotation_group, "DATA_START", {block});
     };
     return file;
 }

@@ -15,9 +15,9 @@ namespace {
 using c3d::encoder;
 using c3d_test::append;
 using c3d_test::byte_vector;
+using c3d_test::intel;
 using c3d_test::real;
 
-constexpr auto intel = c3d::number_format::intel;
 constexpr auto nan = std::numeric_limits<float>::quiet_NaN();
 constexpr auto infinity = std::numeric_limits<float>::infinity();
 

@@ -10,6 +10,8 @@ namespace c3d_test {
 
 using byte_vector = std::vector<std::byte>;
 
+inline constexpr auto intel = c3d::number_format::intel;
+
 /// The bytes written in `text` as pairs of hexadecimal digits; blanks and "|" between them are
 /// skipped.
 [[nodiscard]] byte_vector hex(std::string_view text);

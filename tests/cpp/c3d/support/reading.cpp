@@ -4,26 +4,11 @@
 #include <memory>
 #include <utility>
 
-#include <anvil/logging.hpp>
-
 #include "plugins/c3d/importer.hpp"
 #include "schema/read_attribute.hpp"
+#include "tests/cpp/c3d/support/line_collector.hpp"
 
 namespace c3d_test {
-
-namespace {
-
-class line_collector final : public anvil::log_sink {
-  public:
-    void sink_it(const anvil::log_msg& message) noexcept override {
-        lines.emplace_back(message.text);
-    }
-    void flush() noexcept override {}
-
-    std::vector<std::string> lines;
-};
-
-} // namespace
 
 std::vector<double> reading::values(std::string_view set) const {
     auto source = store.root().retrieve_set(set);

@@ -5,8 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include <anvil/logging.hpp>
-
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/events/events_detect.hpp"
@@ -15,20 +13,11 @@
 #include "schema/read_attribute.hpp"
 #include "schema/split_record.hpp"
 #include "schema/write_attribute.hpp"
+#include "tests/cpp/c3d/support/line_collector.hpp"
 
 namespace c3d_test {
 
 namespace {
-
-class line_collector final : public anvil::log_sink {
-  public:
-    void sink_it(const anvil::log_msg& message) noexcept override {
-        lines.emplace_back(message.text);
-    }
-    void flush() noexcept override {}
-
-    std::vector<std::string> lines;
-};
 
 void describe_group(strata::data_group group, std::int64_t samples, double rate, double start) {
     schema::write_number(group, "NumSamples", samples);
