@@ -1,12 +1,15 @@
 #include "acquisition/resize_acquisition.hpp"
 
+#include <algorithm>
 #include <new>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels.hpp"
+#include "acquisition/point_types.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/resize_rotations.hpp"
 #include "acquisition/sample_agreement.hpp"
@@ -55,15 +58,38 @@ void write_raw_count(const strata::data_group& root, const char* path, std::uint
 
 bool has_extent(const group_extent& extent) { return samples_of(extent.group) == extent.samples; }
 
-/// The analog channels to come, while there are none and their samples are not those of the frames.
-std::optional<group_extent> extent_of_no_analogs(const strata::data_group& root,
-                                                 std::uint64_t frames) {
-    if (!root.exists_group(schema::analogs_export))
+bool awaits_channels(const strata::data_group& root, std::string_view path) {
+    return root.exists_group(path) && strata::set_count(root.retrieve_group(path)) == 0;
+}
+
+/// The frames come from nothing that a point group holds or that has its frames.
+bool awaits_points(const strata::data_group& root) {
+    return std::ranges::all_of(
+               point_types, [&](const auto& type) { return awaits_channels(root, type.path); }) &&
+           !has_rotations(root);
+}
+
+std::optional<std::uint64_t> frames_of_points_to_come(const strata::data_store& acquisition) {
+    const auto root = acquisition.root();
+    if (root.exists_group(schema::analogs_export) && !awaits_channels(root, schema::analogs_export))
+        return frames_of_analog_samples(root,
+                                        samples_of(root.retrieve_group(schema::analogs_export)));
+    const auto frames = counted_frames(acquisition);
+    return frames ? std::optional(static_cast<std::uint64_t>(*frames)) : std::nullopt;
+}
+
+std::optional<std::uint64_t> samples_of_analogs_to_come(const strata::data_store& acquisition) {
+    const auto frames = counted_frames(acquisition);
+    if (!frames)
         return std::nullopt;
-    const auto analogs = root.retrieve_group(schema::analogs_export);
-    if (strata::set_count(analogs) != 0)
-        return std::nullopt;
-    return extent_of_analogs(analogs, analog_samples_of_frames(root, static_cast<double>(frames)));
+    const auto samples = analog_samples_of_frames(acquisition.root(), *frames);
+    return samples < largest_count ? std::optional(static_cast<std::uint64_t>(samples))
+                                   : std::nullopt;
+}
+
+void resize_analog_group(const strata::data_group& root, std::uint64_t samples) {
+    resize_device_groups({{retrieve_group(root, schema::analogs_export), samples}});
+    write_raw_count(root, schema::analogs, samples);
 }
 
 } // namespace
@@ -87,7 +113,6 @@ void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frame
 void resize_points(const strata::data_store& acquisition, std::uint64_t frames) {
     const auto root = acquisition.root();
     auto extents = extents_of_points(root, frames);
-    const auto analogs = extent_of_no_analogs(root, frames);
     std::erase_if(extents, has_extent);
     if (!extents.empty()) {
         require_memory(extents, elements_of_rotations(root, frames));
@@ -95,14 +120,25 @@ void resize_points(const strata::data_store& acquisition, std::uint64_t frames) 
         resize_device_groups(extents);
         write_raw_count(root, schema::points, frames);
     }
-    if (analogs && !has_extent(*analogs))
-        resize_analogs(acquisition, analogs->samples);
+    resize_channels_to_come(acquisition);
 }
 
 void resize_analogs(const strata::data_store& acquisition, std::uint64_t samples) {
+    resize_analog_group(acquisition.root(), samples);
+    resize_channels_to_come(acquisition);
+}
+
+void resize_channels_to_come(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
-    resize_device_groups({{retrieve_group(root, schema::analogs_export), samples}});
-    write_raw_count(root, schema::analogs, samples);
+    if (awaits_points(root)) {
+        // The count of the file's points stays: it tells how many values a new rate takes.
+        if (const auto frames = frames_of_points_to_come(acquisition))
+            resize_device_groups(extents_of_points(root, *frames));
+    }
+    if (awaits_channels(root, schema::analogs_export)) {
+        if (const auto samples = samples_of_analogs_to_come(acquisition))
+            resize_analog_group(root, *samples);
+    }
 }
 
 } // namespace mox

@@ -21,11 +21,20 @@ void require_memory_for_frames(const strata::data_store& acquisition, std::uint6
 /// the rotations of so many frames.
 void resize_to_frames(const strata::data_store& acquisition, std::uint64_t frames);
 
-/// Gives points and rotations `frames` frames. Analog channels keep their samples; while there are
-/// none, those to come get the samples that belong to the frames.
+/// Gives points and rotations `frames` frames. Analog channels keep their samples; then
+/// resize_channels_to_come.
 void resize_points(const strata::data_store& acquisition, std::uint64_t frames);
 
-/// Gives every analog channel `samples` samples.
+/// Gives every analog channel `samples` samples; then resize_channels_to_come.
 void resize_analogs(const strata::data_store& acquisition, std::uint64_t samples);
+
+/// Groups without channels follow what is there, so that channels that are appended fit and a file
+/// has the counts that the getters give. To be called when channels were removed or a count was
+/// changed.
+/// - Without points and rotations, points to come get the frames of the analog channels; without
+///   those too, the frames that are counted.
+/// - Without analog channels, those to come get the samples that belong to the counted frames.
+/// Where that needs a group that is missing, or is more than an attribute holds, a count stays.
+void resize_channels_to_come(const strata::data_store& acquisition);
 
 } // namespace mox

@@ -52,6 +52,8 @@ void resize_samples(strata::data_set set, std::uint64_t samples) {
 
 } // namespace
 
+bool has_rotations(const strata::data_group& root) { return !rotations_of(root).empty(); }
+
 double elements_of_rotations(const strata::data_group& root, std::uint64_t frames) {
     constexpr double elements_of_sample = 17.0; // a matrix and its reliability
     return elements_of_sample * static_cast<double>(rotations_of(root).size()) *

@@ -6,6 +6,9 @@
 
 namespace mox {
 
+/// True where a segment has rotations.
+[[nodiscard]] bool has_rotations(const strata::data_group& root);
+
 /// What the rotations of `frames` frames take, in doubles; 0 without segments.
 [[nodiscard]] double elements_of_rotations(const strata::data_group& root, std::uint64_t frames);
 

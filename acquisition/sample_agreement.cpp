@@ -35,12 +35,25 @@ double analog_samples_of_frames(const strata::data_group& root, double frames) {
     return frames * std::max(1.0, ratio);
 }
 
-bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples) {
+std::optional<std::uint64_t> frames_of_analog_samples(const strata::data_group& root,
+                                                      std::uint64_t samples) {
+    const auto ratio = static_cast<std::uint64_t>(analog_samples_of_frames(root, 1.0));
+    if (samples % ratio != 0)
+        return std::nullopt;
+    return samples / ratio;
+}
+
+std::optional<double> counted_frames(const strata::data_store& acquisition) {
     const auto root = acquisition.root();
     if (!root.exists_set(schema::points) && !root.exists_group(schema::angles))
-        return false;
-    const auto frames = sampling::point_frame_number(acquisition);
-    return static_cast<double>(samples) == analog_samples_of_frames(root, frames);
+        return std::nullopt;
+    return sampling::point_frame_number(acquisition);
+}
+
+bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples) {
+    const auto frames = counted_frames(acquisition);
+    return frames &&
+           static_cast<double>(samples) == analog_samples_of_frames(acquisition.root(), *frames);
 }
 
 void require_sample_agreement(const strata::data_store& acquisition) {

@@ -194,6 +194,7 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     write_to_raw_set(root, schema::analogs, attribute::num_samples, samples);
     write_to_raw_set(root, schema::analogs, attribute::sample_rate, rate);
     write_to_parameter(root, schema::metadata_analog, rate);
+    resize_channels_to_come(acquisition);
 }
 
 void set_analog_resolution(strata::data_store acquisition, int bits) {

@@ -46,6 +46,7 @@ void remove(const strata::data_store& acquisition, const strata::data_set& set) 
     platform_channel_numbers platforms(acquisition.root());
     remove_channel(group, set, {group});
     platforms.follow_channels();
+    resize_channels_to_come(acquisition);
 }
 
 void set_channel_values(const strata::data_group& group, const strata::data_set& set,
@@ -101,6 +102,7 @@ void clear(strata::data_store acquisition) {
     platform_channel_numbers platforms(acquisition.root());
     delete_sets(group);
     platforms.follow_channels();
+    resize_channels_to_come(acquisition);
 }
 
 void set_number(strata::data_store acquisition, int wanted) {

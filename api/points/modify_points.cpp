@@ -8,6 +8,7 @@
 
 #include "acquisition/channels.hpp"
 #include "acquisition/point_types.hpp"
+#include "acquisition/resize_acquisition.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
@@ -51,6 +52,7 @@ void require_point_groups(const strata::data_store& acquisition) {
 template <typename Key> outputs<2> remove(const strata::data_store& acquisition, const Key& key) {
     const auto [set, holder] = find(acquisition, key);
     remove_channel(holder, set, point_groups(acquisition.root()));
+    resize_channels_to_come(acquisition);
     return all(acquisition);
 }
 
@@ -109,6 +111,7 @@ outputs<2> remove_by_label(strata::data_store acquisition, const std::string& la
 void clear(strata::data_store acquisition) {
     for (const auto& type : point_types)
         delete_sets(retrieve_group(acquisition.root(), type.path));
+    resize_channels_to_come(acquisition);
 }
 
 outputs<2> set_label_by_index(strata::data_store acquisition, int index, const std::string& label) {

@@ -61,3 +61,9 @@ def file_with_everything() -> C3DFile:
 def file_without_analogs() -> C3DFile:
     """Markers alone."""
     return C3DFile({"LASI": track(0, 3), "RASI": track(10, 3)}, rate=50.0)
+
+
+def file_without_points() -> C3DFile:
+    """Analog channels alone."""
+    channels = [Analog("EMG1", np.arange(6), units="V"), Analog("EMG2", np.arange(6) - 3)]
+    return C3DFile(analogs=channels, samples_per_frame=2, rate=50.0)

@@ -19,7 +19,13 @@ from stateful.metadata_rules import MetadataRules
 from stateful.point_rules import PointRules
 from stateful.refusal_rules import RefusalRules
 from stateful.sampling_rules import SamplingRules
-from stateful.start_files import TYPES, UNITS, file_with_everything, file_without_analogs
+from stateful.start_files import (
+    TYPES,
+    UNITS,
+    file_with_everything,
+    file_without_analogs,
+    file_without_points,
+)
 from stateful.writing_rules import WritingRules
 from support.c3d_bytes import C3DFile
 from support.memory import under_a_sanitizer
@@ -74,6 +80,12 @@ class EditingReadWithoutAnalogs(Editing):
         return read(file), acquisition_of(file, TYPES, UNITS)
 
 
+class EditingReadWithoutPoints(Editing):
+    def start(self) -> tuple[Any, Acquisition]:
+        file = file_without_points()
+        return read(file), acquisition_of(file, TYPES, UNITS)
+
+
 def read(file: C3DFile) -> Any:
     with tempfile.TemporaryDirectory() as folder:
         path = Path(folder, "trial.c3d")
@@ -82,7 +94,9 @@ def read(file: C3DFile) -> Any:
 
 
 @pytest.mark.parametrize(
-    "machine", [EditingNew, EditingRead, EditingReadWithoutAnalogs], ids=lambda each: each.__name__
+    "machine",
+    [EditingNew, EditingRead, EditingReadWithoutAnalogs, EditingReadWithoutPoints],
+    ids=lambda each: each.__name__,
 )
 def test_random_edits_do_what_the_model_does(machine: type[EditingMachine]) -> None:
     run_state_machine_as_test(machine, settings=SETTINGS)

@@ -84,6 +84,10 @@ class WritingRules(EditingMachine):
         # A change of the rate leaves the start where it was, maybe between two frames.
         first = _moxPY.moxGetFirstFrame(self.handle)
         assert abs(_moxPY.moxGetFirstFrame(written) - first) <= 0.5
+        # Nor does it change any samples: until they are set, getters count those of the new rate.
+        frames = self.model.point_groups["Angles"].samples
+        if _frames_and_samples(self.handle) == (frames, frames * self.model.ratio):
+            assert _frames_and_samples(written) == _frames_and_samples(self.handle)
 
 
 def _contradiction(model: Acquisition) -> str | None:
@@ -115,6 +119,11 @@ def _gaps_whole(matrix: Any) -> Any:
     points = matrix.astype(np.float32).astype(np.float64).reshape(len(matrix), -1, 3)
     points[~np.isfinite(points).all(axis=2)] = np.nan
     return points.reshape(matrix.shape)
+
+
+def _frames_and_samples(acquisition: Any) -> tuple[float, float]:
+    frames = _moxPY.moxGetPointFrameNumber(acquisition)
+    return frames, _moxPY.moxGetAnalogFrameNumber(acquisition)
 
 
 def _event_times(acquisition: Any) -> list[float]:

@@ -79,10 +79,12 @@ class AnalogModel(SamplingModel):
         removed = self._channel(key)
         del self.analogs.channels[removed.name]
         close_gap(self.analogs.channels.values(), removed.index)
+        self.resize_channels_to_come()
         return self.moxGetAnalogs()
 
     def moxClearAnalogs(self) -> None:
         self.analogs.channels.clear()
+        self.resize_channels_to_come()
 
     def moxSetAnalogNumber(self, number: int) -> None:
         count = len(self.analogs.channels)
@@ -99,7 +101,9 @@ class AnalogModel(SamplingModel):
         samples = int(self.moxGetPointFrameNumber()) * self.ratio
         rows = samples if np.shape(matrix)[:1] == (samples,) else self.analogs.samples
         spread(checked(matrix, rows, len(channels), 1), channels, 1)
-        self.analogs.samples = rows
+        if rows != self.analogs.samples:
+            self.analogs.samples = rows
+            self.resize_channels_to_come()
 
     def moxSetAnalogValues(self, key: int | str, matrix: Any) -> None:
         channel = self._channel(key)

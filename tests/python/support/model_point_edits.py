@@ -45,8 +45,7 @@ class PointEditModel(PointModel, SamplingModel):
         columns = checked(matrix, frames, len(self.points), 3)
         for group in self.point_groups.values():
             resize(group, frames, math.nan)
-        if not self.analogs.channels:
-            self.analogs.samples = frames * self.ratio
+        self.resize_channels_to_come()
         for point in self.points:
             point.values = columns[:, 3 * point.index : 3 * point.index + 3].copy()
 
@@ -66,11 +65,13 @@ class PointEditModel(PointModel, SamplingModel):
         group, point = find(self.point_groups.values(), key)
         del group.channels[point.name]
         close_gap(self.points, point.index)
+        self.resize_channels_to_come()
         return self.moxGetPoints()
 
     def moxClearPoints(self) -> None:
         for group in self.point_groups.values():
             group.channels.clear()
+        self.resize_channels_to_come()
 
     def moxSetPointLabel(self, key: int | str, label: str) -> Reading:
         find(self.point_groups.values(), key)[1].label = label

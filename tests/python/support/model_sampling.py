@@ -86,6 +86,7 @@ class SamplingModel(State):
         if self.raw:
             self.raw.analog_rate = self.analogs.rate
         self._set_rate_of("ANALOG", self.analogs.rate)
+        self.resize_channels_to_come()
 
     def moxSetFirstFrame(self, first: int, shift_events: int = 0) -> None:
         rate = self._markers.rate
@@ -114,6 +115,17 @@ class SamplingModel(State):
             assign_number(entries["BITS"], bits)
         else:
             entries["BITS"] = Entry("int32", (), [bits])
+
+    def resize_channels_to_come(self) -> None:
+        """Groups without channels have the samples that belong to what there is."""
+        groups = self.point_groups.values()
+        if not any(group.channels for group in groups):
+            counted = int(self.moxGetPointFrameNumber())
+            held = self.analogs.samples // self.ratio
+            for group in groups:
+                group.samples = held if self.analogs.channels else counted
+        if not self.analogs.channels:
+            self.analogs.samples = int(self.moxGetPointFrameNumber()) * self.ratio
 
     def _set_rate_of(self, group: str, rate: float) -> None:
         """The parameter that says a rate follows where there is one."""
