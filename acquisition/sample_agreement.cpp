@@ -1,6 +1,7 @@
 #include "acquisition/sample_agreement.hpp"
 
 #include <algorithm>
+#include <string>
 
 #include <fmt/format.h>
 #include <strata/access/set_count.hpp>
@@ -23,6 +24,22 @@ std::uint64_t frames_of_points(const strata::data_group& root) {
             return samples_of(root.retrieve_group(type.path));
     }
     return 0;
+}
+
+bool has_points(const strata::data_group& root) {
+    return std::ranges::any_of(point_types, [&](const auto& type) {
+        return root.exists_group(type.path) &&
+               strata::set_count(root.retrieve_group(type.path)) != 0;
+    });
+}
+
+/// What makes counts agree. Only the values of points make rotations follow another rate.
+std::string remedy(const strata::data_store& acquisition, bool points) {
+    if (!points)
+        return "moxSetFrameNumber cuts or lengthens both";
+    return fmt::format("moxSetPointsValues and moxSetAnalogsValues take the values of {} frames; "
+                       "moxSetFrameNumber cuts or lengthens what is there",
+                       sampling::point_frame_number(acquisition));
 }
 
 } // namespace
@@ -66,11 +83,11 @@ void require_sample_agreement(const strata::data_store& acquisition) {
     const auto wanted = analog_samples_of_frames(root, static_cast<double>(frames));
     if (strata::set_count(analogs) == 0 || static_cast<double>(samples) == wanted)
         return;
-    throw_runtime_error(fmt::format(
-        "Export to c3d failed : the points have {} frames, to which {} analog samples belong, but "
-        "the analog channels have {}. moxSetPointsValues and moxSetAnalogsValues take the values "
-        "of {} frames; moxSetFrameNumber cuts or lengthens what is there",
-        frames, wanted, samples, sampling::point_frame_number(acquisition)));
+    const auto points = has_points(root);
+    throw_runtime_error(fmt::format("Export to c3d failed : the {} have {} frames, to which {} "
+                                    "analog samples belong, but the analog channels have {}. {}",
+                                    points ? "points" : "rotations", frames, wanted, samples,
+                                    remedy(acquisition, points)));
 }
 
 } // namespace mox

@@ -27,8 +27,8 @@ namespace mox {
 [[nodiscard]] bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples);
 
 /// RuntimeError that names both counts, and the functions that mend them, when the analog channels
-/// do not have the samples that belong to the frames of the points: such an acquisition has no
-/// place in a file.
+/// do not have the samples that belong to the frames of the points and rotations: such an
+/// acquisition has no place in a file.
 void require_sample_agreement(const strata::data_store& acquisition);
 
 } // namespace mox

@@ -20,6 +20,8 @@ from editing.trials import (
     read_trial,
     read_without_analogs,
 )
+from reading.read_c3d import read_bytes
+from support.c3d_bytes import Analog, c3d_bytes
 from support.failures import failure_of
 from support.store_tree import snapshot
 from writing.written import files_in
@@ -133,6 +135,31 @@ def test_points_alone_contradict_nothing(tmp_path: Path) -> None:
     _moxPY.moxSetFrequency(trial, 2 * RATE)
     _moxPY.moxSetPointsValues(trial, np.ones((2 * FRAMES, 6)))
     assert write(trial, str(tmp_path / "a.c3d")) is None
+
+
+def test_rotations_without_points_still_contradict_the_analogs(tmp_path: Path) -> None:
+    rotations = np.arange(FRAMES * 17.0).reshape(FRAMES, 17)
+    rotations[:, 16] = 0.0  # reliability
+    analogs = [Analog("E1", np.arange(float(SAMPLES)))]
+    content = c3d_bytes(analogs=analogs, samples_per_frame=RATIO, rotations={"S": rotations})
+    trial = read_bytes(tmp_path, content, "source.c3d")
+    frames, samples = 2 * FRAMES, np.ones((2 * SAMPLES, 1))
+    _moxPY.moxSetFrequency(trial, 2 * _moxPY.moxGetPointFrequency(trial))
+    _moxPY.moxSetAnalogsValues(trial, samples)
+    _moxPY.moxClearPoints(trial)
+    failure = failure_of(write, trial, str(tmp_path / "a.c3d"))
+    assert failure == (
+        RuntimeError,
+        f"Export to c3d failed : the rotations have {FRAMES} frames, to which {SAMPLES} analog "
+        f"samples belong, but the analog channels have {2 * SAMPLES}. moxSetFrameNumber cuts or "
+        "lengthens both",
+    )
+    assert files_in(tmp_path) == ["source.c3d"]
+    _moxPY.moxSetFrameNumber(trial, frames)
+    assert write(trial, str(tmp_path / "a.c3d")) is None
+    written = _moxPY.moxReadAcquisition(str(tmp_path / "a.c3d"))
+    assert _moxPY.moxGetAnalogsValues(written).tolist() == samples.tolist()
+    assert _moxPY.moxGetRotation(written, "S")[0].shape == (frames, 4, 4)
 
 
 def test_what_agrees_again_is_written(trial: Any, tmp_path: Path) -> None:
