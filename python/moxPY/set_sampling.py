@@ -36,7 +36,13 @@ def moxSetFrequency(acquisition: data_store, rate: float) -> None:
     In an acquisition that was read, `moxGetPointFrameNumber` follows the rate, so that the duration
     stays; the arrays keep their length until `moxSetPointsValues` and `moxSetAnalogsValues` give
     points and analog channels the values of so many frames. `moxWriteAcquisition` refuses an
-    acquisition in which only one of them was called.
+    acquisition that has both and in which only one of them was called. Without points, the frames
+    follow `moxSetAnalogsValues`; without analog channels, their samples follow
+    `moxSetPointsValues`.
+
+    To correct a rate that was stored wrongly, call `moxSetFrameNumber` with the former number of
+    frames right afterwards: every value stays as it is. Then `moxSetFirstFrame` with the former
+    first frame keeps the numbers of the frames; event times, which are seconds, are not changed.
 
     Examples
     --------
@@ -44,6 +50,15 @@ def moxSetFrequency(acquisition: data_store, rate: float) -> None:
     >>> moxSetFrequency(made, 200)
     >>> moxGetPointFrequency(made), moxGetAnalogFrequency(made)
     (200.0, 2000.0)
+
+    The file says 100 Hz, but was recorded at 200:
+
+    >>> trial = moxReadAcquisition("examples/gait_trial.c3d")
+    >>> frames = int(moxGetPointFrameNumber(trial))
+    >>> moxSetFrequency(trial, 200)
+    >>> moxSetFrameNumber(trial, frames)
+    >>> trial
+    <data_store: 360 frames at 200 Hz, 68 points, 20 analog channels>
     """
     _moxPY.moxSetFrequency(acquisition, rate)
 

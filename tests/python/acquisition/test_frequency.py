@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+from pathlib import Path
 from typing import Any
 
 import _mox_probe as probe
@@ -49,6 +50,40 @@ def test_doubling_the_rate_of_a_file_doubles_its_point_count():
     assert scalar(acquisition, "Format/Data/Points", "NumSamples") == 200
     assert _moxPY.moxGetPointFrameNumber(acquisition) == 200.0
     np.testing.assert_array_equal(_moxPY.moxGetPointsValues(acquisition), before)
+
+
+@pytest.mark.parametrize("rate", [50.0, 200.0, 59.94])
+def test_a_rate_that_was_stored_wrongly_is_corrected(tmp_path: Path, rate: float):
+    rotations = np.arange(200 * 17.0).reshape(200, 17)
+    rotations[:, 16] = 0.5  # reliability
+    acquisition = read_trial(
+        first_frame=26, rotations={"S": rotations}, rotation_ratio=2,
+        residuals={"LASI": np.arange(100) % 7}, bits=16,
+    )  # fmt: skip
+    before = values_of(acquisition)
+    _moxPY.moxSetFrequency(acquisition, rate)
+    _moxPY.moxSetFrameNumber(acquisition, 100)
+    _moxPY.moxSetFirstFrame(acquisition, 25)
+    assert values_of(acquisition) == before
+    path = str(tmp_path / "written.c3d")
+    _moxPY.moxWriteAcquisition(acquisition, path)
+    written = _moxPY.moxReadAcquisition(path)
+    assert values_of(written) == before
+    assert _moxPY.moxGetPointFrequency(written) == np.float32(rate)
+    assert _moxPY.moxGetAnalogFrameNumber(written) == 300
+    assert _moxPY.moxGetFirstFrame(written) == pytest.approx(25)
+
+
+def values_of(acquisition: Any) -> list[Any]:
+    """Bytes of all samples, residuals and rotations."""
+    markers = [f"Format/Data/Markers/{label}" for label in ("LASI", "RASI")]
+    return [
+        _moxPY.moxGetPointsValues(acquisition).tobytes(),
+        _moxPY.moxGetAnalogsValues(acquisition).tobytes(),
+        _moxPY.moxGetRotation(acquisition, "S")[0].tobytes(),
+        [attribute(acquisition, marker, "Residuals") for marker in markers],
+        _moxPY.moxGetEventsValues(acquisition)[0].tolist(),
+    ]
 
 
 @pytest.mark.parametrize(("rate", "count"), [(33.0, 33), (0.5, 0), (101.0, 101), (66.66, 66)])
