@@ -15,7 +15,7 @@ namespace mox {
 
 namespace {
 
-PyObject* exception_of_code(int code) noexcept {
+PyObject* exception_of_code(error_code code) noexcept {
     switch (code) {
     case error_code::io:
         return PyExc_IOError;

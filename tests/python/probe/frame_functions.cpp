@@ -44,7 +44,9 @@ std::string choose_text(strata::data_store /*store*/, const std::string& /*value
     return "text";
 }
 
-void throw_code(int code, const std::string& message) { throw swig_error(code, message); }
+void throw_code(int code, const std::string& message) {
+    throw swig_error(static_cast<error_code>(code), message);
+}
 void throw_standard(const std::string& what) { throw std::runtime_error(what); }
 void throw_unknown() { throw 42; }
 void throw_no_memory() { throw std::bad_alloc(); }
