@@ -4,44 +4,41 @@
 
 namespace mox::metadata {
 
+namespace {
+
+/// Occurs beside `invalid`, and says as little.
+constexpr auto other_invalid = static_cast<strata::data_type>(200);
+
+} // namespace
+
 const char* format_of_type(strata::data_type type) {
-    switch (static_cast<int>(type)) {
-    case 0:
-    case 200:
-        return "UNKNOWN";
-    case 1:
-    case 101:
-    case 2:
-    case 102:
-    case 3:
-    case 103:
+    // Kept in lower case for this one number, not for its twin 105: scripts compare the word.
+    if (type == strata::data_type::uint16)
+        return "integer";
+    switch (strata::element_kind(type)) {
+    case strata::data_type::boolean:
+    case strata::data_type::int8:
+    case strata::data_type::uint8:
         return "Byte";
-    case 4:
-    case 104:
-    case 105:
-    case 6:
-    case 106:
-    case 7:
-    case 107:
-    case 8:
-    case 108:
-    case 9:
-    case 109:
+    case strata::data_type::int16:
+    case strata::data_type::uint16:
+    case strata::data_type::int32:
+    case strata::data_type::uint32:
+    case strata::data_type::int64:
+    case strata::data_type::uint64:
         return "Integer";
-    case 5:
-        return "integer"; // Kept in lower case: scripts compare it
-    case 10:
-    case 110:
-    case 11:
-    case 111:
+    case strata::data_type::float32:
+    case strata::data_type::float64:
         return "Real";
-    case 12:
-    case 112:
+    case strata::data_type::string:
         return "Char";
-    default:
-        // Kept: scripts compare this text.
-        throw std::out_of_range("invalid map<K, T> key");
+    case strata::data_type::invalid:
+        break;
     }
+    if (type == strata::data_type::invalid || type == other_invalid)
+        return "UNKNOWN";
+    // Kept: scripts compare this text.
+    throw std::out_of_range("invalid map<K, T> key");
 }
 
 bool is_format_name(const std::string& name) noexcept {
