@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels.hpp"
+#include "acquisition/rate_parameter.hpp"
 #include "acquisition/resize_acquisition.hpp"
 #include "acquisition/sampling.hpp"
 #include "schema/names.hpp"
@@ -34,15 +35,6 @@ void write_to_raw_set(const strata::data_group& root, const char* path, const ch
                       Native value) {
     if (root.exists_set(path))
         write_or_create(root.retrieve_set(path), name, value);
-}
-
-/// Writes a rate into a parameter group of the file, where it has that group and parameter.
-void write_to_parameter(const strata::data_group& root, const char* path, double rate) {
-    if (!root.exists_group(path))
-        return;
-    auto parameter = root.retrieve_group(path).retrieve_attribute(attribute::rate);
-    if (parameter)
-        write(parameter, rate);
 }
 
 /// Frame count of the raw points at a new rate; RuntimeError when no count can hold it.
@@ -136,8 +128,8 @@ void set_frequency(strata::data_store acquisition, double rate) {
         write_to_group_and_sets(root.retrieve_group(schema::analogs_export), attribute::sample_rate,
                                 analog_rate);
     }
-    write_to_parameter(root, schema::metadata_point, rate);
-    write_to_parameter(root, schema::metadata_analog, analog_rate);
+    tell_rate(root, schema::metadata_point, rate);
+    tell_rate(root, schema::metadata_analog, analog_rate);
 }
 
 void set_frame_number(strata::data_store acquisition, int frames) {
@@ -193,7 +185,7 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     write_or_create(analogs, attribute::sample_rate, rate);
     write_to_raw_set(root, schema::analogs, attribute::num_samples, samples);
     write_to_raw_set(root, schema::analogs, attribute::sample_rate, rate);
-    write_to_parameter(root, schema::metadata_analog, rate);
+    tell_rate(root, schema::metadata_analog, rate);
     resize_channels_to_come(acquisition);
 }
 

@@ -10,6 +10,7 @@
 
 #include "acquisition/channels.hpp"
 #include "acquisition/force_platforms.hpp"
+#include "acquisition/rate_parameter.hpp"
 #include "acquisition/resize_channels.hpp"
 #include "acquisition/sampling.hpp"
 #include "api/channels/distinct_keys.hpp"
@@ -72,14 +73,8 @@ void require_memory_for(const std::vector<platform_state>& platforms,
 
 /// Samples of the channels a second: as the parameters say it, else as the sets do.
 double frequency_of(const strata::data_store& acquisition) {
-    const auto root = acquisition.root();
-    if (root.exists_group(schema::metadata_analog)) {
-        const auto parameter =
-            root.retrieve_group(schema::metadata_analog).retrieve_attribute(attribute::rate);
-        if (const auto rate = read<double>(parameter); rate > 0.0)
-            return rate;
-    }
-    return sampling::analog_frequency(acquisition);
+    const auto told = rate_told(acquisition.root(), schema::metadata_analog);
+    return told ? *told : sampling::analog_frequency(acquisition);
 }
 
 void append(const py_ref& list, const py_ref& item) {

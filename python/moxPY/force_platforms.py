@@ -46,9 +46,9 @@ def moxGetForcePlatforms(acquisition: data_store) -> list[list[dict[str, Any]]]:
         asks for). Numbers that the file lacks are NaN. Two platforms may have channels of one
         label, so to change a channel take its index from FORCE_PLATFORM:CHANNEL.
     infos : list of dict
-        One a platform: ``"frequency"`` (Hz, of the channels: ANALOG:RATE where it is positive, else
-        as `moxGetAnalogFrequency`) and ``"units"`` (the unit of each channel, by the same keys).
-        Without platforms both lists are empty.
+        One a platform: ``"frequency"`` (Hz, of the channels: ANALOG:RATE where it is one positive
+        number, else as `moxGetAnalogFrequency`) and ``"units"`` (the unit of each channel, by the
+        same keys). Without platforms both lists are empty.
 
     Examples
     --------

@@ -33,6 +33,9 @@ def moxSetFrequency(acquisition: data_store, rate: float) -> None:
 
     Notes
     -----
+    The metadata POINT:RATE and ANALOG:RATE follow where they exist. An entry that cannot hold the
+    rate, being a text, a list or of integers, becomes one "Real".
+
     In an acquisition that was read, `moxGetPointFrameNumber` follows the rate, so that the duration
     stays; the arrays keep their length until `moxSetPointsValues` and `moxSetAnalogsValues` give
     points and analog channels the values of so many frames. `moxWriteAcquisition` refuses an

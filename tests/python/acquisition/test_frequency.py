@@ -114,6 +114,46 @@ def test_rates_of_a_file_follow_everywhere():
     assert scalar(acquisition, "Format/Metadata/ANALOG", "RATE") == 600.0
 
 
+# A trial of 100 Hz with three analog samples in a frame; what RATE of both groups is before.
+@pytest.mark.parametrize(
+    ("kind", "values", "rate", "element_type", "extents"),
+    [
+        ("Integer", 100, 200.0, Type.INT16, []),
+        ("Integer", [100], 200.0, Type.INT16, [1]),
+        ("Integer", 100, 33.25, Type.FLOAT32, []),
+        ("Integer", [100], 33.25, Type.FLOAT32, [1]),
+        ("Integer", 100, 40000.0, Type.FLOAT32, []),
+        ("Integer", [100, 100], 200.0, Type.FLOAT32, []),
+        ("Real", [100.0], 200.0, Type.FLOAT32, [1]),
+        ("Real", [100.0, 1.0], 200.0, Type.FLOAT32, []),
+        ("Char", "100 Hz", 200.0, Type.FLOAT32, []),
+    ],
+)
+def test_parameters_follow_whatever_they_held(
+    kind: str, values: Any, rate: float, element_type: Type, extents: list[int]
+):
+    acquisition = read_trial()
+    for group in ("POINT", "ANALOG"):
+        entry = {"format": kind, "values": values}
+        _moxPY.moxAppendMetaData(acquisition, group, "RATE", entry)
+    _moxPY.moxSetFrequency(acquisition, rate)
+    for group, told in (("POINT", rate), ("ANALOG", 3.0 * rate)):
+        entry = attribute(acquisition, f"Format/Metadata/{group}", "RATE")
+        assert entry == (element_type, extents, [told])
+
+
+@pytest.mark.parametrize(
+    ("kind", "values"), [("Integer", 300), ("Real", [300.0, 1.0]), ("Char", "fast")]
+)
+def test_the_analog_parameter_follows_the_samples_of_a_frame(kind: str, values: Any):
+    acquisition = read_trial()
+    _moxPY.moxClearAnalogs(acquisition)
+    _moxPY.moxAppendMetaData(acquisition, "ANALOG", "RATE", {"format": kind, "values": values})
+    _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, 400)
+    entry = attribute(acquisition, "Format/Metadata/ANALOG", "RATE")
+    assert entry == (Type.FLOAT32, [], [40000.0])
+
+
 def test_parameters_that_a_file_lacks_are_not_made():
     acquisition = read_trial(parameters={"POINT:RATE": None, "ANALOG:RATE": None})
     _moxPY.moxSetFrequency(acquisition, 200.0)

@@ -67,16 +67,18 @@ def test_the_frequency_is_that_of_the_analog_channels(tmp_path: Path) -> None:
 
 
 def set_rate(acquisition: Any, rate: Any) -> None:
-    info = {"format": "Char" if isinstance(rate, str) else "Real", "values": rate}
+    kind = {str: "Char", int: "Integer"}.get(type(rate), "Real")
+    info = {"format": kind, "values": rate}
     _moxPY.moxSetMetaData(acquisition, "ANALOG", "RATE", info)
 
 
 @pytest.mark.parametrize(
     ("rate", "frequency"),
-    [(250.0, 250.0), ([500.0, 1.0], 500.0), (0.0, 1000.0), (-50.0, 1000.0),
-     (float("nan"), 1000.0), ("fast", 1000.0), (None, 1000.0)],
+    [(250.0, 250.0), ([500.0], 500.0), ([500.0, 1.0], 1000.0), (0.0, 1000.0),
+     (-50.0, 1000.0), (float("nan"), 1000.0), (float("inf"), 1000.0), ("fast", 1000.0),
+     (None, 1000.0)],
 )  # fmt: skip
-def test_the_frequency_is_the_parameter_where_it_is_positive_else_that_of_the_sets(
+def test_the_frequency_is_the_parameter_where_it_is_one_positive_number_else_that_of_the_sets(
     tmp_path: Path, rate: Any, frequency: float
 ) -> None:
     acquisition = read_plates(tmp_path, [Plate()], 60, frames=6, samples_per_frame=10)
@@ -99,6 +101,17 @@ def test_the_frequency_follows_another_number_of_samples_per_frame(tmp_path: Pat
     _moxPY.moxClearAnalogs(acquisition)
     _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, 5)
     assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == 500.0
+
+
+@pytest.mark.parametrize("entry", [1000, [1000.0, 1000.0], "fast"], ids=type)
+def test_the_frequency_follows_the_rate_whatever_the_parameter_was(
+    tmp_path: Path, entry: Any
+) -> None:
+    acquisition = read_plates(tmp_path, [Plate()], 60, frames=6, samples_per_frame=10)
+    set_rate(acquisition, entry)
+    _moxPY.moxSetFrequency(acquisition, 4000.0)
+    assert _moxPY.moxGetForcePlatforms(acquisition)[1][0]["frequency"] == 40000.0
+    assert _moxPY.moxGetAnalogFrequency(acquisition) == 40000.0
 
 
 def test_channels_come_in_the_order_of_the_table(tmp_path: Path) -> None:
