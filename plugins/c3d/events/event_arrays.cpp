@@ -55,6 +55,14 @@ bool have_order_of(const std::vector<event_set>& sets,
                       [](const auto& a, const auto& b) { return a.name == b.name; });
 }
 
+/// A file drops the blanks that a text ends in, not those that it begins with. Where a context ends
+/// in blanks they become the label's, so that the event keeps its name.
+void keep_inner_blanks(event_occurrence& event) {
+    const auto end = event.context.find_last_not_of(' ') + 1;
+    event.label.insert(0, event.context, end);
+    event.context.resize(end);
+}
+
 /// The occurrences, those of the file at their places, others behind; set by set when a reader
 /// would find the sets in another order otherwise.
 std::vector<event_occurrence> ordered_events(std::vector<event_set> sets,
@@ -181,7 +189,9 @@ std::vector<header_event> put_events(parameter_tree& tree, const strata::data_gr
     if (format.exists_group("Header"))
         from_header = header_events(format.retrieve_group("Header"));
     const auto former = grouped_events(from_group, from_header, part_separator);
-    const auto sets = read_event_sets(format.retrieve_group("Events"));
+    auto sets = read_event_sets(format.retrieve_group("Events"));
+    for (auto& set : sets)
+        std::ranges::for_each(set.occurrences, keep_inner_blanks);
     if (excess == 0 && are_equal(sets, former))
         return header;
     const auto events = ordered_events(sets, former);

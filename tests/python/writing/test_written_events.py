@@ -116,3 +116,25 @@ def test_an_empty_description_that_is_filled_is_written_for_all(tmp_path: Path) 
     again = written_again(acquisition, tmp_path, source_in(tmp_path))
     assert [row[2] for row in rows(tmp_path)] == ["heel"] * 4
     assert told(again) == told(acquisition)
+
+
+@pytest.mark.parametrize(
+    ("label", "context", "written"),
+    [
+        ("a", "Left ", ("Left", " a")),
+        ("Strike", "RightFoot  ", ("RightFoot", "  Strike")),
+        (" a", "Left ", ("Left", "  a")),
+        ("a", " ", ("", " a")),
+        ("a", " Left", (" Left", "a")),
+        ("a", "Left_ ", ("Left_", " a")),
+    ],
+)
+def test_a_name_with_blanks_in_it_stays(
+    tmp_path: Path, label: str, context: str, written: tuple[str, str]
+) -> None:
+    acquisition = event_of_a_script(tmp_path)
+    _moxPY.moxAppendEvent(acquisition, label, 0.875, context)
+    again = written_again(acquisition, tmp_path)
+    assert list(_moxPY.moxGetEvents(again)[0]) == list(_moxPY.moxGetEvents(acquisition)[0])
+    file = StoredFile((tmp_path / "written.c3d").read_bytes())
+    assert (file.texts("EVENT:CONTEXTS")[-1], file.texts("EVENT:LABELS")[-1]) == written
