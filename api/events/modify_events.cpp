@@ -14,6 +14,7 @@
 #include "api/events/event_sets.hpp"
 #include "api/events/read_events.hpp"
 #include "api/unavailable.hpp"
+#include "schema/read_attribute.hpp"
 #include "store/append_element.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -46,9 +47,29 @@ void create_text_once(const strata::data_set& set, const char* name, const std::
         create_text(set, name, text);
 }
 
+/// Gives a set a description. False, as the log says, when it keeps the one that it has: what the
+/// getters show is then no other, and no occurrence may be told another for the file.
+bool write_description(const strata::data_set& set, const std::string& description) {
+    const auto attribute = set.retrieve_attribute(attribute::description);
+    write(attribute, description);
+    return attribute && strata::element_kind(attribute.type()) == strata::data_type::string &&
+           attribute.shape().element_count() == 1;
+}
+
+/// Gives a set an id. False when it has no place for one; the occurrences keep theirs then, too.
+bool write_icons(const strata::data_set& set, int id) {
+    const auto icons = set.retrieve_attribute(attribute::icons);
+    const auto count = icons ? icons.shape().element_count() : 0;
+    if (count == 0)
+        return false;
+    write_vector(icons, std::vector<std::int32_t>(count, id));
+    return schema::holds_numbers(icons);
+}
+
 /// A set without a description gets one, and so do its occurrences that have none.
 void fill_description(const strata::data_set& set, const std::string& description) {
-    write(set.retrieve_attribute(attribute::description), description);
+    if (!write_description(set, description))
+        return;
     const auto of_occurrences = set.retrieve_attribute(attribute::occurrence_descriptions);
     if (!of_occurrences)
         return;
@@ -274,20 +295,18 @@ outputs<2> append_with_id(strata::data_store acquisition, const std::string& lab
 outputs<2> set_description(strata::data_store acquisition, const std::string& event,
                            const std::string& description) {
     const auto set = existing_event(event_group(acquisition), event);
-    write(set.retrieve_attribute(attribute::description), description);
-    auto occurrences = set.retrieve_attribute(attribute::occurrence_descriptions);
-    if (occurrences)
+    const auto occurrences = set.retrieve_attribute(attribute::occurrence_descriptions);
+    if (write_description(set, description) && occurrences)
         write_vector(occurrences, std::vector(occurrences.shape().element_count(), description));
     return all(acquisition);
 }
 
 outputs<2> set_id(strata::data_store acquisition, const std::string& event, int id) {
     const auto set = existing_event(event_group(acquisition), event);
-    for (const char* name : {attribute::icons, attribute::occurrence_icons}) {
-        auto icons = set.retrieve_attribute(name);
-        if (icons)
-            write_vector(icons, std::vector<std::int32_t>(icons.shape().element_count(), id));
-    }
+    const auto occurrences = set.retrieve_attribute(attribute::occurrence_icons);
+    if (write_icons(set, id) && occurrences)
+        write_vector(occurrences,
+                     std::vector<std::int32_t>(occurrences.shape().element_count(), id));
     return all(acquisition);
 }
 

@@ -9,7 +9,7 @@ import _mox_probe as probe
 import _moxPY
 import numpy as np
 import pytest
-from support.store_tree import Type, attribute, node
+from support.store_tree import Type, attribute, node, snapshot
 
 EVENTS = "Format/Events"
 SET = f"{EVENTS}/LeftA"
@@ -171,3 +171,54 @@ def test_what_the_set_lacks_is_created_beside_what_it_has(acquisition: Any, name
     append(acquisition, 3.0)
     assert attribute(acquisition, SET, name) == before
     assert node(acquisition, SET)["values"].tolist() == [1.0, 2.0, 3.0]
+
+
+NOT_ONE_TEXT = [
+    (Type.STRING, [2], ["heel", "toe"]),
+    (Type.STRING, [0], []),
+    (Type.INT32, None, [5]),
+]
+
+
+@pytest.mark.parametrize(("kind", "shape", "values"), NOT_ONE_TEXT)
+def test_occurrences_keep_their_descriptions_where_that_of_the_set_stays(
+    acquisition: Any, kind: Type, shape: list[int] | None, values: Any
+) -> None:
+    replace(acquisition, "Description", kind, shape, values)
+    before = snapshot(acquisition)
+    _moxPY.moxSetEventDescription(acquisition, "LeftA", "another")
+    assert snapshot(acquisition) == before
+
+
+def test_occurrences_keep_empty_descriptions_where_that_of_the_set_stays(
+    acquisition: Any,
+) -> None:
+    replace(acquisition, "Description", Type.STRING, [2], ["", ""])
+    replace(acquisition, "OccurrenceDescriptions", Type.STRING, [2], ["", "toe"])
+    append(acquisition, 3.0)
+    assert attribute(acquisition, SET, "OccurrenceDescriptions")[2] == ["", "toe", "heel"]
+
+
+def test_a_missing_description_leaves_those_of_the_occurrences(acquisition: Any) -> None:
+    probe.delete_attribute(acquisition, SET, "Description")
+    before = attribute(acquisition, SET, "OccurrenceDescriptions")
+    _moxPY.moxSetEventDescription(acquisition, "LeftA", "another")
+    assert attribute(acquisition, SET, "OccurrenceDescriptions") == before
+
+
+@pytest.mark.parametrize(
+    ("kind", "shape", "values"), [(Type.STRING, [1], ["x"]), (Type.INT32, [0], [])]
+)
+def test_occurrences_keep_their_ids_where_the_set_takes_none(
+    acquisition: Any, kind: Type, shape: list[int], values: Any
+) -> None:
+    replace(acquisition, "Icons", kind, shape, values)
+    before = snapshot(acquisition)
+    _moxPY.moxSetEventId(acquisition, "LeftA", 7)
+    assert snapshot(acquisition) == before
+
+
+def test_missing_icons_leave_the_ids_of_the_occurrences(acquisition: Any) -> None:
+    probe.delete_attribute(acquisition, SET, "Icons")
+    _moxPY.moxSetEventId(acquisition, "LeftA", 7)
+    assert attribute(acquisition, SET, "OccurrenceIcons")[2] == [2, 2]
