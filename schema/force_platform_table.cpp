@@ -23,6 +23,14 @@ std::int64_t whole_number(double value) noexcept {
                : 0;
 }
 
+/// How many platforms USED tells: none with a negative number; nothing where it is no count.
+std::optional<std::size_t> count_told(const std::vector<double>& used) noexcept {
+    constexpr double more_than_any = 1e9;
+    if (used.empty() || std::trunc(used.front()) != used.front()) // a NaN equals nothing
+        return std::nullopt;
+    return static_cast<std::size_t>(std::clamp(used.front(), 0.0, more_than_any));
+}
+
 } // namespace
 
 std::span<const double> force_platform_table::numbers::entry(std::size_t index) const {
@@ -103,16 +111,14 @@ void force_platform_table::read_matrices(const strata::data_group& group) {
 }
 
 void force_platform_table::count_platforms(const strata::data_group& group) {
-    const auto used = read(group, "USED");
+    const auto told = count_told(read(group, "USED").values);
     count_ = types_.values.size();
-    if (count_ == 0 && !used.values.empty()) {
+    if (count_ == 0 && told) {
         for (const auto* table : {&corners_, &origins_, &channels_})
             count_ = std::max(count_, table->values.size() / table->width);
     }
-    if (!used.values.empty()) {
-        const auto wanted = std::max<std::int64_t>(whole_number(used.values.front()), 0);
-        count_ = std::min(count_, static_cast<std::size_t>(wanted));
-    }
+    if (told)
+        count_ = std::min(count_, *told);
 }
 
 /// Takes a table for missing, for its dimensions.

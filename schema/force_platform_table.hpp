@@ -50,9 +50,10 @@ struct force_platform {
 }
 
 /// The parameters of the force platforms of an acquisition, read once; empty without them. There
-/// are as many platforms as USED says, no more than TYPE has entries; without USED as many as TYPE
-/// has, without TYPE no more than the longest of the other tables has. Tables whose dimensions were
-/// flattened are understood; one whose dimensions are the other way round counts as missing.
+/// are as many platforms as USED says, no more than TYPE has entries; without a whole number in
+/// USED as many as TYPE has, without TYPE no more than the longest of the other tables has. Tables
+/// whose dimensions were flattened are understood; one whose dimensions are the other way round
+/// counts as missing.
 class force_platform_table {
   public:
     explicit force_platform_table(const strata::data_group& root);

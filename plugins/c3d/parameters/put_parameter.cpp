@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "plugins/c3d/parameters/parameter_values.hpp"
 
@@ -19,6 +21,9 @@ parameter as_read(const written_parameter& item) {
     seen.data = item.data;
     return seen;
 }
+
+/// Readers differ in what they make of a count that is a fraction.
+bool is_whole(std::optional<double> number) { return number && std::trunc(*number) == *number; }
 
 /// The extents that a single value keeps.
 std::vector<std::uint8_t> single_extents(const written_parameter& item) {
@@ -82,7 +87,7 @@ template <typename Value> std::vector<std::uint8_t> list_extents(std::span<const
 void put_count(written_group& group, std::string_view name, std::uint64_t value, new_lock lock) {
     auto& item = reach(group, name, lock);
     const auto seen = as_read(item);
-    if (!item.data.empty() && seen.count(0) == value)
+    if (!item.data.empty() && seen.count(0) == value && is_whole(seen.number(0)))
         return;
     auto extents = single_extents(item);
     if (item.type == element_type::real || value > 65535) {

@@ -1,6 +1,7 @@
 #include "schema/force_platform_table.hpp"
 
 #include <cstdint>
+#include <limits>
 #include <numeric>
 #include <span>
 #include <string>
@@ -126,6 +127,16 @@ TEST_F(ForcePlatformTable, CountsWhatUsedAndTypeAgreeOn) {
     group_.delete_attribute("USED");
     set_words("USED", {-1}, {});
     EXPECT_THAT(read(), IsEmpty());
+}
+
+TEST_F(ForcePlatformTable, CountsTypesWhereUsedIsNoCount) {
+    set_words("TYPE", {2, 2}, {2});
+    for (const float used : {1.5F, std::numeric_limits<float>::quiet_NaN(), 2e9F,
+                             std::numeric_limits<float>::infinity()}) {
+        set("USED", {used}, {});
+        EXPECT_EQ(read().size(), 2U) << used;
+        group_.delete_attribute("USED");
+    }
 }
 
 TEST_F(ForcePlatformTable, WithoutTypesNeedsUsed) {

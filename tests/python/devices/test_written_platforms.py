@@ -141,7 +141,8 @@ def test_without_used_as_many_are_written_as_there_are_types(tmp_path: Path, edi
     [
         ("Char", "two", 2), ("Char", "1", 2), ("Char", ["1", "1"], 2), ("Real", 1.0, 1),
         ("Real", [1.0, 7.0], 1), ("Real", 9.0, 2), ("Integer", [1, 2], 1),
-        ("Byte", [1, 2], 1), ("Integer", 9, 2),
+        ("Byte", [1, 2], 1), ("Integer", 9, 2), ("Real", 1.5, 2), ("Real", float("nan"), 2),
+        ("Real", 1e9, 2), ("Real", float("inf"), 2), ("Integer", -1, 0), ("Real", -1e9, 0),
     ],
 )  # fmt: skip
 def test_of_whatever_type_used_is_the_file_has_the_same_platforms(
@@ -151,14 +152,6 @@ def test_of_whatever_type_used_is_the_file_has_the_same_platforms(
     append_entry(acquisition, "USED", kind, used)
     assert_same_platforms(written_again(acquisition, tmp_path), acquisition, count)
     assert used_in(tmp_path) == count
-
-
-@pytest.mark.parametrize("used", [-1, 1.5, float("nan")])
-def test_no_platform_comes_to_be_by_writing(tmp_path: Path, used: float) -> None:
-    acquisition = trial(tmp_path)
-    append_entry(acquisition, "USED", "Integer" if used == -1 else "Real", used)
-    assert_same_platforms(written_again(acquisition, tmp_path), acquisition, 0)
-    assert used_in(tmp_path) == 0
 
 
 MADE = {
