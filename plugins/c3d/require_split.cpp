@@ -28,9 +28,10 @@ void require_split(const strata::data_group& root) {
     auto lost = points == 0 ? std::string() : counted(points, "point");
     if (channels != 0)
         lost += (lost.empty() ? "" : " and ") + counted(channels, "analog channel");
-    throw export_error("{} of the file that was read would be lost: the unit "
-                       "'tarvex.data-modifier.split-set' did not split them, as the log says; put "
-                       "the plugin 'data_modifier' back, call reload and read the file again",
+    // What kept them, a missing plugin or an importer's types of points, the log said when reading.
+    throw export_error("{} of the file that was read would be lost: they did not become channels "
+                       "of the acquisition, as the log says; where the plugin 'data_modifier' is "
+                       "missing, put it back, call reload and read the file again",
                        lost);
 }
 

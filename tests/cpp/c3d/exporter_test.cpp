@@ -57,9 +57,9 @@ TEST(Exporter, RefusesChannelsOfTheFileThatWereNotSplit) {
     filling_device device;
     const auto written = write(found.store, device);
     EXPECT_EQ(written.status.message("\n"),
-              "1 point of the file that was read would be lost: the unit "
-              "'tarvex.data-modifier.split-set' did not split them, as the log says; put the "
-              "plugin 'data_modifier' back, call reload and read the file again");
+              "1 point of the file that was read would be lost: they did not become channels of "
+              "the acquisition, as the log says; where the plugin 'data_modifier' is missing, put "
+              "it back, call reload and read the file again");
     EXPECT_EQ(device.calls, 0);
     schema::record_split(points, 1);
     EXPECT_TRUE(write(found.store).status);

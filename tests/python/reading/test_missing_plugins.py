@@ -33,9 +33,9 @@ def without(line: str) -> str:
 
 def refusal(lost: str) -> str:
     return (
-        f"Export to c3d failed : {lost} of the file that was read would be lost: the unit "
-        "'tarvex.data-modifier.split-set' did not split them, as the log says; put the plugin "
-        "'data_modifier' back, call reload and read the file again"
+        f"Export to c3d failed : {lost} of the file that was read would be lost: they did not "
+        "become channels of the acquisition, as the log says; where the plugin 'data_modifier' is "
+        "missing, put it back, call reload and read the file again"
     )
 
 
