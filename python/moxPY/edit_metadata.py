@@ -137,8 +137,9 @@ def moxSetMetaDataValue(
     entry : str
         Name of the entry; in the form with three arguments the value.
     value : number, str, list or ndarray, optional
-        The new values, converted to the format of the entry; real numbers beyond its range become
-        the nearest one in it. A list or array has the dimensions
+        The new values, converted to the format of the entry. Real numbers for one of integers are
+        cut to whole ones, or to the nearest in its range, and NaN becomes 0; beyond the range of
+        "Real", which is single precision, they become infinite. A list or array has the dimensions
         that ``"dims"`` shows, the reverse of the shape that `moxGetMetaData` gives.
 
     Returns
@@ -185,9 +186,10 @@ def moxSetMetaDataFormat(
     entry : str
         Name of the entry; in the form with three arguments the format.
     format : str, optional
-        "Byte", "Char", "Integer" or "Real". Numbers out of its range become the nearest one in it;
-        text becomes the number that it starts with, else 0. An entry that was made with a type
-        other than these four stays as it is.
+        "Byte", "Char", "Integer" or "Real". Numbers out of its range become the nearest one in it,
+        infinite in "Real", and NaN becomes 0 in the integers; text becomes the number that it
+        starts with, else 0. An entry that was made with a type other than these four stays as it
+        is.
 
     Returns
     -------
