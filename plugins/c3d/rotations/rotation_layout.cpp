@@ -67,8 +67,10 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
             "byte {}: {} rotations of {} segments expected, the file holds {}; these are read",
             result.offset, wanted, segments, most);
     }
-    // More rows in a frame than the file has rows are not believed: every frame would get them.
-    result.ratio = std::min(result.ratio, result.rows);
+    // More rows in a frame than the file has rows are believed where all that are announced take no
+    // more than the file's length, else not: every frame would get them.
+    if (bytes == 0 || bytes > file.size)
+        result.ratio = std::min(result.ratio, result.rows);
     return result.rows == 0 ? std::nullopt : std::optional(result);
 }
 

@@ -14,7 +14,9 @@ inline constexpr std::uint64_t rotation_components = 17;
 /// Where the rotation section of a file lies: rows of all segments' transforms.
 struct rotation_layout {
     std::uint64_t segments = 0;
-    std::uint64_t ratio = 1;  ///< rows in a frame, no more than `rows`
+    /// Rows in a frame; more than `rows` only where a section of all frames would be no longer than
+    /// the file.
+    std::uint64_t ratio = 1;
     std::uint64_t rows = 0;   ///< that are in the file
     std::uint64_t offset = 0; ///< of the first row in the file
     double rate = 0.0;        ///< rows in a second

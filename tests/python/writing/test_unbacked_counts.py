@@ -60,6 +60,23 @@ def test_a_frame_of_which_not_all_rotations_are_there_counts(tmp_path: Path) -> 
     assert_same_rotations(again, acquisition)
 
 
+def entry(acquisition: Any, name: str) -> Any:
+    return _moxPY.moxGetMetaData(acquisition, "ROTATION", name)["info"]["values"]
+
+
+@pytest.mark.parametrize("rows", [1, 2, 3, 7])
+def test_rotations_that_end_in_a_frame_keep_their_rate(tmp_path: Path, rows: int) -> None:
+    file = C3DFile(
+        {"A": np.ones((4, 3))}, rate=100.0, rotations=rotations(12), rotation_ratio=3,
+        parameters={"ROTATION:RATIO": 3, "ROTATION:RATE": 300.0, "NOTES:TEXT": ["x" * 100] * 100},
+    )  # fmt: skip
+    content = file.to_bytes()[: file.layout().rotation_offset + rows * ROW_BYTES]
+    again, _ = written(read_bytes(tmp_path, content), tmp_path)
+    assert rows_of(again).shape == (len(SEGMENTS), rows, 4, 4)
+    assert (entry(again, "RATIO"), entry(again, "RATE")) == (3, 300.0)
+    assert _moxPY.moxGetPointFrameNumber(again) == 4
+
+
 def cut(rows: int, **options: Any) -> bytes:
     """A file of one channel and rotations in each of its frames, of which it holds the first."""
     file = C3DFile(analogs={"A": np.arange(FRAMES)}, rotations=rotations(FRAMES), **options)
