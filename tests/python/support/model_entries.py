@@ -117,6 +117,19 @@ def assign_number(entry: Entry | None, number: float) -> None:
         entry.elements = [_as_stored(float(number), entry.kind)]
 
 
+def tell_rate(entries: dict[str, Entry], rate: float) -> None:
+    """A rate is told by the entry that is there; one that cannot hold it becomes a single real."""
+    entry = entries.get("RATE")
+    if entry is None:
+        return
+    assign_number(entry, rate)
+    is_single = len(entry.elements) == 1
+    if is_single and entry.kind != "str" and entry.elements[0] in (rate, single(rate)):
+        return
+    del entries["RATE"]
+    entries["RATE"] = Entry("float32", entry.dims if is_single else (), [single(rate)])
+
+
 def reformatted(element: Any, kind: str, target: str) -> Any:
     """An element as one of another type."""
     if kind == target:

@@ -7,7 +7,7 @@ import math
 import numpy as np
 
 from .model_channels import resize
-from .model_entries import assign_number
+from .model_entries import assign_number, tell_rate
 from .model_state import Anything, ChannelGroup, Entry, Refused, State, single
 
 
@@ -130,7 +130,7 @@ class SamplingModel(State):
     def _set_rate_of(self, group: str, rate: float) -> None:
         """The parameter that says a rate follows where there is one."""
         if group in self.metadata.groups:
-            assign_number(self.metadata.groups[group].entries.get("RATE"), rate)
+            tell_rate(self.metadata.groups[group].entries, rate)
 
     @property
     def _markers(self) -> ChannelGroup:
