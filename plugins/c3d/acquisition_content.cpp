@@ -113,7 +113,8 @@ class content_builder {
     acquisition_content build() && {
         content_.parameters = kept_parameters(format_, notes_);
         content_.mark = mark_of(format_);
-        content_.header.range = frame_range_of(time_base_);
+        content_.header.range =
+            frame_range_of(time_base_.frames, time_base_.rate, time_base_.start_time_s);
         content_.header.interpolation_gap = interpolation_gap_of(format_);
         content_.header.rate = stored_rate(time_base_.rate);
         add_points();

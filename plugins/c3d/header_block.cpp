@@ -13,8 +13,6 @@ namespace c3d {
 
 namespace {
 
-constexpr std::size_t label_width = 4;
-
 class block_writer {
   public:
     explicit block_writer(header_block& block) noexcept : block_(block) {}
@@ -27,7 +25,7 @@ class block_writer {
         block_[place] = static_cast<std::byte>(value);
     }
     void label(std::size_t place, const std::string& text) noexcept {
-        for (std::size_t i = 0; i < label_width; ++i)
+        for (std::size_t i = 0; i < header_place::event_label_bytes; ++i)
             block_[place + i] = static_cast<std::byte>(i < text.size() ? text[i] : ' ');
     }
 
@@ -51,7 +49,7 @@ void write_events(block_writer& writer, const std::vector<header_event>& events)
     for (std::size_t i = 0; i < events.size(); ++i) {
         writer.real(header_place::event_times + 4 * i, events[i].time);
         writer.byte(header_place::event_statuses + i, events[i].status);
-        writer.label(header_place::event_labels + label_width * i,
+        writer.label(header_place::event_labels + header_place::event_label_bytes * i,
                      stored_event_label(events[i].label).value_or(""));
     }
 }
@@ -76,11 +74,6 @@ header_block header_block_of(const header_content& content, const strata::data_g
     writer.real(header_place::word(11), content.rate);
     write_events(writer, content.events);
     return block;
-}
-
-std::optional<std::string> stored_event_label(const std::string& label) {
-    auto stored = as_stored_within(label, label_width);
-    return stored.size() <= label_width ? std::optional(std::move(stored)) : std::nullopt;
 }
 
 std::uint64_t interpolation_gap_of(const strata::data_group& format) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,9 +28,6 @@ struct header_content {
 /// those of the file that was read; `format` holds them.
 [[nodiscard]] header_block header_block_of(const header_content& content,
                                            const strata::data_group& format);
-
-/// The label of an event as the header holds it, in four bytes; none when it takes more.
-[[nodiscard]] std::optional<std::string> stored_event_label(const std::string& label);
 
 /// The longest gap that the acquisition says. Throws export_error when the header cannot hold it.
 [[nodiscard]] std::uint64_t interpolation_gap_of(const strata::data_group& format);

@@ -67,6 +67,55 @@ def test_includes_never_point_backwards():
     assert backwards == []
 
 
+# What the folders of the C3D plugin may include of it besides themselves. The files beside the
+# folders bring all together.
+C3D = "plugins/c3d"
+BELOW = {
+    "bytes": set[str](),
+    "parameters": {"bytes"},
+    "frames": {"bytes", "parameters"},
+    "samples": {"bytes", "parameters", "frames"},
+}
+BELOW |= {subject: {*BELOW} for subject in ("points", "analogs", "events", "rotations")}
+# The table of a platform's channels is written in their order.
+BELOW["platforms"] = {*BELOW["analogs"], "analogs"}
+
+
+def is_below(include: str, subject: str) -> bool:
+    """A subject's files include their own folder and those below it, and no file beside these."""
+    folder = include.removeprefix(f"{C3D}/").rpartition("/")[0]
+    return folder == subject or folder in BELOW[subject]
+
+
+def test_every_subject_of_the_c3d_plugin_has_its_place():
+    folders = {path.name for path in (REPOSITORY / C3D).iterdir() if any(path.glob("*.cpp"))}
+    assert folders == BELOW.keys()
+
+
+def test_subjects_of_the_c3d_plugin_never_include_upwards():
+    upwards = [
+        (name_of(path), include)
+        for subject in BELOW
+        for path in sorted((REPOSITORY / C3D / subject).glob("*.[ch]pp"))
+        for include in includes_of(path)
+        if include.startswith(f"{C3D}/") and not is_below(include, subject)
+    ]
+    assert upwards == []
+
+
+@pytest.mark.parametrize(
+    ("subject", "include"),
+    [
+        ("bytes", "plugins/c3d/parameters/parameter.hpp"),
+        ("frames", "plugins/c3d/samples/kernel_set.hpp"),
+        ("events", "plugins/c3d/points/point_columns.hpp"),
+        ("events", "plugins/c3d/header_block.hpp"),
+    ],
+)
+def test_includes_upwards_in_the_c3d_plugin_are_noticed(subject: str, include: str):
+    assert not is_below(include, subject)
+
+
 def test_includes_in_quotes_are_paths_from_the_root():
     others = [
         (name_of(path), include)

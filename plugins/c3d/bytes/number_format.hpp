@@ -14,6 +14,12 @@ enum class number_format : std::uint8_t {
     mips = 86,  ///< big-endian words, IEEE reals
 };
 
+/// How samples are held; one choice for a file's whole data section.
+enum class sample_storage { integer, real };
+
+/// Whether 16-bit analog samples have a sign.
+enum class word_sign { with, without };
+
 /// The format that a processor byte stands for. 1 to 3 are taken for 84 to 86: some writers leave
 /// the 83 out.
 [[nodiscard]] std::optional<number_format> format_of_processor_byte(std::uint8_t byte) noexcept;

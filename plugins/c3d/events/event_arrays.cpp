@@ -12,7 +12,6 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/events/event_grouping.hpp"
 #include "plugins/c3d/events/event_sets.hpp"
-#include "plugins/c3d/header_block.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "schema/read_attribute.hpp"
 

@@ -7,7 +7,7 @@
 #include "plugins/c3d/bytes/c3d_error.hpp"
 #include "plugins/c3d/frames/frame_count.hpp"
 #include "plugins/c3d/frames/layout_candidates.hpp"
-#include "plugins/c3d/rotations/rotation_layout.hpp"
+#include "plugins/c3d/frames/rotation_layout.hpp"
 
 namespace c3d {
 

@@ -86,9 +86,9 @@ void put_field(written_group& trial, std::string_view name, std::uint64_t number
 
 } // namespace
 
-frame_range frame_range_of(const point_time_base& time_base) {
-    const auto before = std::round(time_base.rate * time_base.start_time_s);
-    frame_range range{time_base.frames, 1};
+frame_range frame_range_of(std::uint64_t frames, double rate, double start_time_s) {
+    const auto before = std::round(rate * start_time_s);
+    frame_range range{frames, 1};
     if (before > 0.0 && before < static_cast<double>(largest_frame))
         range.first += static_cast<std::uint64_t>(before);
     if (before >= static_cast<double>(largest_frame) || range.frames > largest_frame ||

@@ -5,7 +5,6 @@
 #include <strata/data_group.hpp>
 
 #include "plugins/c3d/parameters/parameter_tree.hpp"
-#include "plugins/c3d/points/point_columns.hpp"
 
 namespace c3d {
 
@@ -18,9 +17,9 @@ struct frame_range {
     friend bool operator==(const frame_range&, const frame_range&) = default;
 };
 
-/// The frame whose time is `start_time_s` is the first one; frame 1 has time 0. Throws export_error
-/// when its number or the last one's is beyond 32 bits.
-[[nodiscard]] frame_range frame_range_of(const point_time_base& time_base);
+/// So many frames at `rate` Hz, of which the first has the time `start_time_s`; frame 1 has time 0.
+/// Throws export_error when its number or the last one's is beyond 32 bits.
+[[nodiscard]] frame_range frame_range_of(std::uint64_t frames, double rate, double start_time_s);
 
 /// Words 4 and 5 of the header. A range that 16 bits cannot hold becomes one whose length differs
 /// from the number of frames, so that a reader asks the parameters.

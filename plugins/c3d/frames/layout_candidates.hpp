@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/parameters/c3d_file.hpp"
-#include "plugins/c3d/samples/kernel_set.hpp"
 
 namespace c3d {
 

@@ -57,7 +57,7 @@ std::vector<header_event> decode_events(const block_reader& block) {
     std::size_t count = block.word(151);
     if (count > most_header_events)
         count = has_key ? most_header_events : 0;
-    const std::size_t width = has_key ? 4 : 2;
+    const auto width = has_key ? header_place::event_label_bytes : 2;
     std::vector<header_event> events;
     for (std::size_t i = 0; i < count; ++i) {
         const auto time = block.real(event_times + 4 * i);
@@ -101,6 +101,12 @@ void copy_reserved(std::span<const std::byte, 512> from, std::span<std::byte, 51
     for (const auto& [first, end] : reserved_bytes)
         std::copy_n(from.begin() + static_cast<std::ptrdiff_t>(first), end - first,
                     to.begin() + static_cast<std::ptrdiff_t>(first));
+}
+
+std::optional<std::string> stored_event_label(const std::string& label) {
+    auto stored = as_stored_within(label, header_place::event_label_bytes);
+    return stored.size() <= header_place::event_label_bytes ? std::optional(std::move(stored))
+                                                            : std::nullopt;
 }
 
 } // namespace c3d

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -43,6 +44,9 @@ using header_block = std::array<std::byte, 512>;
 /// Copies the reserved bytes.
 void copy_reserved(std::span<const std::byte, 512> from, std::span<std::byte, 512> to) noexcept;
 
+/// The label of an event as the header holds it, in four bytes; none when it takes more.
+[[nodiscard]] std::optional<std::string> stored_event_label(const std::string& label);
+
 /// Places in the block, in bytes.
 namespace header_place {
 
@@ -52,6 +56,7 @@ constexpr std::size_t word(std::size_t number) noexcept { return 2 * (number - 1
 inline constexpr std::size_t event_times = word(153);
 inline constexpr std::size_t event_statuses = word(189);
 inline constexpr std::size_t event_labels = word(199);
+inline constexpr std::size_t event_label_bytes = 4; ///< of each label
 
 } // namespace header_place
 

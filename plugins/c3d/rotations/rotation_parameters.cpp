@@ -12,9 +12,9 @@
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/frames/rotation_layout.hpp"
 #include "plugins/c3d/parameters/put_column.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/rotations/rotation_layout.hpp"
 #include "plugins/c3d/rotations/rotations.hpp"
 #include "schema/read_attribute.hpp"
 

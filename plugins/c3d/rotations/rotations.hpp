@@ -5,7 +5,7 @@
 #include <strata/data_group.hpp>
 #include <strata/plugin/channel_buffer.hpp>
 
-#include "plugins/c3d/rotations/rotation_layout.hpp"
+#include "plugins/c3d/frames/rotation_layout.hpp"
 
 namespace c3d {
 

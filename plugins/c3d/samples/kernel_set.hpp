@@ -7,12 +7,6 @@
 
 namespace c3d {
 
-/// How samples are held; one choice for a file's whole data section.
-enum class sample_storage { integer, real };
-
-/// Whether 16-bit analog samples have a sign.
-enum class word_sign { with, without };
-
 /// Where the samples of one point go.
 struct point_target {
     float* coordinates; ///< all x, then all y, then all z

@@ -33,15 +33,15 @@ parameter_tree put(frame_range range) {
 }
 
 TEST(FrameRange, FirstFrameIsOneWhoseTimeIsZero) {
-    EXPECT_EQ(frame_range_of({100, 50.0, 0.0}), (frame_range{100, 1}));
-    EXPECT_EQ(frame_range_of({100, 50.0, 0.1}), (frame_range{100, 6}));
-    EXPECT_EQ(frame_range_of({100, 0.0, 0.1}), (frame_range{100, 1}));
-    EXPECT_EQ(frame_range_of({100, 50.0, -3.0}), (frame_range{100, 1}));
+    EXPECT_EQ(frame_range_of(100, 50.0, 0.0), (frame_range{100, 1}));
+    EXPECT_EQ(frame_range_of(100, 50.0, 0.1), (frame_range{100, 6}));
+    EXPECT_EQ(frame_range_of(100, 0.0, 0.1), (frame_range{100, 1}));
+    EXPECT_EQ(frame_range_of(100, 50.0, -3.0), (frame_range{100, 1}));
 }
 
 TEST(FrameRange, IsRefusedWhereNumbersEnd) {
     try {
-        (void)frame_range_of({10, 100.0, 42949672.9});
+        (void)frame_range_of(10, 100.0, 42949672.9);
         FAIL();
     } catch (const std::runtime_error& error) {
         EXPECT_STREQ(error.what(), "10 frames from frame 4294967291 on are more than a C3D file "

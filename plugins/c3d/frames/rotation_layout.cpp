@@ -1,4 +1,4 @@
-#include "plugins/c3d/rotations/rotation_layout.hpp"
+#include "plugins/c3d/frames/rotation_layout.hpp"
 
 #include <algorithm>
 #include <cmath>
