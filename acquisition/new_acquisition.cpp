@@ -6,10 +6,10 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/resize_channels.hpp"
-#include "acquisition/set_sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
+#include "acquisition/time_base/set_sampling.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"

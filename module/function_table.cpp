@@ -2,11 +2,11 @@
 
 #include "module/function_table.hpp"
 
+#include "acquisition/files/read_acquisition.hpp"
+#include "acquisition/files/write_acquisition.hpp"
 #include "acquisition/new_acquisition.hpp"
-#include "acquisition/read_acquisition.hpp"
-#include "acquisition/sampling.hpp"
-#include "acquisition/set_sampling.hpp"
-#include "acquisition/write_acquisition.hpp"
+#include "acquisition/time_base/sampling.hpp"
+#include "acquisition/time_base/set_sampling.hpp"
 #include "api/analogs/modify_analogs.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/analogs/set_analog_attributes.hpp"

@@ -4,11 +4,11 @@
 
 #include <utility>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/platform_channel_numbers.hpp"
-#include "acquisition/resize_acquisition.hpp"
-#include "acquisition/sample_agreement.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/platforms/platform_channel_numbers.hpp"
+#include "acquisition/time_base/resize_acquisition.hpp"
+#include "acquisition/time_base/sample_agreement.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "api/analogs/read_analogs.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"

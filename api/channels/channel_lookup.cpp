@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/point_types.hpp"
+#include "acquisition/channels/point_types.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"

@@ -5,8 +5,8 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/resize_channels.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"

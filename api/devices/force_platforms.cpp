@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/force_platforms.hpp"
-#include "acquisition/rate_parameter.hpp"
-#include "acquisition/resize_channels.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
+#include "acquisition/time_base/rate_parameter.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "api/channels/distinct_keys.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "schema/names.hpp"

@@ -8,10 +8,10 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/force_platforms.hpp"
-#include "acquisition/platform_wrench.hpp"
-#include "acquisition/resize_channels.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
+#include "acquisition/platforms/platform_wrench.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "schema/names.hpp"
 #include "store/dictionary.hpp"

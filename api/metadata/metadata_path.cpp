@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/path_text.hpp"
+#include "acquisition/files/path_text.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"

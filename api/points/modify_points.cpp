@@ -6,9 +6,9 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/resize_acquisition.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/resize_acquisition.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"

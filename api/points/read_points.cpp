@@ -7,7 +7,7 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/point_types.hpp"
+#include "acquisition/channels/point_types.hpp"
 #include "api/channels/channel_info.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/values_matrix.hpp"

@@ -8,10 +8,10 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/resize_acquisition.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/resize_acquisition.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"

@@ -67,53 +67,69 @@ def test_includes_never_point_backwards():
     assert backwards == []
 
 
-# What the folders of the C3D plugin may include of it besides themselves. The files beside the
-# folders bring all together.
-C3D = "plugins/c3d"
-BELOW = {
-    "bytes": set[str](),
-    "parameters": {"bytes"},
-    "frames": {"bytes", "parameters"},
-    "samples": {"bytes", "parameters", "frames"},
+# Folders whose own folders are subjects, and which of these each may include besides itself. The
+# files beside the subjects bring all together.
+_BYTES_TO_SAMPLES = {"bytes", "parameters", "frames", "samples"}
+SUBJECTS: dict[str, dict[str, set[str]]] = {
+    "plugins/c3d": {
+        "bytes": set(),
+        "parameters": {"bytes"},
+        "frames": {"bytes", "parameters"},
+        "samples": {"bytes", "parameters", "frames"},
+        "points": _BYTES_TO_SAMPLES,
+        "analogs": _BYTES_TO_SAMPLES,
+        "events": _BYTES_TO_SAMPLES,
+        "rotations": _BYTES_TO_SAMPLES,
+        # The table of a platform's channels is written in their order.
+        "platforms": {*_BYTES_TO_SAMPLES, "analogs"},
+    },
+    "acquisition": {
+        "channels": set(),
+        "time_base": {"channels"},
+        "platforms": {"channels"},
+        "files": {"channels", "time_base", "platforms"},
+    },
 }
-BELOW |= {subject: {*BELOW} for subject in ("points", "analogs", "events", "rotations")}
-# The table of a platform's channels is written in their order.
-BELOW["platforms"] = {*BELOW["analogs"], "analogs"}
+every_house = pytest.mark.parametrize("house", SUBJECTS)
 
 
-def is_below(include: str, subject: str) -> bool:
-    """A subject's files include their own folder and those below it, and no file beside these."""
-    folder = include.removeprefix(f"{C3D}/").rpartition("/")[0]
-    return folder == subject or folder in BELOW[subject]
+def is_below(include: str, house: str, subject: str) -> bool:
+    """True for what a subject may include of its house: its own folder and those below it."""
+    folder = include.removeprefix(f"{house}/").rpartition("/")[0]
+    return folder == subject or folder in SUBJECTS[house][subject]
 
 
-def test_every_subject_of_the_c3d_plugin_has_its_place():
-    folders = {path.name for path in (REPOSITORY / C3D).iterdir() if any(path.glob("*.cpp"))}
-    assert folders == BELOW.keys()
+@every_house
+def test_every_subject_has_its_place(house: str):
+    folders = {path.name for path in (REPOSITORY / house).iterdir() if any(path.glob("*.cpp"))}
+    assert folders == SUBJECTS[house].keys()
 
 
-def test_subjects_of_the_c3d_plugin_never_include_upwards():
+@every_house
+def test_subjects_never_include_upwards(house: str):
     upwards = [
         (name_of(path), include)
-        for subject in BELOW
-        for path in sorted((REPOSITORY / C3D / subject).glob("*.[ch]pp"))
+        for subject in SUBJECTS[house]
+        for path in sorted((REPOSITORY / house / subject).glob("*.[ch]pp"))
         for include in includes_of(path)
-        if include.startswith(f"{C3D}/") and not is_below(include, subject)
+        if include.startswith(f"{house}/") and not is_below(include, house, subject)
     ]
     assert upwards == []
 
 
 @pytest.mark.parametrize(
-    ("subject", "include"),
+    ("house", "subject", "include"),
     [
-        ("bytes", "plugins/c3d/parameters/parameter.hpp"),
-        ("frames", "plugins/c3d/samples/kernel_set.hpp"),
-        ("events", "plugins/c3d/points/point_columns.hpp"),
-        ("events", "plugins/c3d/header_block.hpp"),
+        ("plugins/c3d", "bytes", "plugins/c3d/parameters/parameter.hpp"),
+        ("plugins/c3d", "frames", "plugins/c3d/samples/kernel_set.hpp"),
+        ("plugins/c3d", "events", "plugins/c3d/points/point_columns.hpp"),
+        ("plugins/c3d", "events", "plugins/c3d/header_block.hpp"),
+        ("acquisition", "channels", "acquisition/time_base/sampling.hpp"),
+        ("acquisition", "files", "acquisition/new_acquisition.hpp"),
     ],
 )
-def test_includes_upwards_in_the_c3d_plugin_are_noticed(subject: str, include: str):
-    assert not is_below(include, subject)
+def test_includes_from_a_subject_upwards_are_noticed(house: str, subject: str, include: str):
+    assert not is_below(include, house, subject)
 
 
 def test_includes_in_quotes_are_paths_from_the_root():
@@ -155,14 +171,14 @@ def test_sources_include_their_own_header():
 @pytest.mark.parametrize(
     ("folder", "include"),
     [
-        ("schema", "acquisition/channels.hpp"),
+        ("schema", "acquisition/channels/channels.hpp"),
         ("platform/strata", "schema/analog_pairing.hpp"),
         ("platform/anvil", "strata/data_set.hpp"),
         ("platform/strata", "store/typed_access.hpp"),
         ("plugins/c3d", "store/typed_access.hpp"),
         ("plugins/c3d", "plugins/data_modifier/split_set.hpp"),
         ("plugins/c3d", "platform/strata/src/tree/tree_path.hpp"),
-        ("store", "acquisition/channels.hpp"),
+        ("store", "acquisition/channels/channels.hpp"),
         ("acquisition", "api/channels/channel_lookup.hpp"),
         ("api", "module/call_frame.hpp"),
     ],

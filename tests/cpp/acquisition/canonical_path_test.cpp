@@ -1,4 +1,4 @@
-#include "acquisition/canonical_path.hpp"
+#include "acquisition/files/canonical_path.hpp"
 
 #include <filesystem>
 #include <fstream>

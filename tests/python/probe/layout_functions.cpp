@@ -5,9 +5,9 @@
 
 #include <strata/data_store.hpp>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/resize_channels.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
 #include "module/function_row.hpp"
 #include "tests/python/probe/functions.hpp"
 #include "tests/python/probe/places.hpp"

@@ -1,4 +1,4 @@
-#include "acquisition/platform_detection.hpp"
+#include "acquisition/platforms/platform_detection.hpp"
 
 #include <bit>
 #include <cstddef>
@@ -11,7 +11,7 @@
 #include <strata/access/same_set.hpp>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/platform_remarks.hpp"
+#include "acquisition/platforms/platform_remarks.hpp"
 #include "schema/names.hpp"
 #include "schema/platform_obstacles.hpp"
 #include "schema/read_attribute.hpp"

@@ -1,4 +1,4 @@
-#include "acquisition/sample_agreement.hpp"
+#include "acquisition/time_base/sample_agreement.hpp"
 
 #include <algorithm>
 #include <string>
@@ -6,9 +6,9 @@
 #include <fmt/format.h>
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"

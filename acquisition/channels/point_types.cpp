@@ -1,4 +1,4 @@
-#include "acquisition/point_types.hpp"
+#include "acquisition/channels/point_types.hpp"
 
 #include <algorithm>
 

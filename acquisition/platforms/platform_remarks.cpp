@@ -1,4 +1,4 @@
-#include "acquisition/platform_remarks.hpp"
+#include "acquisition/platforms/platform_remarks.hpp"
 
 #include <cstddef>
 #include <cstdint>

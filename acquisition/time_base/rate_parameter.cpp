@@ -1,4 +1,4 @@
-#include "acquisition/rate_parameter.hpp"
+#include "acquisition/time_base/rate_parameter.hpp"
 
 #include <cmath>
 

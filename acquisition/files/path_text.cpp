@@ -1,4 +1,4 @@
-#include "acquisition/path_text.hpp"
+#include "acquisition/files/path_text.hpp"
 
 namespace mox {
 

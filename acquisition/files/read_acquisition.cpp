@@ -1,14 +1,14 @@
 #include "store/python.hpp"
 
-#include "acquisition/read_acquisition.hpp"
+#include "acquisition/files/read_acquisition.hpp"
 
 #include <anvil/io_file.hpp>
 #include <fmt/format.h>
 #include <strata/data_importer.hpp>
 
-#include "acquisition/canonical_path.hpp"
-#include "acquisition/file_argument.hpp"
-#include "acquisition/post_import.hpp"
+#include "acquisition/files/canonical_path.hpp"
+#include "acquisition/files/file_argument.hpp"
+#include "acquisition/files/post_import.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox::reading {

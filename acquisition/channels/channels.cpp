@@ -1,9 +1,9 @@
-#include "acquisition/channels.hpp"
+#include "acquisition/channels/channels.hpp"
 
 #include <fmt/format.h>
 #include <strata/data_store.hpp>
 
-#include "acquisition/point_types.hpp"
+#include "acquisition/channels/point_types.hpp"
 #include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"

@@ -3,7 +3,7 @@
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
-#include "acquisition/force_platforms.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
 
 namespace mox {
 

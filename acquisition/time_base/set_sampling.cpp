@@ -1,14 +1,14 @@
-#include "acquisition/set_sampling.hpp"
+#include "acquisition/time_base/set_sampling.hpp"
 
 #include <cmath>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/rate_parameter.hpp"
-#include "acquisition/resize_acquisition.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/time_base/rate_parameter.hpp"
+#include "acquisition/time_base/resize_acquisition.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"

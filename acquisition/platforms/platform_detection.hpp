@@ -4,7 +4,7 @@
 
 #include <strata/data_group.hpp>
 
-#include "acquisition/force_platforms.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
 
 namespace mox {
 

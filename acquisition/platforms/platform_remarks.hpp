@@ -5,7 +5,7 @@
 
 #include <strata/data_group.hpp>
 
-#include "acquisition/force_platforms.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
 #include "schema/force_platform_table.hpp"
 
 namespace mox {

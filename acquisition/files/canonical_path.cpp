@@ -1,10 +1,10 @@
-#include "acquisition/canonical_path.hpp"
+#include "acquisition/files/canonical_path.hpp"
 
 #include <cctype>
 
 #include <fmt/format.h>
 
-#include "acquisition/path_text.hpp"
+#include "acquisition/files/path_text.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox {

@@ -1,6 +1,6 @@
 #include "store/python.hpp"
 
-#include "acquisition/write_acquisition.hpp"
+#include "acquisition/files/write_acquisition.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -9,11 +9,11 @@
 #include <fmt/format.h>
 #include <strata/data_exporter.hpp>
 
-#include "acquisition/file_argument.hpp"
-#include "acquisition/force_platforms.hpp"
-#include "acquisition/path_text.hpp"
-#include "acquisition/sample_agreement.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/files/file_argument.hpp"
+#include "acquisition/files/path_text.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
+#include "acquisition/time_base/sample_agreement.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"

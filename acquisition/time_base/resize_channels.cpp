@@ -1,4 +1,4 @@
-#include "acquisition/resize_channels.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <strata/access/set_count.hpp>
 #include <strata/data_store.hpp>
 
-#include "acquisition/channels.hpp"
+#include "acquisition/channels/channels.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"

@@ -1,4 +1,4 @@
-#include "acquisition/resize_rotations.hpp"
+#include "acquisition/time_base/resize_rotations.hpp"
 
 #include <array>
 #include <utility>
@@ -6,7 +6,7 @@
 
 #include <strata/data_set.hpp>
 
-#include "acquisition/resize_channels.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
 #include "schema/names.hpp"
 #include "store/typed_access.hpp"
 

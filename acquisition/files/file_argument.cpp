@@ -1,6 +1,6 @@
 #include "store/python.hpp"
 
-#include "acquisition/file_argument.hpp"
+#include "acquisition/files/file_argument.hpp"
 
 #include "store/swig_error.hpp"
 

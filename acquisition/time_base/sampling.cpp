@@ -1,4 +1,4 @@
-#include "acquisition/sampling.hpp"
+#include "acquisition/time_base/sampling.hpp"
 
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"

@@ -1,4 +1,4 @@
-#include "acquisition/post_import.hpp"
+#include "acquisition/files/post_import.hpp"
 
 #include <cstdint>
 #include <new>
@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/point_types.hpp"
+#include "acquisition/channels/point_types.hpp"
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
 #include "schema/split_record.hpp"

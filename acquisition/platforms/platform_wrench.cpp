@@ -1,4 +1,4 @@
-#include "acquisition/platform_wrench.hpp"
+#include "acquisition/platforms/platform_wrench.hpp"
 
 #include <new>
 #include <string>

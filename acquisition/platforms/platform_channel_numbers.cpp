@@ -1,4 +1,4 @@
-#include "acquisition/platform_channel_numbers.hpp"
+#include "acquisition/platforms/platform_channel_numbers.hpp"
 
 #include <cstddef>
 #include <cstdint>

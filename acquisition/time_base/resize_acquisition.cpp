@@ -1,4 +1,4 @@
-#include "acquisition/resize_acquisition.hpp"
+#include "acquisition/time_base/resize_acquisition.hpp"
 
 #include <algorithm>
 #include <new>
@@ -8,12 +8,12 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/channels.hpp"
-#include "acquisition/point_types.hpp"
-#include "acquisition/resize_channels.hpp"
-#include "acquisition/resize_rotations.hpp"
-#include "acquisition/sample_agreement.hpp"
-#include "acquisition/sampling.hpp"
+#include "acquisition/channels/channels.hpp"
+#include "acquisition/channels/point_types.hpp"
+#include "acquisition/time_base/resize_channels.hpp"
+#include "acquisition/time_base/resize_rotations.hpp"
+#include "acquisition/time_base/sample_agreement.hpp"
+#include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"

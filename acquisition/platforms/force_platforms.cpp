@@ -1,4 +1,4 @@
-#include "acquisition/force_platforms.hpp"
+#include "acquisition/platforms/force_platforms.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "acquisition/platform_detection.hpp"
+#include "acquisition/platforms/platform_detection.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
