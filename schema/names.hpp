@@ -60,7 +60,19 @@ inline constexpr char types[] = "Types";
 inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32
 inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";             ///< int32
 inline constexpr char analog_values_per_frame[] = "TotalAnalogSamplesPer3dSample";      ///< int32
-inline constexpr char bits[] = "BITS"; ///< analog resolution
+inline constexpr char event_context[] = "Context";
+inline constexpr char event_icons[] = "Icons"; ///< int32, shape {1}: the event's id
+inline constexpr char event_subject[] = "Subject";
+inline constexpr char event_description[] = "Description";
+inline constexpr char event_type[] = "Type";
+// One element for each time of an event's set, where occurrences differ from what the set says.
+inline constexpr char occurrence_contexts[] = "OccurrenceContexts";
+inline constexpr char occurrence_labels[] = "OccurrenceLabels";
+inline constexpr char occurrence_subjects[] = "OccurrenceSubjects";
+inline constexpr char occurrence_descriptions[] = "OccurrenceDescriptions";
+inline constexpr char occurrence_icons[] = "OccurrenceIcons"; ///< int32
+inline constexpr char occurrence_flags[] = "OccurrenceFlags"; ///< int32
+inline constexpr char bits[] = "BITS";                        ///< analog resolution
 inline constexpr char rate[] = "RATE"; ///< Hz, in the POINT and ANALOG parameter groups
 inline constexpr char descriptions[] = "DESCRIPTIONS";
 } // namespace attribute

@@ -1,9 +1,5 @@
 #include "api/events/event_sets.hpp"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 #include <fmt/format.h>
 
 #include "schema/names.hpp"
@@ -13,13 +9,6 @@
 namespace mox::events {
 
 namespace {
-
-constexpr std::string_view foot_strike = "Foot Strike";
-constexpr std::string_view foot_off = "Foot Off";
-constexpr std::array<std::string_view, 3> type_of_id{"General", foot_strike, foot_off};
-constexpr std::array<std::string_view, 4> foot_strike_labels{"Foot_Strike", "FS", "FootStrike",
-                                                             "Foot Strike"};
-constexpr std::array<std::string_view, 4> foot_off_labels{"Foot_Off", "FO", "FootOff", "Foot Off"};
 
 std::string without_underscores(std::string name) {
     // Kept: underscores are dropped, nothing else.
@@ -57,17 +46,6 @@ std::string set_name_to_append_to(const std::string& name) {
 
 strata::data_set create_event(strata::data_group events, const std::string& set_name) {
     return events.create_set(set_name, strata::data_shape({0}, false), strata::data_type::float32);
-}
-
-std::string type_word(int id, const std::string& label) {
-    const auto number = static_cast<unsigned>(id);
-    if (number < type_of_id.size())
-        return std::string(type_of_id[number]);
-    if (std::ranges::find(foot_strike_labels, label) != foot_strike_labels.end())
-        return std::string(foot_strike);
-    if (std::ranges::find(foot_off_labels, label) != foot_off_labels.end())
-        return std::string(foot_off);
-    return label;
 }
 
 } // namespace mox::events

@@ -8,22 +8,11 @@
 #include <strata/data_set.hpp>
 #include <strata/data_store.hpp>
 
+#include "schema/names.hpp"
+
 namespace mox::events {
 
-namespace attribute {
-inline constexpr char context[] = "Context";
-inline constexpr char icons[] = "Icons"; ///< int32, shape {1}: the event's id
-inline constexpr char subject[] = "Subject";
-inline constexpr char description[] = "Description";
-inline constexpr char type[] = "Type";
-// One element for each time of the set, where occurrences differ from what the set says.
-inline constexpr char occurrence_contexts[] = "OccurrenceContexts";
-inline constexpr char occurrence_labels[] = "OccurrenceLabels";
-inline constexpr char occurrence_subjects[] = "OccurrenceSubjects";
-inline constexpr char occurrence_descriptions[] = "OccurrenceDescriptions";
-inline constexpr char occurrence_icons[] = "OccurrenceIcons"; ///< int32
-inline constexpr char occurrence_flags[] = "OccurrenceFlags"; ///< int32
-} // namespace attribute
+namespace attribute = schema::attribute;
 
 /// The group of events; RuntimeError when the acquisition has none.
 [[nodiscard]] strata::data_group event_group(const strata::data_store& acquisition);
@@ -39,9 +28,5 @@ inline constexpr char occurrence_flags[] = "OccurrenceFlags"; ///< int32
 
 /// A new set without times.
 [[nodiscard]] strata::data_set create_event(strata::data_group events, const std::string& set_name);
-
-/// Type word of an event: by its id where that is 0, 1 or 2, else by the synonyms of its label,
-/// else the label itself.
-[[nodiscard]] std::string type_word(int id, const std::string& label);
 
 } // namespace mox::events

@@ -14,6 +14,7 @@
 #include "api/events/event_sets.hpp"
 #include "api/events/read_events.hpp"
 #include "api/unavailable.hpp"
+#include "schema/event_types.hpp"
 #include "schema/read_attribute.hpp"
 #include "store/append_element.hpp"
 #include "store/path_helpers.hpp"
@@ -50,7 +51,7 @@ void create_text_once(const strata::data_set& set, const char* name, const std::
 /// Gives a set a description. False, as the log says, when it keeps the one that it has: what the
 /// getters show is then no other, and no occurrence may be told another for the file.
 bool write_description(const strata::data_set& set, const std::string& description) {
-    const auto attribute = set.retrieve_attribute(attribute::description);
+    const auto attribute = set.retrieve_attribute(attribute::event_description);
     write(attribute, description);
     return attribute && strata::element_kind(attribute.type()) == strata::data_type::string &&
            attribute.shape().element_count() == 1;
@@ -58,7 +59,7 @@ bool write_description(const strata::data_set& set, const std::string& descripti
 
 /// Gives a set an id. False when it has no place for one; the occurrences keep theirs then, too.
 bool write_icons(const strata::data_set& set, int id) {
-    const auto icons = set.retrieve_attribute(attribute::icons);
+    const auto icons = set.retrieve_attribute(attribute::event_icons);
     const auto count = icons ? icons.shape().element_count() : 0;
     if (count == 0)
         return false;
@@ -81,19 +82,19 @@ void fill_description(const strata::data_set& set, const std::string& descriptio
 /// What the set says of the event; an event that exists keeps what it has, but for an empty
 /// description.
 void describe_event(strata::data_set set, const occurrence& added) {
-    create_text_once(set, attribute::context, added.context);
-    if (!set.exists_attribute(attribute::icons)) {
-        auto icons = set.create_attribute(attribute::icons, strata::data_shape({1}, false),
+    create_text_once(set, attribute::event_context, added.context);
+    if (!set.exists_attribute(attribute::event_icons)) {
+        auto icons = set.create_attribute(attribute::event_icons, strata::data_shape({1}, false),
                                           strata::data_type::int32);
         write(icons, icon_of(added.id));
     }
-    create_text_once(set, attribute::subject, added.subject);
-    const auto description = set.retrieve_attribute(attribute::description);
+    create_text_once(set, attribute::event_subject, added.subject);
+    const auto description = set.retrieve_attribute(attribute::event_description);
     if (!description)
-        create_text(set, attribute::description, added.description);
+        create_text(set, attribute::event_description, added.description);
     else if (read<std::string>(description).empty() && !added.description.empty())
         fill_description(set, added.description);
-    create_text_once(set, attribute::type, type_word(added.id, added.label));
+    create_text_once(set, attribute::event_type, schema::event_type(added.id, added.label));
 }
 
 /// Whether an attribute has an element for each occurrence, as it gets when one is appended.
@@ -131,15 +132,16 @@ void describe_occurrence(const strata::data_set& set, std::size_t former_count,
     const auto given_or_shown = [&](const std::string& given, const char* name) {
         return given.empty() ? text(name) : given;
     };
-    const auto icon = read<std::int32_t>(set.retrieve_attribute(attribute::icons));
-    extend_occurrences(set, attribute::occurrence_contexts, former_count, text(attribute::context),
-                       added.context);
+    const auto icon = read<std::int32_t>(set.retrieve_attribute(attribute::event_icons));
+    extend_occurrences(set, attribute::occurrence_contexts, former_count,
+                       text(attribute::event_context), added.context);
     extend_occurrences(set, attribute::occurrence_labels, former_count, added.label, added.label);
-    extend_occurrences(set, attribute::occurrence_subjects, former_count, text(attribute::subject),
-                       given_or_shown(added.subject, attribute::subject));
+    extend_occurrences(set, attribute::occurrence_subjects, former_count,
+                       text(attribute::event_subject),
+                       given_or_shown(added.subject, attribute::event_subject));
     extend_occurrences(set, attribute::occurrence_descriptions, former_count,
-                       text(attribute::description),
-                       given_or_shown(added.description, attribute::description));
+                       text(attribute::event_description),
+                       given_or_shown(added.description, attribute::event_description));
     extend_occurrences(set, attribute::occurrence_icons, former_count, icon,
                        added.id == -1 ? icon : added.id);
     extend_occurrences(set, attribute::occurrence_flags, former_count, std::int32_t{0},
@@ -180,12 +182,12 @@ void add_occurrence(const strata::data_set& set, const occurrence& added) {
 
 /// Whether a set has all that describe_event would create or fill.
 bool is_described(const strata::data_set& set, const occurrence& added) {
-    for (const char* name :
-         {attribute::context, attribute::icons, attribute::subject, attribute::type}) {
+    for (const char* name : {attribute::event_context, attribute::event_icons,
+                             attribute::event_subject, attribute::event_type}) {
         if (!set.exists_attribute(name))
             return false;
     }
-    const auto description = set.retrieve_attribute(attribute::description);
+    const auto description = set.retrieve_attribute(attribute::event_description);
     if (description.type() != strata::data_type::string ||
         !description.shape().dimensions().empty())
         return false;

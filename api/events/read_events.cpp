@@ -34,10 +34,11 @@ void add_occurrences(const strata::data_set& set, occurrences& all) {
     read_vector(select_all(set), times);
     all.times.insert(all.times.end(), times.begin(), times.end());
     all.names.insert(all.names.end(), times.size(), set.name());
-    all.descriptions.insert(all.descriptions.end(), times.size(),
-                            read<std::string>(set.retrieve_attribute(attribute::description)));
+    all.descriptions.insert(
+        all.descriptions.end(), times.size(),
+        read<std::string>(set.retrieve_attribute(attribute::event_description)));
     all.ids.insert(all.ids.end(), times.size(),
-                   read<std::int32_t>(set.retrieve_attribute(attribute::icons)));
+                   read<std::int32_t>(set.retrieve_attribute(attribute::event_icons)));
 }
 
 template <typename Number> py_ref to_array(const std::vector<Number>& numbers, int type) {
@@ -62,7 +63,7 @@ outputs<2> all(strata::data_store acquisition) {
     for (const auto& [key, set] : sets)
         set_item(times.get(), std::string_view(key), read_as_python(set, transposed));
     auto info = py_ref::checked(PyDict_New());
-    set_item(info.get(), "subject", attribute_of_each(sets, attribute::subject));
+    set_item(info.get(), "subject", attribute_of_each(sets, attribute::event_subject));
     set_item(info.get(), "units", units_of(sets, "EVENTS"));
     return {std::move(times), std::move(info)};
 }

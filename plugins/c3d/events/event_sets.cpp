@@ -11,11 +11,14 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
 
 namespace {
+
+namespace attribute = schema::attribute;
 
 std::vector<float> times_of(const strata::data_set& set) {
     const auto shape = set.shape(false);
@@ -50,18 +53,20 @@ std::vector<std::int32_t> numbers_of_occurrences(const strata::data_set& set, co
 event_set read_event_set(const strata::data_set& set) {
     const auto times = times_of(set);
     const auto count = times.size();
-    const auto context = text_of(set, "Context");
-    const auto description = text_of(set, "Description");
+    const auto context = text_of(set, attribute::event_context);
+    const auto description = text_of(set, attribute::event_description);
     const auto icon =
-        schema::read_number<std::int32_t>(set.retrieve_attribute("Icons")).value_or(0);
-    const auto contexts = texts_of_occurrences(set, "OccurrenceContexts", count, context);
-    const auto labels =
-        texts_of_occurrences(set, "OccurrenceLabels", count, label_in_name(set.name(), context));
-    const auto subjects =
-        texts_of_occurrences(set, "OccurrenceSubjects", count, text_of(set, "Subject"));
-    auto descriptions = texts_of_occurrences(set, "OccurrenceDescriptions", count, description);
-    const auto icons = numbers_of_occurrences(set, "OccurrenceIcons", count, icon);
-    const auto flags = numbers_of_occurrences(set, "OccurrenceFlags", count, 0);
+        schema::read_number<std::int32_t>(set.retrieve_attribute(attribute::event_icons))
+            .value_or(0);
+    const auto contexts = texts_of_occurrences(set, attribute::occurrence_contexts, count, context);
+    const auto labels = texts_of_occurrences(set, attribute::occurrence_labels, count,
+                                             label_in_name(set.name(), context));
+    const auto subjects = texts_of_occurrences(set, attribute::occurrence_subjects, count,
+                                               text_of(set, attribute::event_subject));
+    auto descriptions =
+        texts_of_occurrences(set, attribute::occurrence_descriptions, count, description);
+    const auto icons = numbers_of_occurrences(set, attribute::occurrence_icons, count, icon);
+    const auto flags = numbers_of_occurrences(set, attribute::occurrence_flags, count, 0);
     // A reader takes the set's description from the first occurrence.
     if (!descriptions.empty() && descriptions.front().empty())
         descriptions.front() = description;

@@ -17,6 +17,8 @@
 #include <strata/plugin/status_of.hpp>
 
 #include "plugins/c3d/events/event_grouping.hpp"
+#include "schema/event_types.hpp"
+#include "schema/names.hpp"
 #include "schema/unit_parameters.hpp"
 #include "schema/write_attribute.hpp"
 
@@ -24,32 +26,10 @@ namespace c3d {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> type_by_icon = {"General", "Foot Strike", "Foot Off"};
-
-struct label_synonym {
-    std::string_view label;
-    std::string_view type;
-};
-constexpr std::array<label_synonym, 8> type_by_label = {{
-    {"Foot_Strike", "Foot Strike"},
-    {"FS", "Foot Strike"},
-    {"FootStrike", "Foot Strike"},
-    {"Foot Strike", "Foot Strike"},
-    {"Foot_Off", "Foot Off"},
-    {"FO", "Foot Off"},
-    {"FootOff", "Foot Off"},
-    {"Foot Off", "Foot Off"},
-}};
+namespace attribute = schema::attribute;
 
 std::string type_of(const event_occurrence& event) {
-    if (event.has_icon && event.icon >= 0 &&
-        static_cast<std::size_t>(event.icon) < type_by_icon.size()) {
-        return std::string(type_by_icon[static_cast<std::size_t>(event.icon)]);
-    }
-    const auto found =
-        std::find_if(type_by_label.begin(), type_by_label.end(),
-                     [&](const auto& synonym) { return synonym.label == event.label; });
-    return found == type_by_label.end() ? event.label : std::string(found->type);
+    return schema::event_type(event.has_icon ? event.icon : -1, event.label);
 }
 
 template <typename Value, typename Member>
@@ -73,21 +53,21 @@ void create_event_set(strata::data_group& events, const event_set& content) {
     }
     const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
     const auto& first = content.occurrences.front();
-    schema::write_text(set, "Context", first.context);
-    schema::write_numbers(set, "Icons", std::vector<std::int32_t>{icons.front()});
-    schema::write_text(set, "Subject", first.subject);
-    schema::write_text(set, "Description", first.description);
-    schema::write_text(set, "Type", type_of(first));
-    schema::write_texts(set, "OccurrenceContexts",
+    schema::write_text(set, attribute::event_context, first.context);
+    schema::write_numbers(set, attribute::event_icons, std::vector<std::int32_t>{icons.front()});
+    schema::write_text(set, attribute::event_subject, first.subject);
+    schema::write_text(set, attribute::event_description, first.description);
+    schema::write_text(set, attribute::event_type, type_of(first));
+    schema::write_texts(set, attribute::occurrence_contexts,
                         column<std::string>(content, &event_occurrence::context));
-    schema::write_texts(set, "OccurrenceLabels",
+    schema::write_texts(set, attribute::occurrence_labels,
                         column<std::string>(content, &event_occurrence::label));
-    schema::write_texts(set, "OccurrenceSubjects",
+    schema::write_texts(set, attribute::occurrence_subjects,
                         column<std::string>(content, &event_occurrence::subject));
-    schema::write_texts(set, "OccurrenceDescriptions",
+    schema::write_texts(set, attribute::occurrence_descriptions,
                         column<std::string>(content, &event_occurrence::description));
-    schema::write_numbers(set, "OccurrenceIcons", icons);
-    schema::write_numbers(set, "OccurrenceFlags",
+    schema::write_numbers(set, attribute::occurrence_icons, icons);
+    schema::write_numbers(set, attribute::occurrence_flags,
                           column<std::int32_t>(content, &event_occurrence::flags));
 }
 
