@@ -24,7 +24,7 @@ from editing.trials import (
 )
 from reading.read_c3d import read_c3d
 from support.failures import failure_of
-from support.memory import address_space
+from support.memory import address_space, under_a_sanitizer
 from support.store_tree import scalar, snapshot
 
 ROWS = (
@@ -175,6 +175,7 @@ def test_no_residual_of_the_former_frames_is_left(tmp_path: Path, factor: float)
     assert "Residuals" not in group_node(trial, POINT_GROUPS["Markers"])["sets"]["A"]["attributes"]
 
 
+@pytest.mark.skipif(under_a_sanitizer(), reason="the sanitizer's memory")
 def test_samples_beyond_memory_leave_everything(trial: Any) -> None:
     factor = 2**18
     _moxPY.moxSetFrequency(trial, factor * RATE)
