@@ -106,7 +106,7 @@ class section_writer {
 };
 
 /// Bytes of the longest text, without its padding.
-std::size_t longest_text(const written_parameter& item, std::size_t width) {
+std::size_t width_of_longest(const written_parameter& item, std::size_t width) {
     std::size_t longest = 1;
     for (std::size_t first = 0; first < item.data.size(); first += width) {
         auto length = std::min(width, item.data.size() - first);
@@ -119,7 +119,7 @@ std::size_t longest_text(const written_parameter& item, std::size_t width) {
 
 void narrow(written_parameter& item) {
     const std::size_t width = item.extents.front();
-    const auto longest = longest_text(item, width);
+    const auto longest = width_of_longest(item, width);
     byte_list data;
     for (std::size_t first = 0; first < item.data.size(); first += width) {
         const auto text = item.data.begin() + static_cast<std::ptrdiff_t>(first);

@@ -22,7 +22,7 @@ using c3d_test::write;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr auto nan = std::numeric_limits<double>::quiet_NaN();
+constexpr auto quiet_nan = std::numeric_limits<double>::quiet_NaN();
 
 trial small_trial() {
     trial file;
@@ -104,7 +104,7 @@ TEST(Exporter, KeepsReservedBytesOfTheHeader) {
 
 TEST(Exporter, ScaleOfNewPointsFitsIntegers) {
     new_acquisition made(2, 50.0);
-    made.add_point("Markers", "A", {1, 2, 3, -3200.0, nan, 6});
+    made.add_point("Markers", "A", {1, 2, 3, -3200.0, quiet_nan, 6});
     const auto found = opened(write(made.store).bytes);
     EXPECT_THAT(found.numbers("Format/Metadata/POINT", "SCALE"),
                 ElementsAre(double{-3200.0F / 32000.0F}));
@@ -112,7 +112,7 @@ TEST(Exporter, ScaleOfNewPointsFitsIntegers) {
 
 TEST(Exporter, AnyCoordinateThatIsNoNumberMakesASampleInvalid) {
     new_acquisition made(2, 50.0);
-    made.add_point("Markers", "A", {1, 2, 3, 4, nan, 6});
+    made.add_point("Markers", "A", {1, 2, 3, 4, quiet_nan, 6});
     const auto found = opened(write(made.store).bytes);
     EXPECT_THAT(found.numbers("Format/Data/Points", "Residuals"), ElementsAre(0.0, -1.0));
     EXPECT_TRUE(std::isnan(found.values("Format/Data/Points").at(1)));

@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto point_parameters = "Format/Metadata/POINT";
-constexpr auto analog_parameters = "Format/Metadata/ANALOG";
+constexpr auto analog_records = "Format/Metadata/ANALOG";
 
 trial points_of(const std::vector<std::string>& labels) {
     trial file;
@@ -202,7 +202,7 @@ TEST(ExportedParameters, PlatformsFollowTheirChannels) {
     const auto again = written_again(found);
     EXPECT_THAT(again.numbers("Format/Metadata/FORCE_PLATFORM", "CHANNEL"),
                 ElementsAre(0, 1, 2, 0, 9));
-    EXPECT_THAT(again.texts(analog_parameters, "LABELS"), ElementsAre("Fy", "Fz"));
+    EXPECT_THAT(again.texts(analog_records, "LABELS"), ElementsAre("Fy", "Fz"));
 }
 
 } // namespace
