@@ -83,10 +83,10 @@ format: $(venv_ready)
 	@ruff check --quiet --fix .
 
 lint: $(venv_ready)
-	clang-format --dry-run --Werror $(cpp_files)
-	ruff format --quiet --check .
-	ruff check --quiet .
-	mypy
+	@clang-format --dry-run --Werror $(cpp_files)
+	@ruff format --quiet --check .
+	@ruff check --quiet .
+	@mypy
 
 # Minutes, not seconds: the analyzer follows every path.
 tidy: $(release)/configured

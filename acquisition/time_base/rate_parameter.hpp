@@ -8,8 +8,8 @@
 
 namespace mox {
 
-/// What the entry of the group at `path` tells: one finite positive number. Nothing without a group,
-/// an entry or such a number; a text is a line in the log as well.
+/// What the entry of the group at `path` tells: one finite positive number. Nothing without a
+/// group, an entry or such a number; a text is a line in the log as well.
 [[nodiscard]] std::optional<double> rate_told(const strata::data_group& root, const char* path);
 
 /// Makes the entry of the group at `path` tell `rate`, as near as a real comes; nothing happens
