@@ -209,11 +209,12 @@ def set_points_unit(random: Random, acquisition: Any) -> None:
 def retype_point(random: Random, acquisition: Any) -> None:
     """A file has one unit for all points of a kind, so the point takes that of its new kind.
 
-    The lists of kinds name labels, so a label that several points bear stays in its kind.
+    The lists of kinds name labels, so a label that several points bear, or none, stays in its kind.
     """
     index, kind = point_of(random, acquisition), random.choice(KINDS)
     labels = list(_moxPY.moxGetPoints(acquisition)[1].get("label", {}).values())
-    if labels.count(_moxPY.moxGetPoint(acquisition, index)[1]["label"]) == 1:
+    label = _moxPY.moxGetPoint(acquisition, index)[1]["label"]
+    if label and labels.count(label) == 1:
         _moxPY.moxSetPointType(acquisition, index, kind)
         _moxPY.moxSetPointsUnit(acquisition, kind, UNITS[kind])
 
