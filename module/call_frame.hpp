@@ -37,9 +37,9 @@ struct call_frame<Implementation, Result (*)(Parameters...)> {
 
     /// Converts the arguments in order, calls the implementation and packs its result; null with a
     /// Python exception pending on failure.
-    static PyObject* call(const char* function, PyObject* const* arguments) noexcept {
+    static PyObject* call(const call_site& site, PyObject* const* arguments) noexcept {
         try {
-            return call_converted(function, arguments, std::index_sequence_for<Parameters...>{});
+            return call_converted(site, arguments, std::index_sequence_for<Parameters...>{});
         } catch (...) {
             return raise_caught_exception();
         }
@@ -67,14 +67,14 @@ struct call_frame<Implementation, Result (*)(Parameters...)> {
     using converted = decltype(parameter<Parameter>::convert(nullptr, {}));
 
     template <std::size_t... Index>
-    static PyObject* call_converted(const char* function, PyObject* const* arguments,
+    static PyObject* call_converted(const call_site& site, PyObject* const* arguments,
                                     std::index_sequence<Index...>) {
-        (void)function;
+        (void)site;
         (void)arguments;
         // Braces: the elements of the list are evaluated in order, so the first bad argument is the
         // one reported.
         std::tuple<converted<Parameters>...> values{parameter<Parameters>::convert(
-            arguments[Index], {function, static_cast<int>(output_count<Result> + Index) + 1,
+            arguments[Index], {site, static_cast<int>(output_count<Result> + Index) + 1,
                                parameter<Parameters>::spelling})...};
         if constexpr (std::is_void_v<Result>) {
             Implementation(std::forward<Parameters>(std::get<Index>(values))...);

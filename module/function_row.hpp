@@ -22,21 +22,23 @@ template <std::size_t Size> struct fixed_text {
 
 /// The entries of one Python function. Without overloads an argument list of the wrong length is
 /// refused at once; with them the first one that accepts all arguments is called. An exception that
-/// a check leaves pending ends the search.
-template <fixed_text Name, auto... Overloads> struct function_entry {
+/// a check leaves pending ends the search. `Closed` is the text of call_site, empty for the usual
+/// one.
+template <fixed_text Name, fixed_text Closed, auto... Overloads> struct function_entry {
+    static constexpr call_site site{Name.text, sizeof(Closed) == 1 ? nullptr : Closed.text};
     static constexpr bool overloaded = sizeof...(Overloads) > 1;
     static constexpr std::size_t least = std::min({call_frame<Overloads>::argument_count...});
     static constexpr std::size_t most = std::max({call_frame<Overloads>::argument_count...});
     static constexpr bool one_object = !overloaded && most == 1;
 
     static PyObject* call_one(PyObject* /*module*/, PyObject* argument) {
-        return (call_frame<Overloads>::call(Name.text, &argument), ...);
+        return (call_frame<Overloads>::call(site, &argument), ...);
     }
 
     static PyObject* call_exact(PyObject* /*module*/, PyObject* const* arguments,
                                 Py_ssize_t count) {
         if (static_cast<std::size_t>(count) == most)
-            return (call_frame<Overloads>::call(Name.text, arguments), ...);
+            return (call_frame<Overloads>::call(site, arguments), ...);
         return raising([&] {
             return argument_count_message(Name.text, "", most, static_cast<std::size_t>(count));
         });
@@ -59,7 +61,7 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
             return false;
         if (!frame::accepts(arguments))
             return PyErr_Occurred() != nullptr;
-        result = frame::call(Name.text, arguments);
+        result = frame::call(site, arguments);
         return true;
     }
 
@@ -87,20 +89,31 @@ template <fixed_text Name, auto... Overloads> struct function_entry {
     }
 };
 
+/// The row of an entry.
+template <typename Entry> PyMethodDef row_of(const char* documentation) {
+    const auto fast = [](auto* function) {
+        return reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(function));
+    };
+    const char* name = Entry::site.function;
+    if constexpr (Entry::one_object)
+        return {name, &Entry::call_one, METH_O, documentation};
+    else if constexpr (Entry::overloaded)
+        return {name, fast(&Entry::call_overloaded), METH_FASTCALL, documentation};
+    else
+        return {name, fast(&Entry::call_exact), METH_FASTCALL, documentation};
+}
+
 /// The row for the Python function `Name`: form, argument conversion, overload choice and messages
 /// follow from the signatures of `Overloads`, in the order in which messages list them.
 template <fixed_text Name, auto... Overloads>
 PyMethodDef function_row(const char* documentation = nullptr) {
-    using entry = function_entry<Name, Overloads...>;
-    const auto fast = [](auto* function) {
-        return reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(function));
-    };
-    if constexpr (entry::one_object)
-        return {Name.text, &entry::call_one, METH_O, documentation};
-    else if constexpr (entry::overloaded)
-        return {Name.text, fast(&entry::call_overloaded), METH_FASTCALL, documentation};
-    else
-        return {Name.text, fast(&entry::call_exact), METH_FASTCALL, documentation};
+    return row_of<function_entry<Name, "", Overloads...>>(documentation);
+}
+
+/// The same for a function that the object view calls, which says in its own words that the
+/// acquisition was closed.
+template <fixed_text Name, auto Implementation> PyMethodDef trial_row() {
+    return row_of<function_entry<Name, "the trial was closed", Implementation>>(nullptr);
 }
 
 } // namespace mox

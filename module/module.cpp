@@ -8,6 +8,7 @@
 #include "module/handle_proxy.hpp"
 #include "module/numpy_binding.hpp"
 #include "module/plugin_folder.hpp"
+#include "module/trial_table.hpp"
 
 namespace {
 
@@ -22,14 +23,26 @@ void start_application() {
     mox::module_logger()->flush();
 }
 
-PyModuleDef definition = [] {
-    PyModuleDef module_definition{};
-    module_definition.m_base = PyModuleDef_HEAD_INIT;
-    module_definition.m_name = "_moxPY";
-    module_definition.m_size =
-        0; // not −1: a second import in the process runs the initialisation again
-    return module_definition;
-}();
+PyModuleDef define(const char* name) {
+    PyModuleDef definition{};
+    definition.m_base = PyModuleDef_HEAD_INIT;
+    definition.m_name = name;
+    definition.m_size = 0; // not −1: a second import in the process runs the initialisation again
+    return definition;
+}
+
+PyModuleDef definition = define("_moxPY");
+PyModuleDef trial_definition = define("_moxPY.trial");
+
+/// The functions of the object view as `_moxPY.trial`, which statements import like any module.
+void add_trial_functions(PyObject* module) {
+    trial_definition.m_methods = mox::trial_table();
+    const auto functions =
+        mox::py_ref::checked(PyModule_Create2(&trial_definition, PYTHON_API_VERSION));
+    if (PyModule_AddObjectRef(module, "trial", functions.get()) < 0 ||
+        PyDict_SetItemString(PyImport_GetModuleDict(), "_moxPY.trial", functions.get()) < 0)
+        throw mox::python_error{};
+}
 
 } // namespace
 
@@ -40,6 +53,7 @@ PyMODINIT_FUNC PyInit__moxPY() {
         auto module = mox::py_ref::checked(PyModule_Create2(&definition, PYTHON_API_VERSION));
         if (!mox::bind_numpy())
             return nullptr;
+        add_trial_functions(module.get());
         start_application();
         return module.release();
     } catch (...) {

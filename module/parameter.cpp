@@ -61,15 +61,19 @@ bool is_of(const py_ref& proxy, const proxy_kind& kind) noexcept {
 } // namespace
 
 void raise_argument_error(PyObject* exception, const argument_place& place) {
-    PyErr_Format(exception, "in method '%s', argument %d of type '%s'", place.function,
+    PyErr_Format(exception, "in method '%s', argument %d of type '%s'", place.site.function,
                  place.position, place.type);
     throw python_error{};
 }
 
 void raise_null_reference(const argument_place& place) {
+    if (place.site.closed_text) {
+        PyErr_SetString(PyExc_ValueError, place.site.closed_text);
+        throw python_error{};
+    }
     PyErr_Format(PyExc_ValueError,
-                 "invalid null reference in method '%s', argument %d of type '%s'", place.function,
-                 place.position, place.type);
+                 "invalid null reference in method '%s', argument %d of type '%s'",
+                 place.site.function, place.position, place.type);
     throw python_error{};
 }
 

@@ -16,16 +16,22 @@
 
 namespace mox {
 
+/// What the messages of a call say of the function.
+struct call_site {
+    const char* function;              ///< Python name
+    const char* closed_text = nullptr; ///< that of a deleted object, where it is not the usual one
+};
+
 /// Where an argument stands in a call, for messages.
 struct argument_place {
-    const char* function; ///< Python name
-    int position;         ///< from 1, counting outputs
-    const char* type;     ///< declared type
+    call_site site;
+    int position;     ///< from 1, counting outputs
+    const char* type; ///< declared type
 };
 
 /// Raises `exception` with "in method '<function>', argument <position> of type '<type>'".
 [[noreturn]] void raise_argument_error(PyObject* exception, const argument_place& place);
-/// Raises ValueError with "invalid null reference " before that.
+/// Raises ValueError with "invalid null reference " before that, or with the site's own text.
 [[noreturn]] void raise_null_reference(const argument_place& place);
 
 namespace conversion {
@@ -118,6 +124,10 @@ template <> struct parameter<strata::data_store> : wrapped_parameter<strata::dat
     static strata::data_store convert(PyObject* value, const argument_place& place) {
         return copy_of(conversion::to_handle(value, place));
     }
+};
+
+template <> struct parameter<strata::data_set> : wrapped_parameter<strata::data_set> {
+    static constexpr const char* spelling = "strata::data_set";
 };
 
 // A parameter declared const by value keeps its own type only in a class of its own: functions do

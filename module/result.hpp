@@ -4,10 +4,12 @@
 
 #include "store/python.hpp"
 
+#include <optional>
 #include <string>
 #include <utility>
 
 #include <anvil/json.hpp>
+#include <strata/data_set.hpp>
 #include <strata/data_store.hpp>
 
 #include "module/shadow_class.hpp"
@@ -26,6 +28,13 @@ inline py_ref to_result(const std::string& text) { return text_to_python(text); 
 
 inline py_ref to_result(strata::data_store acquisition) {
     return with_shadow(wrap(std::move(acquisition)));
+}
+
+inline py_ref to_result(strata::data_set set) { return wrap(std::move(set)); }
+
+/// None for nothing.
+template <typename Value> py_ref to_result(std::optional<Value> value) {
+    return value ? to_result(std::move(*value)) : py_ref::none();
 }
 
 inline py_ref to_result(anvil::json value) { return wrap(std::move(value)); }

@@ -54,6 +54,8 @@ inline constexpr char offset[] = "Offset"; ///< float32
 inline constexpr char scale[] = "Scale";   ///< float32
 inline constexpr char residuals[] =
     "Residuals"; ///< float32 a sample: the fourth word of the file's point records
+inline constexpr char point_scale[] = "PointScale";  ///< float64, of the header: units a step of
+                                                     ///< integer coordinates and of residuals
 inline constexpr char reliability[] = "Reliability"; ///< float32 a sample of rotations
 inline constexpr char labels[] = "Labels";
 inline constexpr char types[] = "Types";

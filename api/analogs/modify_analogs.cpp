@@ -13,6 +13,7 @@
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
+#include "api/channels/remove_channels.hpp"
 #include "api/channels/write_channels.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
@@ -39,14 +40,6 @@ strata::data_set make_channel_of_rate(const strata::data_group& group, const std
     auto set = make_analog_channel(group, label, index, description);
     write_or_create(set, attribute::sample_rate, rate);
     return set;
-}
-
-void remove(const strata::data_store& acquisition, const strata::data_set& set) {
-    const auto group = analog_group(acquisition);
-    platform_channel_numbers platforms(acquisition.root());
-    remove_channel(group, set, {group});
-    platforms.follow_channels();
-    resize_channels_to_come(acquisition);
 }
 
 void set_channel_values(const strata::data_group& group, const strata::data_set& set,
@@ -86,14 +79,12 @@ outputs<2> append_described(strata::data_store acquisition, const std::string& l
 }
 
 outputs<2> remove_by_index(strata::data_store acquisition, int index) {
-    const auto group = analog_group(acquisition);
-    remove(acquisition, channel_by_index(group, index));
+    remove_analog(acquisition, channel_by_index(analog_group(acquisition), index));
     return all(acquisition);
 }
 
 outputs<2> remove_by_label(strata::data_store acquisition, const std::string& label) {
-    const auto group = analog_group(acquisition);
-    remove(acquisition, channel_by_label(group, label));
+    remove_analog(acquisition, channel_by_label(analog_group(acquisition), label));
     return all(acquisition);
 }
 

@@ -12,6 +12,7 @@
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "api/channels/matrix_check.hpp"
+#include "api/channels/remove_channels.hpp"
 #include "api/channels/write_channels.hpp"
 #include "api/points/read_points.hpp"
 #include "schema/names.hpp"
@@ -51,8 +52,7 @@ void require_point_groups(const strata::data_store& acquisition) {
 
 template <typename Key> outputs<2> remove(const strata::data_store& acquisition, const Key& key) {
     const auto [set, holder] = find(acquisition, key);
-    remove_channel(holder, set, point_groups(acquisition.root()));
-    resize_channels_to_come(acquisition);
+    remove_point(acquisition, holder, set);
     return all(acquisition);
 }
 

@@ -1,0 +1,91 @@
+#include "store/python.hpp"
+
+#include "api/channels/channel_keys.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "api/channels/channel_kinds.hpp"
+#include "schema/names.hpp"
+#include "store/python_read.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::channels {
+
+namespace attribute = schema::attribute;
+
+namespace {
+
+std::string label_of(const strata::data_set& channel) {
+    auto label = read<std::string>(channel.retrieve_attribute(attribute::label));
+    return label.empty() ? channel.name() : label;
+}
+
+/// The keys of channels with these labels.
+std::vector<std::string> distinct(std::vector<std::string> labels) {
+    std::unordered_set<std::string> taken(labels.begin(), labels.end());
+    if (taken.size() == labels.size())
+        return labels;
+    std::unordered_set<std::string> met;
+    for (auto& label : labels) {
+        if (met.insert(label).second)
+            continue;
+        int number = 2;
+        auto key = fmt::format("{}_{}", label, number);
+        while (!taken.insert(key).second)
+            key = fmt::format("{}_{}", label, ++number);
+        label = std::move(key);
+    }
+    return labels;
+}
+
+std::vector<std::string> keys_of(const std::vector<strata::data_set>& channels) {
+    std::vector<std::string> labels(channels.size());
+    std::ranges::transform(channels, labels.begin(), label_of);
+    return distinct(std::move(labels));
+}
+
+/// Where a channel stands among others; those without index come last.
+std::int32_t index_of(const strata::data_set& channel) {
+    return read<std::int32_t>(channel.retrieve_attribute(attribute::relative_set_index),
+                              std::numeric_limits<std::int32_t>::max());
+}
+
+} // namespace
+
+py_ref keys(strata::data_store acquisition, const std::string& kind) {
+    const auto channels = channels_of(groups_of_kind(acquisition, kind));
+    // Numbers follow the order of the groups, as in the functions' dictionaries.
+    auto names = keys_of(channels);
+    std::vector<std::pair<std::int32_t, std::string>> keyed;
+    for (std::size_t i = 0; i < channels.size(); ++i)
+        keyed.emplace_back(index_of(channels[i]), std::move(names[i]));
+    std::ranges::stable_sort(keyed, {}, &std::pair<std::int32_t, std::string>::first);
+
+    auto list = py_ref::checked(PyList_New(static_cast<Py_ssize_t>(keyed.size())));
+    for (std::size_t i = 0; i < keyed.size(); ++i)
+        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i),
+                        text_to_python(keyed[i].second).release());
+    return list;
+}
+
+std::optional<strata::data_set> find(strata::data_store acquisition, const std::string& kind,
+                                     const std::string& key) {
+    const auto channels = channels_of(groups_of_kind(acquisition, kind));
+    const auto labelled = std::ranges::find(channels, key, label_of);
+    if (labelled != channels.end())
+        return *labelled;
+    const auto names = keys_of(channels);
+    const auto numbered = std::ranges::find(names, key);
+    if (numbered == names.end())
+        return std::nullopt;
+    return channels[static_cast<std::size_t>(numbered - names.begin())];
+}
+
+} // namespace mox::channels

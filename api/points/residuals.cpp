@@ -1,0 +1,100 @@
+#include "store/python.hpp"
+
+#include "api/points/residuals.hpp"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include <strata/access/strided_read.hpp>
+
+#include "acquisition/channels/channels.hpp"
+#include "api/channels/channel_handle.hpp"
+#include "schema/names.hpp"
+#include "store/swig_error.hpp"
+#include "store/typed_access.hpp"
+
+namespace mox::points {
+
+namespace attribute = schema::attribute;
+
+namespace {
+
+constexpr int cameras_of_word = 7;
+constexpr float not_seen = -1.0F;
+
+/// The words of a point, one a frame: −1 where a coordinate is missing.
+std::vector<float> words_of(const strata::data_store& acquisition, const strata::data_set& point) {
+    if (components_of(channels::holder_of(acquisition, point)) != 3)
+        throw swig_error(error_code::value, "an analog channel has no residuals");
+    const auto frames = static_cast<std::uint64_t>(point.shape(false).dimensions().back());
+    auto words = read_vector<float>(point.retrieve_attribute(attribute::residuals));
+    words.resize(frames, 0.0F);
+    std::vector<double> values(frames);
+    for (std::uint64_t component = 0; component < 3; ++component) {
+        if (!strata::read_strided(point, 0, component, 0, frames, values.data(), 1))
+            throw_system_error("The samples of a point cannot be read");
+        for (std::size_t i = 0; i < frames; ++i) {
+            if (std::isnan(values[i]))
+                words[i] = not_seen;
+        }
+    }
+    return words;
+}
+
+/// Units of points that one step of a residual is.
+double residual_step(const strata::data_group& root) {
+    if (!root.exists_group(schema::header))
+        return 1.0;
+    const auto header = root.retrieve_group(schema::header);
+    return std::abs(read<double>(header.retrieve_attribute(attribute::point_scale), 1.0));
+}
+
+/// Whether a number is a word; some writers store the residual itself instead.
+bool is_word(float number) {
+    constexpr float words = 32768.0F;
+    return number >= 0.0F && number < words && number == std::floor(number);
+}
+
+double residual_of(float word, double step) {
+    if (!(word >= 0.0F))
+        return -1.0;
+    if (!is_word(word))
+        return static_cast<double>(word);
+    return static_cast<double>(static_cast<std::uint32_t>(word) & 0xFFU) * step;
+}
+
+std::uint32_t mask_of(float word) {
+    return is_word(word) ? static_cast<std::uint32_t>(word) >> 8U : 0U;
+}
+
+} // namespace
+
+py_ref residuals(strata::data_store acquisition, strata::data_set point) {
+    const auto words = words_of(acquisition, point);
+    const auto step = residual_step(acquisition.root());
+    std::array<npy_intp, 1> shape{static_cast<npy_intp>(words.size())};
+    auto array = py_ref::checked(PyArray_SimpleNew(1, shape.data(), NPY_DOUBLE));
+    auto* values = static_cast<double*>(PyArray_DATA(array.array()));
+    for (std::size_t i = 0; i < words.size(); ++i)
+        values[i] = residual_of(words[i], step);
+    PyArray_CLEARFLAGS(array.array(), NPY_ARRAY_WRITEABLE);
+    return array;
+}
+
+py_ref cameras(strata::data_store acquisition, strata::data_set point) {
+    const auto words = words_of(acquisition, point);
+    std::array<npy_intp, 2> shape{static_cast<npy_intp>(words.size()), cameras_of_word};
+    auto array = py_ref::checked(PyArray_SimpleNew(2, shape.data(), NPY_BOOL));
+    auto* flags = static_cast<npy_bool*>(PyArray_DATA(array.array()));
+    for (const float word : words) {
+        const auto mask = mask_of(word);
+        for (int camera = 0; camera < cameras_of_word; ++camera)
+            *flags++ = static_cast<npy_bool>((mask >> static_cast<unsigned>(camera)) & 1U);
+    }
+    PyArray_CLEARFLAGS(array.array(), NPY_ARRAY_WRITEABLE);
+    return array;
+}
+
+} // namespace mox::points

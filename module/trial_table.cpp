@@ -1,0 +1,40 @@
+#include "store/python.hpp"
+
+#include "module/trial_table.hpp"
+
+#include "api/channels/channel_handle.hpp"
+#include "api/channels/channel_keys.hpp"
+#include "api/channels/channel_kinds.hpp"
+#include "api/channels/modify_channels.hpp"
+#include "api/points/residuals.hpp"
+#include "module/function_row.hpp"
+
+namespace mox {
+
+PyMethodDef* trial_table() {
+    // clang-format off
+    static PyMethodDef table[] = {
+        trial_row<"channel_keys", &channels::keys>(),
+        trial_row<"channel_count", &channels::count>(),
+        trial_row<"find_channel", &channels::find>(),
+        trial_row<"channel_kind", &channels::kind>(),
+        trial_row<"channel_text", &channels::text>(),
+        trial_row<"set_channel_text", &channels::set_text>(),
+        trial_row<"channel_rate", &channels::rate>(),
+        trial_row<"channel_shape", &channels::shape>(),
+        trial_row<"channel_values", &channels::values>(),
+        trial_row<"set_channel_values", &channels::set_values>(),
+        trial_row<"carry_channel", &channels::carry>(),
+        trial_row<"append_channel", &channels::append>(),
+        trial_row<"remove_channel", &channels::remove>(),
+        trial_row<"kind_values", &channels::all_values>(),
+        trial_row<"set_kind_values", &channels::set_all_values>(),
+        trial_row<"channel_residuals", &points::residuals>(),
+        trial_row<"channel_cameras", &points::cameras>(),
+        {nullptr, nullptr, 0, nullptr},
+    };
+    // clang-format on
+    return table;
+}
+
+} // namespace mox
