@@ -1,0 +1,174 @@
+"""One channel of a trial: a point (marker, angle, force …) or an analog channel."""
+
+from __future__ import annotations
+
+from collections.abc import Iterator
+from typing import TYPE_CHECKING, Any
+
+import numpy as np
+from _moxPY import trial as calls
+from numpy.lib.mixins import NDArrayOperatorsMixin
+from numpy.typing import DTypeLike, NDArray
+
+from .samples import FloatArray, samples_of
+
+if TYPE_CHECKING:
+    from .trial import Trial
+
+
+class Channel(NDArrayOperatorsMixin):
+    """A channel, which stays the same one when it is renamed.
+
+    Every property is read from the trial when it is asked for. In NumPy a channel behaves as the
+    array of its samples. Once the channel was removed from the trial, everything raises KeyError;
+    once the trial was closed, ValueError.
+
+    Examples
+    --------
+    >>> knee = trial.angles["LKneeAngles"]
+    >>> knee.values.shape, knee.unit
+    ((360, 3), 'deg')
+    """
+
+    __slots__ = ("_handle", "_trial")
+
+    def __init__(self, trial: Trial, handle: object) -> None:
+        self._trial = trial
+        self._handle = handle
+
+    @property
+    def trial(self) -> Trial:
+        """The trial that the channel belongs to."""
+        return self._trial
+
+    @property
+    def kind(self) -> str:
+        """``"markers"``, ``"angles"``, ``"forces"``, ``"moments"``, ``"powers"`` or
+        ``"analogs"``."""
+        return calls.channel_kind(self._trial, self._handle).lower()
+
+    @property
+    def values(self) -> FloatArray:
+        """The samples, read-only: shape (frames, 3), NaN where a point was not seen; of an analog
+        channel (samples,). Assign an array of the same shape to replace them."""
+        return calls.channel_values(self._trial, self._handle)
+
+    @values.setter
+    def values(self, values: Any) -> None:
+        shape = calls.channel_shape(self._trial, self._handle)
+        axes = ("samples",) if len(shape) == 1 else ("frames", "3")
+        array = samples_of(values, shape, axes, f"the channel '{self.label}'")
+        calls.set_channel_values(self._trial, self._handle, array.reshape(shape[0], -1))
+
+    @property
+    def x(self) -> FloatArray:
+        """The first component of a point, shape (frames,)."""
+        return self._component(0)
+
+    @property
+    def y(self) -> FloatArray:
+        """The second component of a point, shape (frames,)."""
+        return self._component(1)
+
+    @property
+    def z(self) -> FloatArray:
+        """The third component of a point, shape (frames,)."""
+        return self._component(2)
+
+    def _component(self, index: int) -> FloatArray:
+        values = self.values
+        if values.ndim == 1:
+            raise AttributeError(f"the analog channel '{self.label}' has no components")
+        return values[:, index]
+
+    @property
+    def time(self) -> FloatArray:
+        """The instant of each sample in seconds on the trial's clock."""
+        return self._trial.analogs.time if self.kind == "analogs" else self._trial.time
+
+    @property
+    def rate(self) -> float:
+        """Samples a second."""
+        return calls.channel_rate(self._trial, self._handle)
+
+    @property
+    def label(self) -> str:
+        """The label, as the file has it."""
+        return calls.channel_text(self._trial, self._handle, "Label")
+
+    @label.setter
+    def label(self, label: str) -> None:
+        calls.set_channel_text(self._trial, self._handle, "Label", label)
+
+    @property
+    def unit(self) -> str:
+        """The unit of the samples."""
+        return calls.channel_text(self._trial, self._handle, "Unit")
+
+    @unit.setter
+    def unit(self, unit: str) -> None:
+        calls.set_channel_text(self._trial, self._handle, "Unit", unit)
+
+    @property
+    def description(self) -> str:
+        """What the file says of the channel."""
+        return calls.channel_text(self._trial, self._handle, "Description")
+
+    @description.setter
+    def description(self, description: str) -> None:
+        calls.set_channel_text(self._trial, self._handle, "Description", description)
+
+    @property
+    def residuals(self) -> FloatArray:
+        """How far the rays of the cameras missed each other, shape (frames,), in the unit of
+        points: 0 where the point was computed instead of measured, −1 where it was not seen."""
+        return calls.channel_residuals(self._trial, self._handle)
+
+    @property
+    def cameras(self) -> NDArray[np.bool_]:
+        """Which of the first seven cameras saw the point, shape (frames, 7)."""
+        return calls.channel_cameras(self._trial, self._handle)
+
+    def carry(self, channel: Channel) -> None:
+        """Take over unit, description, residuals and camera masks of another channel, which may
+        be part of another trial."""
+        calls.carry_channel(self._trial, self._handle, channel._trial, channel._handle)
+
+    @property
+    def shape(self) -> tuple[int, ...]:
+        """Shape of `values`."""
+        return calls.channel_shape(self._trial, self._handle)
+
+    @property
+    def ndim(self) -> int:
+        """Number of dimensions of `values`."""
+        return len(self.shape)
+
+    def __array__(self, dtype: DTypeLike | None = None, copy: bool | None = None) -> NDArray[Any]:
+        if copy is False:
+            raise ValueError("the samples of a channel are always a copy")
+        values = self.values
+        if dtype is not None and np.dtype(dtype) != values.dtype:
+            return values.astype(dtype)
+        return values.copy() if copy else values
+
+    def __array_ufunc__(self, ufunc: np.ufunc, method: str, *inputs: Any, **options: Any) -> Any:
+        if "out" in options:
+            return NotImplemented
+        arrays = [item.values if isinstance(item, Channel) else item for item in inputs]
+        return getattr(ufunc, method)(*arrays, **options)
+
+    def __len__(self) -> int:
+        return self.shape[0]
+
+    def __getitem__(self, index: Any) -> Any:
+        return self.values[index]
+
+    def __iter__(self) -> Iterator[Any]:
+        return iter(self.values)
+
+    def __repr__(self) -> str:
+        try:
+            return f"<{self.kind}: {self.label}, {self.shape} {self.unit}>".replace(" >", ">")
+        except (KeyError, ValueError) as error:
+            return f"<channel: {error.args[0]}>"

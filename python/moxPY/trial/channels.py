@@ -1,0 +1,264 @@
+"""The channels of a kind as a mapping of labels: markers, angles …, all points, analog channels."""
+
+from __future__ import annotations
+
+import difflib
+from collections.abc import Callable, Iterable, Iterator, Mapping, MutableMapping
+from typing import TYPE_CHECKING, Any
+
+import _moxPY
+import numpy as np
+from _moxPY import trial as calls
+
+from .channel import Channel
+from .gaps import Gap, runs_of
+from .samples import FloatArray, read_only, samples_of
+
+if TYPE_CHECKING:
+    from .trial import Trial
+
+
+class Channels(MutableMapping[str, Channel]):
+    """The points of one kind in the file's order.
+
+    Keys are labels; where a file repeats one, its second channel has the key ``label_2``.
+    Assigning an array replaces the samples of a channel or appends one; assigning a channel
+    carries its unit, description, residuals and camera masks along.
+
+    `values` is one array of all samples, not the method of dictionaries: iterate over `items` to
+    meet the channels.
+
+    Examples
+    --------
+    >>> trial.markers["MID"] = (trial.markers["LASI"] + trial.markers["RASI"]) / 2
+    >>> "MID" in trial.markers
+    True
+    """
+
+    __slots__ = ("_kind", "_trial")
+
+    def __init__(self, trial: Trial, kind: str) -> None:
+        self._trial = trial
+        self._kind = kind
+
+    @property
+    def labels(self) -> list[str]:
+        """The keys in the file's order."""
+        return calls.channel_keys(self._trial, self._kind)
+
+    @property
+    def unit(self) -> str | None:
+        """The unit that all channels have; None where they differ and without channels. Assign one
+        to say it of all channels; samples are not converted."""
+        units = set(self.units.values())
+        return units.pop() if len(units) == 1 else None
+
+    @unit.setter
+    def unit(self, unit: str) -> None:
+        for _, channel in self.items():
+            channel.unit = unit
+
+    @property
+    def units(self) -> dict[str, str]:
+        """The unit of each channel."""
+        return {label: channel.unit for label, channel in self.items()}
+
+    @property
+    def values(self) -> FloatArray:  # type: ignore[override]
+        """All samples, read-only: shape (frames, channels, 3), the channels in the order of
+        `labels`. Assign an array of that shape to replace them."""
+        shape = self._shape
+        if 0 in shape:
+            return read_only(np.empty(shape))
+        return read_only(calls.kind_values(self._trial, self._kind).reshape(shape))
+
+    @values.setter
+    def values(self, values: Any) -> None:
+        self._assign(values)
+
+    def _assign(self, values: Any) -> None:
+        shape = self._shape
+        array = samples_of(values, shape, self._axes, f"the {self._kind.lower()}")
+        if 0 not in shape:
+            calls.set_kind_values(self._trial, self._kind, array.reshape(shape[0], -1))
+
+    @property
+    def _shape(self) -> tuple[int, ...]:
+        return self._trial.frames, len(self), 3
+
+    _axes = ("frames", "channels", "3")
+
+    def rename(self, labels: Mapping[str, str] | Callable[[str], str]) -> None:
+        """Give channels other labels, in place.
+
+        Parameters
+        ----------
+        labels : mapping of str to str, or callable
+            New labels by old ones, or a function of the label that gives the new one. Swapping
+            labels is fine.
+
+        Raises
+        ------
+        KeyError
+            There is no channel of a label.
+        ValueError
+            Two channels would have one label. Nothing is renamed then.
+        """
+        if callable(labels):
+            labels = {label: labels(label) for label in self.labels}
+        renamed = {label: new for label, new in labels.items() if new != label}
+        channels = [(self[label], new) for label, new in renamed.items()]
+        _require_distinct(renamed.get(label, label) for label in self.labels)
+        for channel, new in channels:
+            channel.label = new
+
+    def gaps(self) -> list[Gap]:
+        """Every run of frames in which a point was not seen, by channel and frame; runs at the
+        beginning and the end count.
+
+        Returns
+        -------
+        list of Gap
+            Label, first and last frame, as the trial numbers its frames.
+        """
+        missing = np.isnan(self.values).any(axis=2)
+        start = self._trial.first_frame
+        return [
+            Gap(label, start + int(first), start + int(last))
+            for label, flags in zip(self.labels, missing.T, strict=True)
+            for first, last in runs_of(flags)
+        ]
+
+    def __getitem__(self, label: str) -> Channel:
+        return Channel(self._trial, self._found(label))
+
+    def __setitem__(self, label: str, values: Any) -> None:
+        if not isinstance(label, str):
+            raise TypeError(f"a label is a str, not {type(label).__name__}")
+        handle = calls.find_channel(self._trial, self._kind, label)
+        if handle is not None:
+            channel = Channel(self._trial, handle)
+            channel.values = values
+        else:
+            channel = self._append(label, values)
+        if isinstance(values, Channel):
+            channel.carry(values)
+
+    def _append(self, label: str, values: Any) -> Channel:
+        shape = (self._shape[0], *self._shape[2:])
+        axes = (self._axes[0], *self._axes[2:])
+        array = samples_of(values, shape, axes, f"the new channel '{label}'")
+        kind = self._kind_of_new(values)
+        return Channel(
+            self._trial,
+            calls.append_channel(self._trial, kind, label, array.reshape(len(array), -1)),
+        )
+
+    def _kind_of_new(self, values: Any) -> str:
+        return self._kind
+
+    def __delitem__(self, label: str) -> None:
+        calls.remove_channel(self._trial, self._found(label))
+
+    def __iter__(self) -> Iterator[str]:
+        return iter(self.labels)
+
+    def __len__(self) -> int:
+        return calls.channel_count(self._trial, self._kind)
+
+    def __contains__(self, label: object) -> bool:
+        if not isinstance(label, str):
+            return False
+        return calls.find_channel(self._trial, self._kind, label) is not None
+
+    def _found(self, label: str) -> object:
+        handle = calls.find_channel(self._trial, self._kind, label)
+        if handle is None:
+            raise KeyError(_missing(self._kind.lower(), label, self.labels))
+        return handle
+
+    def _ipython_key_completions_(self) -> list[str]:
+        return self.labels
+
+    def __repr__(self) -> str:
+        shown = self.labels
+        if len(shown) > 4:
+            shown = [*shown[:3], "…", shown[-1]]
+        text = ", ".join(shown) or "none"
+        return f"<{self._kind.lower()} ({len(self)}): {text}>"
+
+
+class Points(Channels):
+    """The points of all kinds. A label that two kinds share is numbered.
+
+    A new point is a marker, unless a channel of another kind is assigned.
+    """
+
+    __slots__ = ()
+
+    def __init__(self, trial: Trial) -> None:
+        super().__init__(trial, "Points")
+
+    def _kind_of_new(self, values: Any) -> str:
+        is_point = isinstance(values, Channel) and values.kind != "analogs"
+        return values.kind.capitalize() if is_point else "Markers"
+
+
+class Analogs(Channels):
+    """The analog channels: force platforms, electromyography and other sensors."""
+
+    __slots__ = ()
+
+    def __init__(self, trial: Trial) -> None:
+        super().__init__(trial, "Analogs")
+
+    @property
+    def rate(self) -> float:
+        """Samples a second of each channel."""
+        return self._trial.rate * self._trial.samples_per_frame
+
+    @property
+    def time(self) -> FloatArray:
+        """The instant of each sample in seconds on the trial's clock, shape (samples,)."""
+        ratio = self._trial.samples_per_frame
+        first = (self._trial.first_frame - 1) * ratio
+        return read_only((np.arange(self._samples) + first) / (self._trial.rate * ratio))
+
+    @property
+    def values(self) -> FloatArray:  # type: ignore[override]
+        """All samples, read-only: shape (samples, channels), the channels in the order of
+        `labels`. Assign an array of that shape to replace them."""
+        return super().values
+
+    @values.setter
+    def values(self, values: Any) -> None:
+        self._assign(values)
+
+    def gaps(self) -> list[Gap]:
+        """Analog channels have a value for every sample: an empty list."""
+        return []
+
+    @property
+    def _samples(self) -> int:
+        return int(_moxPY.moxGetAnalogFrameNumber(self._trial))
+
+    @property
+    def _shape(self) -> tuple[int, ...]:
+        return self._samples, len(self)
+
+    _axes = ("samples", "channels")
+
+
+def _require_distinct(labels: Iterable[str]) -> None:
+    met: set[str] = set()
+    for label in labels:
+        if label in met:
+            raise ValueError(f"two channels would have the label '{label}'")
+        met.add(label)
+
+
+def _missing(kind: str, label: str, labels: list[str]) -> str:
+    """What a KeyError says: the label and those that are nearest to it."""
+    nearest = difflib.get_close_matches(label, labels, n=3)
+    hint = f"; nearest: {', '.join(nearest)}" if nearest else ""
+    return f"no channel '{label}' among the {kind}{hint}"

@@ -1,0 +1,178 @@
+"""A trial: one recording with everything in it."""
+
+from __future__ import annotations
+
+from types import TracebackType
+from typing import Any, Self
+
+import _moxPY
+import numpy as np
+
+from .channels import Analogs, Channels, Points
+from .samples import FloatArray, read_only
+
+
+class Trial:
+    """One recording: points, analog channels, events, force platforms, rotations, metadata.
+
+    `moxPY.read` opens a file, `Trial.new` begins an empty trial, `Trial.of` looks at an acquisition
+    that the ``mox…`` functions opened. A trial is a view: every ``mox…`` function takes it, and
+    what they change it shows at once.
+
+    The verbs (`crop`, `filter` …) return a new trial and leave this one as it was; the parts
+    (`markers`, `events`, `metadata` …) are changed in place. Arrays are read-only.
+
+    Leaving a ``with`` block frees the memory; arrays that were taken stay. Whatever is asked of a
+    closed trial raises ValueError.
+    """
+
+    __slots__ = ("__weakref__", "this")
+
+    this: Any  #: the extension module's own handle
+
+    def __init__(self) -> None:
+        raise TypeError("a trial is made by moxPY.read, Trial.new or Trial.of")
+
+    @classmethod
+    def of(cls, acquisition: Any) -> Self:
+        """The trial that an acquisition of the ``mox…`` functions holds; both stay one.
+
+        Raises
+        ------
+        TypeError
+            `acquisition` is none.
+        """
+        trial = cls.__new__(cls)
+        _moxPY.data_store_swiginit(trial, acquisition)
+        return trial
+
+    @classmethod
+    def new(cls, frames: int = 0, rate: float = 100.0, samples_per_frame: int = 1) -> Self:
+        """A trial without channels.
+
+        Parameters
+        ----------
+        frames : int
+            Number of frames.
+        rate : float
+            Frames a second.
+        samples_per_frame : int
+            Samples of an analog channel in each frame.
+        """
+        trial = cls.of(_moxPY.moxNewAcquisition(0, frames, 0, samples_per_frame))
+        _moxPY.moxSetFrequency(trial, rate)
+        return trial
+
+    @property
+    def rate(self) -> float:
+        """Frames a second. Assigning one changes what a frame lasts: the frames keep their
+        numbers, events their seconds."""
+        return _moxPY.moxGetPointFrequency(self)
+
+    @rate.setter
+    def rate(self, rate: float) -> None:
+        first = self.first_frame
+        _moxPY.moxSetFrequency(self, rate)
+        self._number_frames_from(first)
+
+    @property
+    def frames(self) -> int:
+        """Number of frames."""
+        return int(_moxPY.moxGetPointFrameNumber(self))
+
+    @property
+    def samples_per_frame(self) -> int:
+        """Samples of an analog channel in each frame."""
+        return int(_moxPY.moxGetAnalogSampleNumberPerFrame(self))
+
+    @property
+    def first_frame(self) -> int:
+        """The number of the first frame, usually 1. Assigning one renumbers the frames; events
+        stay with their frames."""
+        return round(_moxPY.moxGetFirstFrame(self)) + 1
+
+    @first_frame.setter
+    def first_frame(self, frame: int) -> None:
+        self._number_frames_from(frame, move_events=True)
+
+    def _number_frames_from(self, frame: int, *, move_events: bool = False) -> None:
+        if frame < 1:
+            raise ValueError(f"frames are numbered from 1, not from {frame}")
+        _moxPY.moxSetFirstFrame(self, frame - 1, int(move_events))
+
+    @property
+    def last_frame(self) -> int:
+        """The number of the last frame."""
+        return self.first_frame + self.frames - 1
+
+    @property
+    def time(self) -> FloatArray:
+        """The instant of each frame in seconds on the trial's clock, on which frame 1 is 0.0;
+        shape (frames,)."""
+        return read_only((np.arange(self.frames) + (self.first_frame - 1)) / self.rate)
+
+    @property
+    def duration(self) -> float:
+        """Seconds that all frames last."""
+        return self.frames / self.rate
+
+    @property
+    def markers(self) -> Channels:
+        """The markers: positions in the laboratory."""
+        return Channels(self, "Markers")
+
+    @property
+    def angles(self) -> Channels:
+        """The angles that a model computed."""
+        return Channels(self, "Angles")
+
+    @property
+    def forces(self) -> Channels:
+        """The forces that a model computed."""
+        return Channels(self, "Forces")
+
+    @property
+    def moments(self) -> Channels:
+        """The moments that a model computed."""
+        return Channels(self, "Moments")
+
+    @property
+    def powers(self) -> Channels:
+        """The powers that a model computed."""
+        return Channels(self, "Powers")
+
+    @property
+    def points(self) -> Points:
+        """The points of all five kinds."""
+        return Points(self)
+
+    @property
+    def analogs(self) -> Analogs:
+        """The analog channels."""
+        return Analogs(self)
+
+    @property
+    def closed(self) -> bool:
+        """Whether the trial was closed."""
+        try:
+            # Looks at the handle and does nothing else.
+            _moxPY.moxCloseAcquisition(self)
+        except ValueError:
+            return True
+        return False
+
+    def close(self) -> None:
+        """Free the memory now. Closing twice is no error."""
+        if not self.closed:
+            _moxPY.delete_data_store(self)
+
+    def __enter__(self) -> Self:
+        return self
+
+    def __exit__(
+        self,
+        kind: type[BaseException] | None,
+        failure: BaseException | None,
+        trace: TracebackType | None,
+    ) -> None:
+        self.close()
