@@ -7,8 +7,8 @@ import sys
 from collections.abc import Sequence
 from typing import TextIO
 
-from .lifecycle import moxReadAcquisition
-from .plugins import moxGetVersion
+from .functions.acquisition.files import moxReadAcquisition
+from .functions.plugins import moxGetVersion
 from .summary import summary_lines
 
 

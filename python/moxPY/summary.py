@@ -7,14 +7,20 @@ from typing import Any
 import numpy as np
 
 from .acquisition import data_store
-from .analogs import moxGetAnalogs
-from .points import moxGetAngles, moxGetForces, moxGetMarkers, moxGetMoments, moxGetPowers
-from .sampling import (
+from .functions.acquisition.sampling import (
     moxGetAnalogSampleNumberPerFrame,
     moxGetFirstFrame,
     moxGetLastFrame,
     moxGetPointFrameNumber,
     moxGetPointFrequency,
+)
+from .functions.analogs.read_analogs import moxGetAnalogs
+from .functions.points.read_points import (
+    moxGetAngles,
+    moxGetForces,
+    moxGetMarkers,
+    moxGetMoments,
+    moxGetPowers,
 )
 
 KINDS = {

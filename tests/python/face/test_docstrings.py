@@ -17,9 +17,9 @@ import pytest
 
 TRIAL = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
 MODULES = [
-    importlib.import_module(f"moxPY.{module.name}")
-    for module in pkgutil.iter_modules(moxPY.__path__)
-    if module.name != "__main__"  # runs the command line
+    importlib.import_module(module.name)
+    for module in pkgutil.walk_packages(moxPY.__path__, "moxPY.")
+    if module.name != "moxPY.__main__"  # runs the command line
 ]
 FUNCTIONS = [name for name in moxPY.__all__ if name != "data_store"]
 

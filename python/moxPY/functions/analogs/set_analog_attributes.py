@@ -9,7 +9,7 @@ from typing import Any
 
 import _moxPY
 
-from .acquisition import data_store
+from ...acquisition import data_store
 
 __all__ = [
     "moxSetAnalogDescription",

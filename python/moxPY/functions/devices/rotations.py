@@ -6,7 +6,7 @@ from typing import Any
 
 import _moxPY
 
-from .acquisition import data_store
+from ...acquisition import data_store
 
 __all__ = ["moxGetRotation", "moxGetRotations"]
 

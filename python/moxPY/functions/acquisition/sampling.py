@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _moxPY
 
-from .acquisition import data_store
+from ...acquisition import data_store
 
 __all__ = [
     "moxGetAnalogFrameNumber",

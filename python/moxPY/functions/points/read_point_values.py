@@ -6,7 +6,7 @@ import _moxPY
 import numpy as np
 from numpy.typing import NDArray
 
-from .acquisition import data_store
+from ...acquisition import data_store
 
 __all__ = [
     "moxGetAnglesValues",

@@ -8,7 +8,7 @@ from __future__ import annotations
 import _moxPY
 from numpy.typing import ArrayLike
 
-from .acquisition import data_store
+from ...acquisition import data_store
 
 __all__ = [
     "moxSetAnglesValues",

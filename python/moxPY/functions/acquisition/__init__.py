@@ -1,0 +1,1 @@
+"""Acquisitions as a whole: files, and the time base."""

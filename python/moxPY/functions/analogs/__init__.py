@@ -1,0 +1,1 @@
+"""Analog channels: reading, adding, removing and describing them."""

@@ -1,0 +1,1 @@
+"""Force platforms, and rotations of segments."""

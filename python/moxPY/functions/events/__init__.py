@@ -1,0 +1,1 @@
+"""Events: reading, adding, describing and removing them."""

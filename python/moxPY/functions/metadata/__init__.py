@@ -1,0 +1,1 @@
+"""Metadata: reading, adding, changing and removing them, and analysis parameters."""

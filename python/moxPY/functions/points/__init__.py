@@ -1,0 +1,1 @@
+"""Points: reading, adding, removing and describing them, and their values."""
