@@ -2,8 +2,8 @@
 
 #include "api/metadata/analysis.hpp"
 
-#include "api/metadata/export_metadata.hpp"
 #include "api/metadata/metadata_path.hpp"
+#include "api/metadata/read_metadata.hpp"
 #include "api/unavailable.hpp"
 #include "store/dictionary.hpp"
 #include "store/path_helpers.hpp"

@@ -2,9 +2,9 @@
 
 #include "api/metadata/modify_metadata.hpp"
 
-#include "api/metadata/export_metadata.hpp"
 #include "api/metadata/info_record.hpp"
 #include "api/metadata/metadata_path.hpp"
+#include "api/metadata/read_metadata.hpp"
 #include "store/attribute_rebuild.hpp"
 #include "store/dimension_list.hpp"
 #include "store/numpy_types.hpp"

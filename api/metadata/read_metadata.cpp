@@ -1,6 +1,6 @@
 #include "store/python.hpp"
 
-#include "api/metadata/export_metadata.hpp"
+#include "api/metadata/read_metadata.hpp"
 
 #include <algorithm>
 #include <string_view>
