@@ -9,10 +9,10 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.trials import new_trial, read_trial
 from reading.read_c3d import read_bytes, read_c3d
 from support.c3d_bytes import C3DFile
 from support.failures import failure_of
+from support.small_trials import new_trial, read_trial
 from support.store_tree import node, snapshot
 
 FRAMES, RATIO = 3, 2

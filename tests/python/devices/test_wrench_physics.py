@@ -15,7 +15,7 @@ from devices.plates import (
     Plate,
     read_plates,
 )
-from editing.trials import example_trial
+from support.small_trials import example_trial
 
 
 def noisy(folder: Path, plate: Plate) -> Any:

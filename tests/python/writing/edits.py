@@ -1,4 +1,4 @@
-"""Edits of an acquisition with the points and channels of `editing.trials`, by name."""
+"""Edits of an acquisition with the points and channels of `support.small_trials`, by name."""
 
 from __future__ import annotations
 
@@ -7,7 +7,7 @@ from typing import Any
 
 import _moxPY
 import numpy as np
-from editing.trials import signal, trajectory
+from support.small_trials import signal, trajectory
 
 Edit = Callable[[Any], Any]
 

@@ -8,7 +8,7 @@ from typing import Any
 
 import _moxPY
 import pytest
-from editing.trials import read_trial
+from support.small_trials import read_trial
 from writing.people import (
     ALICE,
     BOB,

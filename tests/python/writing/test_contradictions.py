@@ -9,7 +9,10 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.trials import (
+from reading.read_c3d import read_bytes
+from support.c3d_bytes import Analog, c3d_bytes
+from support.failures import failure_of
+from support.small_trials import (
     ANALOGS,
     FRAMES,
     POINTS,
@@ -20,9 +23,6 @@ from editing.trials import (
     read_trial,
     read_without_analogs,
 )
-from reading.read_c3d import read_bytes
-from support.c3d_bytes import Analog, c3d_bytes
-from support.failures import failure_of
 from support.store_tree import snapshot
 from writing.written import files_in
 

@@ -9,7 +9,7 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.trials import read_trial
+from support.small_trials import read_trial
 from writing.written import files_in
 
 write = _moxPY.moxWriteAcquisition

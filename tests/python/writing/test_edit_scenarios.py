@@ -8,9 +8,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.agreement import assert_agreement
-from editing.trials import RICH
+from support.agreement import assert_agreement
 from support.c3d_bytes import Analog, c3d_bytes
+from support.small_trials import RICH
 from support.stored_file import StoredFile
 from writing.edits import EDITS, call
 from writing.same_readings import reading_differences, readings

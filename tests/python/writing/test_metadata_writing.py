@@ -9,8 +9,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from editing.trials import ENTRIES, RICH
 from support.c3d_bytes import c3d_bytes
+from support.small_trials import ENTRIES, RICH
 from support.stored_file import StoredFile
 from writing.same_readings import same_values
 from writing.trials import rich_file

@@ -8,8 +8,8 @@ from typing import Any
 
 import _moxPY
 import pytest
-from editing.trials import read_trial
 from support.failures import failure_of
+from support.small_trials import read_trial
 from writing.same_readings import reading_differences, readings
 from writing.written import files_in
 

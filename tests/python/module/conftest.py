@@ -1,0 +1,5 @@
+"""The acquisitions that the tests of this folder edit."""
+
+from support.trial_fixtures import any_trial, trial
+
+__all__ = ["any_trial", "trial"]
