@@ -10,9 +10,9 @@ import _mox_probe as probe
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog
 from support.failures import failure_of
+from support.read_c3d import read_c3d
 from support.readings import (
     ANALOG_GROUP,
     analog_info,

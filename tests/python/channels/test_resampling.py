@@ -8,10 +8,10 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d
 from support.agreement import assert_agreement
 from support.failures import failure_of
 from support.memory import address_space, under_a_sanitizer
+from support.read_c3d import read_c3d
 from support.readings import ANALOG_GROUP, POINT_GROUPS, group_node
 from support.small_trials import (
     ANALOGS,

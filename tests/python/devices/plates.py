@@ -12,8 +12,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 from numpy.typing import NDArray
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog, Platform
+from support.read_c3d import read_c3d
 
 Array = NDArray[np.float64]
 

@@ -21,8 +21,8 @@ from devices.plates import (
     step_on,
     walking,
 )
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import real
+from support.read_c3d import read_c3d
 
 SAMPLES = 30
 Lines = Callable[[], list[str]]

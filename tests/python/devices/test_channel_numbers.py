@@ -10,8 +10,8 @@ import _moxPY
 import numpy as np
 import pytest
 from devices.plates import NAMES, Load, Plate, assert_wrench, loaded_plate, nothing, walking
-from reading.read_c3d import read_bytes
 from support.failures import failure_of
+from support.read_c3d import read_bytes
 from support.store_tree import snapshot
 
 SAMPLES = 30

@@ -10,9 +10,9 @@ import _moxPY
 import numpy as np
 import pytest
 from devices.plates import MATRIX, NAMES, Plate, loaded_plate, read_plates, walking
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog
 from support.failures import failure_of
+from support.read_c3d import read_c3d
 from support.small_trials import example_trial, new_trial, read_trial
 from support.store_tree import node, scalar, snapshot
 

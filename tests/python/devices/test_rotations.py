@@ -9,9 +9,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_bytes, read_c3d
 from support.c3d_bytes import C3DFile
 from support.failures import failure_of
+from support.read_c3d import read_bytes, read_c3d
 from support.small_trials import new_trial, read_trial
 from support.store_tree import node, snapshot
 

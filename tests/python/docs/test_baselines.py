@@ -10,8 +10,8 @@ from typing import Any
 import moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog, Platform
+from support.read_c3d import read_c3d
 
 PAGE = Path(__file__).resolve().parents[3] / "docs" / "force_platforms.md"
 CORNERS = np.array([[600.0, -200, 0], [0, -200, 0], [0, 200, 0], [600, 200, 0]])

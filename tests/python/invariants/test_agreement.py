@@ -9,9 +9,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d
 from support.agreement import assert_agreement
 from support.failures import failure_of
+from support.read_c3d import read_c3d
 from support.readings import POINT_GROUPS, group_node
 from support.small_trials import (
     FRAMES,

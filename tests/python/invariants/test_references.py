@@ -11,11 +11,11 @@ import _moxPY
 import numpy as np
 import pytest
 from invariants.refused_calls import ALL
-from reading.read_c3d import read_c3d
 from support.c3d_bytes import Analog, Platform
 from support.failures import failure_of
 from support.interface import REGISTERED
 from support.leaks import assert_nothing_lost
+from support.read_c3d import read_c3d
 from support.small_trials import new_trial
 
 POINT, SAMPLE = np.ones((1, 3)), np.ones((1, 1))

@@ -9,8 +9,8 @@ import _mox_probe as probe
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d
 from support.failures import failure_of
+from support.read_c3d import read_c3d
 from support.readings import (
     POINT_GROUPS,
     attributes_of,

@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, read_c3d
 from support.c3d_bytes import Analog, real
+from support.read_c3d import analogs_of, read_c3d
 
 
 def read_channel(folder: Path, *channels: Analog, **options: Any) -> Any:

@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, points_of, read_c3d, track
 from support.c3d_bytes import Analog, byte, integer, real
+from support.read_c3d import analogs_of, points_of, read_c3d, track
 
 POINTS = {"A": track(64), "B": track(64, 100)}
 ANALOGS = [Analog("F", np.arange(128)), Analog("G", np.arange(128) + 500)]

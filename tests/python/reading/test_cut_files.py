@@ -9,8 +9,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, points_of, read_bytes, track
 from support.c3d_bytes import Analog, C3DFile, Event, Platform
+from support.read_c3d import analogs_of, points_of, read_bytes, track
 
 # What a text about a broken file names: the place, and what belongs there.
 PLACE = re.compile(r"byte \d+")

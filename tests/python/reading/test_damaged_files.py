@@ -11,8 +11,8 @@ import numpy as np
 import pytest
 from hypothesis import HealthCheck, given, settings
 from hypothesis import strategies as st
-from reading.read_c3d import read_bytes, track
 from support.c3d_bytes import Analog, C3DFile, Event, HeaderEvent, Platform
+from support.read_c3d import read_bytes, track
 
 FILE = C3DFile(
     {"LASI": track(6), "LHip": track(6, 40)},

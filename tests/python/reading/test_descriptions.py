@@ -7,8 +7,8 @@ from pathlib import Path
 from typing import Any
 
 import _moxPY
-from reading.read_c3d import read_c3d, track
 from support.c3d_bytes import integer, text
+from support.read_c3d import read_c3d, track
 
 POINTS = {"A": track(2), "B": track(2), "C": track(2)}
 

@@ -6,9 +6,9 @@ from pathlib import Path
 from typing import Any
 
 import pytest
-from reading.attributes import attributes_of
-from reading.read_c3d import read_c3d, track
+from support.attributes import attributes_of
 from support.c3d_bytes import Event, HeaderEvent, integer, real
+from support.read_c3d import read_c3d, track
 from support.store_tree import Type, node
 
 

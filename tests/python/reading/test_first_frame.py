@@ -8,7 +8,7 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d, track
+from support.read_c3d import read_c3d, track
 
 
 def first_frames(acquisition: Any) -> tuple[float, float]:

@@ -9,8 +9,8 @@ from pathlib import Path
 
 import _moxPY
 import pytest
-from reading.read_c3d import read_bytes, track
 from support.c3d_bytes import c3d_bytes
+from support.read_c3d import read_bytes, track
 
 
 def png() -> bytes:

@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import points_of, read_c3d, track
 from support.c3d_bytes import byte, c3d_bytes
+from support.read_c3d import points_of, read_c3d, track
 
 # A point in integers takes 8 bytes a frame: a multiple of 64 frames fills the last block exactly.
 LONG = 70_016

@@ -11,8 +11,8 @@ import numpy as np
 import pytest
 from reading import peak_memory
 from reading.fresh_process import run_python
-from reading.read_c3d import track
 from support.c3d_bytes import Event, Group, Parameter, c3d_bytes, integer, text
+from support.read_c3d import track
 
 pytestmark = [
     pytest.mark.skipif(sys.platform != "linux", reason="/proc tells the peak"),

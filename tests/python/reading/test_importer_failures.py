@@ -5,9 +5,9 @@ from __future__ import annotations
 from pathlib import Path
 
 import pytest
-from reading.read_c3d import track
 from support.c3d_bytes import c3d_bytes
 from support.package_copy import PackageCopy
+from support.read_c3d import track
 
 READ = """
 import sys, _moxPY

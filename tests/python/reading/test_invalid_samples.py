@@ -7,7 +7,7 @@ from pathlib import Path
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, points_of, read_c3d, track
+from support.read_c3d import analogs_of, points_of, read_c3d, track
 
 NAN = np.nan
 LOST = [NAN, NAN, NAN]

@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, points_of, read_c3d, track
 from support.c3d_bytes import text
+from support.read_c3d import analogs_of, points_of, read_c3d, track
 
 CHANNELS = 3
 LABELS: list[tuple[list[Any], list[str], list[str]]] = [

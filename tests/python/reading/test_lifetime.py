@@ -12,8 +12,8 @@ import numpy as np
 import pytest
 from reading import drop_acquisitions
 from reading.fresh_process import run_python
-from reading.read_c3d import read_bytes, read_c3d, track
 from support.c3d_bytes import c3d_bytes
+from support.read_c3d import read_bytes, read_c3d, track
 
 POINTS = {"A": track(5), "B": track(5, 40)}
 READERS = {

@@ -7,9 +7,9 @@ from typing import Any
 
 import numpy as np
 import pytest
-from reading.attributes import attributes_of
-from reading.read_c3d import read_c3d, track
+from support.attributes import attributes_of
 from support.c3d_bytes import Group, Parameter, byte, integer, real, text
+from support.read_c3d import read_c3d, track
 from support.store_tree import Type, node
 
 

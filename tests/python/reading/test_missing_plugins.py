@@ -8,9 +8,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d, track
 from support.c3d_bytes import Analog, c3d_bytes
 from support.package_copy import PACKAGE, PackageCopy, library
+from support.read_c3d import read_c3d, track
 
 NO_SPLIT = "The callable unit 'tarvex.data-modifier.split-set' is not loaded"
 NO_EVENTS = "The callable unit 'org.c3d.events-detect' is not loaded"

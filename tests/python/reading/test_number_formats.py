@@ -7,8 +7,8 @@ from pathlib import Path
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import analogs_of, points_of, read_c3d
 from support.c3d_bytes import Analog
+from support.read_c3d import analogs_of, points_of, read_c3d
 
 NAN = np.nan
 POINTS = {

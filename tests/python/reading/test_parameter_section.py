@@ -8,7 +8,6 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import points_of, read_bytes, read_c3d, track
 from support.c3d_bytes import (
     Analog,
     Group,
@@ -19,6 +18,7 @@ from support.c3d_bytes import (
     reversed_records,
     text,
 )
+from support.read_c3d import points_of, read_bytes, read_c3d, track
 
 POINTS = {"LASI": track(3), "RASI": track(3, 50)}
 

@@ -12,8 +12,8 @@ import _moxPY
 import numpy as np
 import pytest
 from reading.fresh_process import run_python
-from reading.read_c3d import points_of, read_bytes, track
 from support.c3d_bytes import c3d_bytes
+from support.read_c3d import points_of, read_bytes, track
 
 CONTENT = c3d_bytes({"A": track(3)})
 NO_STR = (

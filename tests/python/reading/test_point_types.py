@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_c3d, track
 from support.c3d_bytes import text
+from support.read_c3d import read_c3d, track
 
 # type, parameter, parameter of the unit, default unit
 KINDS = [

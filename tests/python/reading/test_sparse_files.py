@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_bytes, read_c3d, track
 from support.c3d_bytes import Analog
+from support.read_c3d import read_bytes, read_c3d, track
 
 EMPTY_ANALOG_INFO = {
     "units": {}, "label": {}, "offset": {}, "scale": {}, "description": {}, "gain": {},

@@ -10,10 +10,10 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.attributes import attributes_of
-from samples.independent_readers import Recording, read_with_c3d, read_with_ezc3d
-from samples.repairs import repaired
-from samples.sample_table import SAMPLES, Sample
+from support.attributes import attributes_of
+from support.independent_readers import Recording, read_with_c3d, read_with_ezc3d
+from support.repairs import repaired
+from support.sample_table import SAMPLES, Sample
 from support.store_tree import node
 
 FindSample = Callable[[str], Path]

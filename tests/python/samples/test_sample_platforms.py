@@ -15,7 +15,7 @@ import ezc3d
 import numpy as np
 import pytest
 from numpy.typing import NDArray
-from samples.repairs import repaired, with_the_points_of_the_header
+from support.repairs import repaired, with_the_points_of_the_header
 
 Array = NDArray[np.float64]
 FindSample = Callable[[str], Path]

@@ -10,9 +10,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from samples.independent_readers import Array, Recording
-from samples.repairs import repaired
-from samples.sample_table import SAMPLES, Sample
+from support.independent_readers import Array, Recording
+from support.repairs import repaired
+from support.sample_table import SAMPLES, Sample
 
 FindSample = Callable[[str], Path]
 KINDS = {

@@ -17,11 +17,11 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from samples.sample_table import SAMPLES
 from stateful.random_edits import DERIVED_GROUPS, EDITS
 from stateful.start_files import file_with_everything, file_without_analogs
 from support.c3d_bytes import C3DFile
-from writing.same_readings import readings
+from support.same_readings import readings
+from support.sample_table import SAMPLES
 
 # The same sequences in every run. A number in MOXPY_EDITING_SEQUENCES searches that many.
 SEQUENCES = range(int(os.environ.get("MOXPY_EDITING_SEQUENCES", "2")))

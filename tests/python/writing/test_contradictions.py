@@ -9,9 +9,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_bytes
 from support.c3d_bytes import Analog, c3d_bytes
 from support.failures import failure_of
+from support.read_c3d import read_bytes
 from support.small_trials import (
     ANALOGS,
     FRAMES,

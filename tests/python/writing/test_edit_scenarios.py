@@ -10,10 +10,10 @@ import numpy as np
 import pytest
 from support.agreement import assert_agreement
 from support.c3d_bytes import Analog, c3d_bytes
+from support.same_readings import reading_differences, readings
 from support.small_trials import RICH
 from support.stored_file import StoredFile
 from writing.edits import EDITS, call
-from writing.same_readings import reading_differences, readings
 from writing.test_new_acquisitions import new
 from writing.trials import rich_file
 from writing.written import source_in, write

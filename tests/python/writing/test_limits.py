@@ -10,7 +10,7 @@ import _moxPY
 import numpy as np
 import pytest
 from support.failures import failure_of
-from writing.same_readings import reading_differences, readings
+from support.same_readings import reading_differences, readings
 from writing.test_new_acquisitions import filled, new
 from writing.written import files_in
 

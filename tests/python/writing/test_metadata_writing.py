@@ -10,9 +10,9 @@ import _moxPY
 import numpy as np
 import pytest
 from support.c3d_bytes import c3d_bytes
+from support.same_readings import same_values
 from support.small_trials import ENTRIES, RICH
 from support.stored_file import StoredFile
-from writing.same_readings import same_values
 from writing.trials import rich_file
 from writing.written import source_in, write
 

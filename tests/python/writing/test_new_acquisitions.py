@@ -10,9 +10,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from samples.independent_readers import read_with_c3d, read_with_ezc3d
+from support.independent_readers import read_with_c3d, read_with_ezc3d
+from support.same_readings import reading_differences, readings
 from support.stored_file import StoredFile
-from writing.same_readings import reading_differences, readings
 from writing.written import write, written_again
 
 RATE = 100.0

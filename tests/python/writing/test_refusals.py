@@ -9,8 +9,8 @@ from typing import Any
 import _moxPY
 import pytest
 from support.failures import failure_of
+from support.same_readings import reading_differences, readings
 from support.small_trials import read_trial
-from writing.same_readings import reading_differences, readings
 from writing.written import files_in
 
 write = _moxPY.moxWriteAcquisition

@@ -9,8 +9,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from samples.independent_readers import Recording, read_with_c3d, read_with_ezc3d
 from support.c3d_bytes import C3DFile
+from support.independent_readers import Recording, read_with_c3d, read_with_ezc3d
 from support.stored_file import StoredFile
 from writing.parameter_comparison import parameter_differences
 from writing.store_comparison import store_differences

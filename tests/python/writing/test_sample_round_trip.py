@@ -9,9 +9,9 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from samples.independent_readers import read_with_c3d, read_with_ezc3d
-from samples.repairs import without_the_broken_record
-from samples.sample_table import SAMPLES
+from support.independent_readers import read_with_c3d, read_with_ezc3d
+from support.repairs import without_the_broken_record
+from support.sample_table import SAMPLES
 from writing.parameter_comparison import parameter_differences
 from writing.store_comparison import store_differences
 from writing.written import write

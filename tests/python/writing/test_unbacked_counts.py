@@ -8,8 +8,8 @@ from typing import Any
 import _moxPY
 import numpy as np
 import pytest
-from reading.read_c3d import read_bytes, read_c3d
 from support.c3d_bytes import C3DFile, c3d_bytes
+from support.read_c3d import read_bytes, read_c3d
 
 FRAMES = 40
 SEGMENTS = [f"S{n}" for n in range(8)]  # a row of them is longer than a block's padding

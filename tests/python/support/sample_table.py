@@ -5,8 +5,8 @@ from __future__ import annotations
 from collections.abc import Callable, Sequence
 from dataclasses import dataclass
 
-from samples.independent_readers import read_with_c3d, read_with_ezc3d
-from samples.repairs import (
+from support.independent_readers import read_with_c3d, read_with_ezc3d
+from support.repairs import (
     as_it_is,
     with_parameters_from_the_header,
     with_the_points_of_the_header,

@@ -8,6 +8,7 @@ from typing import Any
 import _moxPY
 import numpy as np
 from numpy.typing import NDArray
+
 from support.c3d_bytes import c3d_bytes
 
 Array = NDArray[Any]

@@ -7,6 +7,7 @@ from typing import Any
 
 import _moxPY
 import numpy as np
+
 from support.interface import FUNCTIONS
 
 # Getters whose only argument is an acquisition. Those that give all points or channels by name are
