@@ -3,6 +3,7 @@
 #     _moxPY/__init__.<abi>.so     the extension module
 #     _moxPY/lib*_core.so          the core libraries
 #     _moxPY/plugins/*.so          the plugins
+#     _moxPY/__init__.pyi          the types of the module
 #
 # so that PYTHONPATH=<build>/package:python works without an installation.
 include(GenerateExportHeader)

@@ -34,7 +34,7 @@ def table() -> list[str]:
 
 
 def stub() -> dict[str, ast.FunctionDef]:
-    module = ast.parse((REPOSITORY / "module" / "_moxPY.pyi").read_text("utf-8"))
+    module = ast.parse(Path(_moxPY.__file__).with_name("__init__.pyi").read_text("utf-8"))
     return {node.name: node for node in module.body if isinstance(node, ast.FunctionDef)}
 
 
