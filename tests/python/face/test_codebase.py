@@ -1,8 +1,7 @@
-"""Function table, stub file and Python face name the same functions; versions agree."""
+"""Function table and Python face name the same functions; versions agree."""
 
 from __future__ import annotations
 
-import ast
 import inspect
 import re
 import tomllib
@@ -33,20 +32,11 @@ def table() -> list[str]:
     return [name for name in dir(_moxPY) if not name.startswith("__")]
 
 
-def stub() -> dict[str, ast.FunctionDef]:
-    module = ast.parse(Path(_moxPY.__file__).with_name("__init__.pyi").read_text("utf-8"))
-    return {node.name: node for node in module.body if isinstance(node, ast.FunctionDef)}
-
-
 def face() -> dict[str, Any]:
     return {name: getattr(moxPY, name) for name in moxPY.__all__ if name != "data_store"}
 
 
 faces = pytest.mark.parametrize("name", sorted(face()))
-
-
-def test_the_stub_names_every_function_of_the_table():
-    assert sorted(stub()) == sorted(table())
 
 
 def test_the_face_names_every_function_of_the_table():
@@ -61,20 +51,6 @@ def test_a_star_import_gives_all_functions():
     names: dict[str, Any] = {}
     exec("from moxPY import *", names)
     assert set(moxPY.__all__) <= set(names)
-
-
-@faces
-def test_face_and_stub_have_the_same_parameters(name: str):
-    arguments = stub()[name].args
-    in_stub = [argument.arg for argument in [*arguments.posonlyargs, *arguments.args]]
-    parameters = inspect.signature(face()[name]).parameters
-    optional = [
-        parameter
-        for parameter in parameters.values()
-        if parameter.default is not inspect.Parameter.empty
-    ]
-    assert list(parameters) == in_stub
-    assert len(optional) == len(arguments.defaults)
 
 
 @faces
