@@ -4,12 +4,12 @@
 #include <exception>
 #include <new>
 
-#include "plugins/c3d/acquisition_content.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
-#include "plugins/c3d/bytes/output.hpp"
+#include "plugins/c3d/bytes/file_writer.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "plugins/c3d/require_split.hpp"
 #include "plugins/c3d/section_places.hpp"
+#include "plugins/c3d/written_content.hpp"
 
 namespace c3d {
 

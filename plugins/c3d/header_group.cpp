@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "plugins/c3d/parameters/parameter_records.hpp"
+#include "plugins/c3d/parameters/kept_records.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {

@@ -9,12 +9,12 @@
 #include <fmt/format.h>
 
 #include "plugins/c3d/analogs/analog_offsets.hpp"
-#include "plugins/c3d/analogs/analogs.hpp"
-#include "plugins/c3d/bytes/c3d_error.hpp"
+#include "plugins/c3d/analogs/read_analogs.hpp"
+#include "plugins/c3d/bytes/import_error.hpp"
 #include "plugins/c3d/header_group.hpp"
-#include "plugins/c3d/parameters/metadata.hpp"
-#include "plugins/c3d/points/points.hpp"
-#include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/parameters/read_metadata.hpp"
+#include "plugins/c3d/points/read_points.hpp"
+#include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
 
 namespace c3d {

@@ -121,7 +121,7 @@ def test_subjects_never_include_upwards(house: str):
     ("house", "subject", "include"),
     [
         ("plugins/c3d", "bytes", "plugins/c3d/parameters/parameter.hpp"),
-        ("plugins/c3d", "frames", "plugins/c3d/samples/kernel_set.hpp"),
+        ("plugins/c3d", "frames", "plugins/c3d/samples/decoder.hpp"),
         ("plugins/c3d", "events", "plugins/c3d/points/point_columns.hpp"),
         ("plugins/c3d", "events", "plugins/c3d/header_block.hpp"),
         ("acquisition", "channels", "acquisition/time_base/sampling.hpp"),

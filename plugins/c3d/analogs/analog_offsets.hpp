@@ -5,7 +5,7 @@
 #include <span>
 
 #include "plugins/c3d/parameters/parameter_table.hpp"
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 namespace c3d {
 

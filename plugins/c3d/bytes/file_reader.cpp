@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "plugins/c3d/bytes/c3d_error.hpp"
+#include "plugins/c3d/bytes/import_error.hpp"
 
 namespace c3d {
 

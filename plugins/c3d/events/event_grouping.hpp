@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "plugins/c3d/events/event_occurrence.hpp"
+#include "plugins/c3d/events/read_events.hpp"
 
 namespace c3d {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "plugins/c3d/bytes/c3d_error.hpp"
+#include "plugins/c3d/bytes/import_error.hpp"
 #include "plugins/c3d/frames/frame_count.hpp"
 #include "plugins/c3d/frames/layout_candidates.hpp"
 #include "plugins/c3d/frames/rotation_layout.hpp"

@@ -4,7 +4,7 @@
 #include <span>
 #include <utility>
 
-#include "plugins/c3d/bytes/c3d_error.hpp"
+#include "plugins/c3d/bytes/import_error.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 
 namespace c3d {

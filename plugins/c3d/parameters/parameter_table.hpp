@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "plugins/c3d/parameters/parameter_section.hpp"
+#include "plugins/c3d/parameters/read_section.hpp"
 
 namespace c3d {
 

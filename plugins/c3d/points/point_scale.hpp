@@ -4,7 +4,7 @@
 
 #include <strata/data_group.hpp>
 
-#include "plugins/c3d/samples/frame_writer.hpp"
+#include "plugins/c3d/samples/write_samples.hpp"
 
 namespace c3d {
 

@@ -16,7 +16,7 @@
 #include <strata/plugin/channel_buffer.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
 #include "schema/read_attribute.hpp"

@@ -6,7 +6,7 @@
 
 #include "plugins/c3d/bytes/element_bytes.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/samples/frame_kernels.hpp"
+#include "plugins/c3d/samples/decode_kernels.hpp"
 
 namespace c3d {
 

@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "plugins/c3d/samples/frame_kernels.hpp"
+#include "plugins/c3d/samples/decode_kernels.hpp"
 
 namespace c3d {
 

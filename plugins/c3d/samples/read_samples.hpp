@@ -6,7 +6,7 @@
 
 #include "plugins/c3d/bytes/file_reader.hpp"
 #include "plugins/c3d/frames/frame_layout.hpp"
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 namespace c3d {
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugins/c3d/events/event_occurrence.hpp"
+#include "plugins/c3d/events/read_events.hpp"
 
 namespace {
 

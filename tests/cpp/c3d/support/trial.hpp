@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 #include "tests/cpp/c3d/support/parameter_writer.hpp"
 
 namespace c3d_test {

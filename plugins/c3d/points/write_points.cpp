@@ -1,4 +1,4 @@
-#include "plugins/c3d/points/point_parameters.hpp"
+#include "plugins/c3d/points/write_points.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -9,7 +9,7 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "plugins/c3d/points/point_kind_table.hpp"
 #include "plugins/c3d/points/point_kinds.hpp"

@@ -7,9 +7,9 @@
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/header_block.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
-#include "plugins/c3d/parameters/section_bytes.hpp"
-#include "plugins/c3d/rotations/rotation_parameters.hpp"
-#include "plugins/c3d/samples/frame_writer.hpp"
+#include "plugins/c3d/parameters/write_section.hpp"
+#include "plugins/c3d/rotations/write_rotations.hpp"
+#include "plugins/c3d/samples/write_samples.hpp"
 
 namespace c3d {
 

@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/parameter_section.hpp"
+#include "plugins/c3d/parameters/read_section.hpp"
 
 #include <algorithm>
 #include <optional>

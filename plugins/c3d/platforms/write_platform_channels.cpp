@@ -1,4 +1,4 @@
-#include "plugins/c3d/platforms/platform_channels.hpp"
+#include "plugins/c3d/platforms/write_platform_channels.hpp"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/analogs/analogs.hpp"
+#include "plugins/c3d/analogs/read_analogs.hpp"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/events/event_arrays.hpp"
+#include "plugins/c3d/events/write_events.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/analogs/analog_scaling.hpp"
+#include "plugins/c3d/analogs/write_scaling.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/kept_parameters.hpp"
+#include "plugins/c3d/parameters/write_metadata.hpp"
 
 #include <algorithm>
 #include <array>

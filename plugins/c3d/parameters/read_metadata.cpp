@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/metadata.hpp"
+#include "plugins/c3d/parameters/read_metadata.hpp"
 
 #include <cstddef>
 #include <span>

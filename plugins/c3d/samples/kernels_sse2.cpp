@@ -1,4 +1,4 @@
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 #include "plugins/c3d/samples/encode_kernels.hpp"
 #include "plugins/c3d/samples/encoder.hpp"

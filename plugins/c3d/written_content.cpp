@@ -1,4 +1,4 @@
-#include "plugins/c3d/acquisition_content.hpp"
+#include "plugins/c3d/written_content.hpp"
 
 #include <algorithm>
 #include <array>
@@ -11,17 +11,17 @@
 #include <strata/data_store.hpp>
 
 #include "plugins/c3d/analogs/analog_columns.hpp"
-#include "plugins/c3d/analogs/analog_parameters.hpp"
+#include "plugins/c3d/analogs/write_analogs.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
-#include "plugins/c3d/events/event_arrays.hpp"
+#include "plugins/c3d/events/write_events.hpp"
 #include "plugins/c3d/frames/frame_range.hpp"
-#include "plugins/c3d/parameters/kept_parameters.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "plugins/c3d/parameters/standard_parameters.hpp"
-#include "plugins/c3d/platforms/platform_channels.hpp"
+#include "plugins/c3d/parameters/write_metadata.hpp"
+#include "plugins/c3d/platforms/write_platform_channels.hpp"
 #include "plugins/c3d/points/point_columns.hpp"
-#include "plugins/c3d/points/point_parameters.hpp"
 #include "plugins/c3d/points/point_scale.hpp"
+#include "plugins/c3d/points/write_points.hpp"
 #include "schema/force_platform_table.hpp"
 #include "schema/read_attribute.hpp"
 

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <limits>
 
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 namespace c3d {
 

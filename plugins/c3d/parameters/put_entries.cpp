@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/parameters/put_entries.hpp"
 
 #include "plugins/c3d/parameters/put_parameter.hpp"
 

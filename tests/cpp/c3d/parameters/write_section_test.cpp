@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/section_bytes.hpp"
+#include "plugins/c3d/parameters/write_section.hpp"
 
 #include <array>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/points/points.hpp"
+#include "plugins/c3d/points/read_points.hpp"
 
 #include <algorithm>
 #include <cstddef>

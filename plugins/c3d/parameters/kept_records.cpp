@@ -1,4 +1,4 @@
-#include "plugins/c3d/parameters/parameter_records.hpp"
+#include "plugins/c3d/parameters/kept_records.hpp"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/rotations/rotation_parameters.hpp"
+#include "plugins/c3d/rotations/write_rotations.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +13,9 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/frames/rotation_layout.hpp"
-#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/rotations/read_rotations.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {

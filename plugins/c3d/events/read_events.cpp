@@ -1,4 +1,4 @@
-#include "plugins/c3d/events/event_occurrence.hpp"
+#include "plugins/c3d/events/read_events.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 #include <cmath>
 #include <cstdint>

@@ -7,7 +7,7 @@
 #include "plugins/c3d/analogs/analog_columns.hpp"
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
-#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/samples/sample_source.hpp"
 
 namespace c3d {

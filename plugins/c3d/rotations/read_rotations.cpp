@@ -1,4 +1,4 @@
-#include "plugins/c3d/rotations/rotations.hpp"
+#include "plugins/c3d/rotations/read_rotations.hpp"
 
 #include <cstddef>
 #include <cstdint>

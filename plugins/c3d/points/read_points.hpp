@@ -7,7 +7,7 @@
 
 #include "plugins/c3d/frames/frame_layout.hpp"
 #include "plugins/c3d/parameters/c3d_file.hpp"
-#include "plugins/c3d/samples/kernel_set.hpp"
+#include "plugins/c3d/samples/decoder.hpp"
 
 namespace c3d {
 

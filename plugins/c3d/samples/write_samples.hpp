@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "plugins/c3d/bytes/output.hpp"
+#include "plugins/c3d/bytes/file_writer.hpp"
 #include "plugins/c3d/samples/sample_source.hpp"
 
 namespace c3d {

@@ -1,4 +1,4 @@
-#include "plugins/c3d/samples/frame_writer.hpp"
+#include "plugins/c3d/samples/write_samples.hpp"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,13 +1,13 @@
-#include "plugins/c3d/analogs/analog_parameters.hpp"
+#include "plugins/c3d/analogs/write_analogs.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <string>
 
-#include "plugins/c3d/analogs/analog_scaling.hpp"
-#include "plugins/c3d/analogs/analogs.hpp"
+#include "plugins/c3d/analogs/read_analogs.hpp"
+#include "plugins/c3d/analogs/write_scaling.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
-#include "plugins/c3d/parameters/put_column.hpp"
+#include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
 namespace c3d {

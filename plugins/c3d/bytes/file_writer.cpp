@@ -1,4 +1,4 @@
-#include "plugins/c3d/bytes/output.hpp"
+#include "plugins/c3d/bytes/file_writer.hpp"
 
 #include <array>
 
