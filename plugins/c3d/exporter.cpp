@@ -34,7 +34,7 @@ std::uint64_t fitted_blocks(parameter_tree& tree, warnings& notes) {
     return blocks;
 }
 
-file_head make_head(acquisition_content& content, const section_places& places,
+file_head make_head(written_content& content, const section_places& places,
                     const strata::data_group& format) {
     auto& tree = content.parameters;
     put_block(tree.reach("POINT"), "DATA_START", places.data);
@@ -44,12 +44,12 @@ file_head make_head(acquisition_content& content, const section_places& places,
     return {header_block_of(content.header, format), section_bytes(tree, content.mark)};
 }
 
-void write_samples(output& target, const acquisition_content& content) {
+void write_samples(file_writer& target, const written_content& content) {
     write_frames(target, content.frames);
     target.pad_block();
 }
 
-void write_rotations(output& target, const acquisition_content& content) {
+void write_rotations(file_writer& target, const written_content& content) {
     write_rows(target, content.rotations.columns, content.rotations.rows);
     if (content.rotations.is_complete) // a reader would take padding for the rows that are missing
         target.pad_block();
@@ -65,7 +65,7 @@ void write_file(anvil::io_device& device, const strata::data_group& root, warnin
                                   content.frames.frames * content.frames.frame_bytes(),
                                   content.rotations.bytes(), content.rotations.is_complete);
     const auto head = make_head(content, places, root.retrieve_group("Format"));
-    output target(device);
+    file_writer target(device);
     byte_list bytes(head.header.begin(), head.header.end());
     bytes.insert(bytes.end(), head.parameters.begin(), head.parameters.end());
     target.write(bytes);

@@ -66,7 +66,7 @@ void create_header_group(strata::data_group& format, const c3d_file& file,
     schema::write_number(header, "PointScale", layout.scale);
     create_blocks(header, file);
     create_events(header, head.events);
-    create_parameter_records(header, file.parameters, names);
+    create_kept_records(header, file.parameters, names);
 }
 
 } // namespace c3d

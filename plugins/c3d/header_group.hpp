@@ -28,7 +28,7 @@ namespace c3d {
 ///
 /// The counts of analog samples are those that the file was read with; the first is at least 1.
 /// `Block` exists only when a reserved byte of the header is not 0.
-/// The groups `Groups` and `Parameters` are those of create_parameter_records.
+/// The groups `Groups` and `Parameters` are those of create_kept_records.
 void create_header_group(strata::data_group& format, const c3d_file& file,
                          const frame_layout& layout, const metadata_names& names);
 

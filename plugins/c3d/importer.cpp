@@ -34,7 +34,7 @@ struct file_content {
 /// Some writers give every sample a negative residual, or any bits. Where none is valid though
 /// there are coordinates, the residuals are no residuals.
 void read_without_residuals(const file_reader& reader, const file_content& content,
-                            const kernel_set& kernels, std::span<const point_target> points,
+                            const decoder& kernels, std::span<const point_target> points,
                             warnings& notes) {
     if (points.empty() || content.layout.frames == 0)
         return;
@@ -55,7 +55,7 @@ file_content read_content(const file_reader& reader, warnings& notes) {
     content.analogs = allocate_analogs(content.layout);
 
     const auto sign = declared_sign(content.file.parameters).value_or(word_sign::with);
-    const auto kernels = kernels_for(content.file.format, content.layout.storage, sign);
+    const auto kernels = decoder_for(content.file.format, content.layout.storage, sign);
     const auto points = content.points.targets();
     const auto channels = content.analogs.targets();
     if (!read_samples(reader, content.layout, kernels, residual_rule::decides,
@@ -103,7 +103,7 @@ anvil::status importer::read(anvil::io_device& device, strata::data_group target
         create_tree(target, read_content(reader, notes), notes);
         notes.log(name);
         return {};
-    } catch (const c3d_error& error) {
+    } catch (const import_error& error) {
         notes.log(name);
         return status::failure(located(fmt::format("byte {}: {}", error.offset(), error.what())));
     } catch (const std::bad_alloc&) {

@@ -110,8 +110,8 @@ class content_builder {
           data_(group_or_empty(format_, "Data")), notes_(notes), time_base_(time_base_of(data_)),
           is_read_(format_.exists_group("Header/Groups")) {}
 
-    acquisition_content build() && {
-        content_.parameters = kept_parameters(format_, notes_);
+    written_content build() && {
+        content_.parameters = written_metadata(format_, notes_);
         content_.mark = mark_of(format_);
         content_.header.range =
             frame_range_of(time_base_.frames, time_base_.rate, time_base_.start_time_s);
@@ -193,12 +193,12 @@ class content_builder {
     warnings& notes_;
     point_time_base time_base_;
     bool is_read_;
-    acquisition_content content_;
+    written_content content_;
 };
 
 } // namespace
 
-acquisition_content content_of(const strata::data_group& root, warnings& notes) {
+written_content content_of(const strata::data_group& root, warnings& notes) {
     return content_builder(root, notes).build();
 }
 

@@ -14,7 +14,7 @@
 namespace c3d {
 
 /// All that a file is made of, before any of it is written. Samples are still those of the store.
-struct acquisition_content {
+struct written_content {
     header_content header; ///< but for the block of the samples
     section_mark mark;
     parameter_tree parameters; ///< but for the blocks of samples and rotations
@@ -23,6 +23,6 @@ struct acquisition_content {
 };
 
 /// What a file of the acquisition `root` holds. Throws export_error when the format cannot hold it.
-[[nodiscard]] acquisition_content content_of(const strata::data_group& root, warnings& notes);
+[[nodiscard]] written_content content_of(const strata::data_group& root, warnings& notes);
 
 } // namespace c3d

@@ -11,13 +11,13 @@ namespace c3d {
 
 namespace {
 
-using single = std::numeric_limits<float>;
+using float_limits = std::numeric_limits<float>;
 
 /// What integers of 16 bits hold, with some room.
 constexpr double wanted_range = 32000.0;
 
 /// How far a value that is read again may be off, as a part of the channel's largest one.
-constexpr double tolerance = 2.0 * single::epsilon();
+constexpr double tolerance = 2.0 * float_limits::epsilon();
 /// Up to this part of the largest stored number, an offset keeps within the tolerance.
 constexpr double harmless_offset = 3.0;
 
@@ -57,15 +57,15 @@ bool offset_is_harmless(const channel_scaling& channel, double general, double l
     const auto divisor = double{channel.scale} * general;
     const auto stored = largest / std::abs(divisor);
     const auto offset = std::abs(channel.offset);
-    return (offset <= harmless_offset * stored && stored + offset <= double{single::max()}) ||
+    return (offset <= harmless_offset * stored && stored + offset <= double{float_limits::max()}) ||
            samples_survive(channel, divisor, tolerance * largest);
 }
 
 void fit_range(channel_scaling& channel, const std::string& label, double general, double largest,
                warnings& notes) {
     const auto stored = largest / std::abs(double{channel.scale} * general);
-    const bool too_large = stored > double{single::max()};
-    const bool too_small = largest > 0.0 && stored < double{single::min()};
+    const bool too_large = stored > double{float_limits::max()};
+    const bool too_small = largest > 0.0 && stored < double{float_limits::min()};
     if (!too_large && !too_small)
         return;
     const auto scale = static_cast<float>(largest / wanted_range / general);

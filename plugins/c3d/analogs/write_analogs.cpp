@@ -76,7 +76,7 @@ void put_gains(parameter_tree& tree, std::span<const analog_column> columns, sur
 std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
     auto& group = tree.reach("ANALOG");
     if (rule == surplus::dropped) {
-        put_column(tree, {"ANALOG", "UNITS"}, {}, 4, rule, single_value::of_all_channels);
+        put_entries(tree, {"ANALOG", "UNITS"}, {}, 4, rule, single_value::of_all_channels);
         for (const auto* name : {"SCALE", "OFFSET", "GAIN"}) {
             if (const auto* item = group.find(name); item && !item->extents.empty())
                 put_words(group, name, {});
@@ -91,18 +91,18 @@ std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const ana
                                        const analog_rate& rate, surplus rule, warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
-    put_column(tree, {"ANALOG", "LABELS"}, texts_of_columns(columns, &analog_column::label),
-               least_label_width, rule);
-    put_column(tree, {"ANALOG", "DESCRIPTIONS"},
-               texts_of_columns(columns, &analog_column::description), 1, rule);
+    put_entries(tree, {"ANALOG", "LABELS"}, texts_of_columns(columns, &analog_column::label),
+                least_label_width, rule);
+    put_entries(tree, {"ANALOG", "DESCRIPTIONS"},
+                texts_of_columns(columns, &analog_column::description), 1, rule);
     if (columns.empty()) {
         if (!ratio_is_told(tree.as_table().number("ANALOG", "RATE").value_or(0.0), rate))
             put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
         return remove_entries(tree, rule);
     }
     auto sources = put_analog_scaling(tree, columns, rule, notes);
-    put_column(tree, {"ANALOG", "UNITS"}, texts_of_columns(columns, &analog_column::unit), 4, rule,
-               single_value::of_all_channels);
+    put_entries(tree, {"ANALOG", "UNITS"}, texts_of_columns(columns, &analog_column::unit), 4, rule,
+                single_value::of_all_channels);
     put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
     put_gains(tree, columns, rule);
     return sources;

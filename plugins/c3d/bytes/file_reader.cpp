@@ -11,8 +11,8 @@ namespace {
 std::size_t read_at(anvil::io_device& device, std::uint64_t offset, std::span<std::byte> buffer) {
     const auto result = device.read_at(offset, buffer);
     if (result.error) {
-        throw c3d_error(offset + result.bytes, "{} bytes expected, reading failed: {}",
-                        buffer.size() - result.bytes, result.error.message());
+        throw import_error(offset + result.bytes, "{} bytes expected, reading failed: {}",
+                           buffer.size() - result.bytes, result.error.message());
     }
     return result.bytes;
 }
@@ -31,8 +31,8 @@ std::vector<std::byte> file_reader::read_up_to(std::uint64_t offset, std::size_t
 void file_reader::read_exactly(std::uint64_t offset, std::span<std::byte> buffer) const {
     const auto count = read_at(*device_, offset, buffer);
     if (count != buffer.size()) {
-        throw c3d_error(offset + count, "{} bytes expected, but the file ends here",
-                        buffer.size() - count);
+        throw import_error(offset + count, "{} bytes expected, but the file ends here",
+                           buffer.size() - count);
     }
 }
 

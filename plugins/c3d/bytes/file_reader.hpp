@@ -18,7 +18,7 @@ namespace c3d {
 
 inline constexpr std::uint64_t block_bytes = 512;
 
-/// Reads an open device. Every failure of the device is a c3d_error that names the place.
+/// Reads an open device. Every failure of the device is an import_error that names the place.
 class file_reader {
   public:
     explicit file_reader(anvil::io_device& device) noexcept

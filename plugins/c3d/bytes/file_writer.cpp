@@ -7,7 +7,7 @@
 
 namespace c3d {
 
-void output::write(std::span<const std::byte> bytes) {
+void file_writer::write(std::span<const std::byte> bytes) {
     const auto result = device_.write(bytes);
     if (result.bytes < bytes.size() || result.error) {
         const auto reason = result.error ? result.error.message() : "the device takes no more";
@@ -17,7 +17,7 @@ void output::write(std::span<const std::byte> bytes) {
     offset_ += bytes.size();
 }
 
-void output::pad_block() {
+void file_writer::pad_block() {
     constexpr std::array<std::byte, block_bytes> zeros{};
     const auto used = offset_ % block_bytes;
     if (used != 0)

@@ -8,9 +8,9 @@
 namespace c3d {
 
 /// Bytes on their way to a device, one behind the other.
-class output {
+class file_writer {
   public:
-    explicit output(anvil::io_device& device) noexcept : device_(device) {}
+    explicit file_writer(anvil::io_device& device) noexcept : device_(device) {}
 
     [[nodiscard]] std::uint64_t offset() const noexcept { return offset_; }
 

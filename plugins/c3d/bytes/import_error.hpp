@@ -11,10 +11,11 @@ namespace c3d {
 
 /// A file that cannot be read. The text says what was expected and what was found, the offset
 /// where.
-class c3d_error : public std::runtime_error {
+class import_error : public std::runtime_error {
   public:
     template <typename... Arguments>
-    c3d_error(std::uint64_t offset, fmt::format_string<Arguments...> text, Arguments&&... arguments)
+    import_error(std::uint64_t offset, fmt::format_string<Arguments...> text,
+                 Arguments&&... arguments)
         : std::runtime_error(fmt::format(text, std::forward<Arguments>(arguments)...)),
           offset_(offset) {}
 

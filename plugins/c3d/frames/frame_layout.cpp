@@ -147,11 +147,11 @@ void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout
     const auto room = room_of(file, layout);
     const bool is_cut = claimed && claimed->frames > room.most();
     if (is_cut && (room.most() == 0 || is_out_of_proportion(file, layout))) {
-        throw c3d_error(layout.data_offset,
-                        "{} frames of {} bytes ({} points, {} × {} analog samples) expected ({} "
-                        "says so), found {} bytes",
-                        claimed->frames, room.frame_bytes, layout.points, layout.channels,
-                        layout.samples_per_frame, claimed->source, room.bytes);
+        throw import_error(layout.data_offset,
+                           "{} frames of {} bytes ({} points, {} × {} analog samples) expected ({} "
+                           "says so), found {} bytes",
+                           claimed->frames, room.frame_bytes, layout.points, layout.channels,
+                           layout.samples_per_frame, claimed->source, room.bytes);
     }
     layout.frames = reconciled_frames(claims, room, notes);
     if (layout.frames == 0)

@@ -39,7 +39,7 @@ struct frame_layout {
 /// Parameters are believed before the header, and both only as far as the file's length allows:
 /// where they differ, that layout is taken whose frames fill the file. What was decided is noted.
 ///
-/// Throws c3d_error when frames are announced and not one of them is in the file.
+/// Throws import_error when frames are announced and not one of them is in the file.
 [[nodiscard]] frame_layout decide_layout(const c3d_file& file, warnings& notes);
 
 } // namespace c3d

@@ -174,12 +174,12 @@ bool looks_like_c3d(const file_reader& reader) {
 c3d_file open_c3d(const file_reader& reader, warnings& notes) {
     const auto found = find_header(reader);
     if (!found) {
-        throw c3d_error(
+        throw import_error(
             1, "key byte 0x50 of a C3D file with points and analog samples expected, not found");
     }
     if (found->bytes < block_bytes) {
-        throw c3d_error(found->origin + found->bytes,
-                        "a header of {} bytes expected, but the file ends here", block_bytes);
+        throw import_error(found->origin + found->bytes,
+                           "a header of {} bytes expected, but the file ends here", block_bytes);
     }
     c3d_file file;
     file.size = reader.size();
@@ -190,17 +190,18 @@ c3d_file open_c3d(const file_reader& reader, warnings& notes) {
     const auto offset = block_offset(file.origin, section_block);
     auto bytes = reader.read_up_to(offset, usual_section);
     if (bytes.size() < section_head_bytes) {
-        throw c3d_error(file.origin,
-                        "the header says that the parameter section begins in block {} (byte {}), "
-                        "but the file has {} bytes",
-                        section_block, offset, file.size);
+        throw import_error(
+            file.origin,
+            "the header says that the parameter section begins in block {} (byte {}), "
+            "but the file has {} bytes",
+            section_block, offset, file.size);
     }
     std::copy_n(bytes.begin(), section_head_bytes, file.section_head.begin());
     const auto format = format_of(file.block, file.section_head[3]);
     if (!format) {
-        throw c3d_error(offset + 3,
-                        "processor byte 84 (Intel), 85 (DEC) or 86 (MIPS) expected, found {}",
-                        std::to_integer<int>(file.section_head[3]));
+        throw import_error(offset + 3,
+                           "processor byte 84 (Intel), 85 (DEC) or 86 (MIPS) expected, found {}",
+                           std::to_integer<int>(file.section_head[3]));
     }
     file.format = *format;
     file.head = decode_header(*format, file.block);

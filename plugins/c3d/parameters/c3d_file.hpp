@@ -28,11 +28,11 @@ struct c3d_file {
     parameter_table parameters;
 };
 
-/// True when the content looks like a C3D file of points and analog samples. Throws c3d_error when
-/// it cannot be read.
+/// True when the content looks like a C3D file of points and analog samples. Throws import_error
+/// when it cannot be read.
 [[nodiscard]] bool looks_like_c3d(const file_reader& reader);
 
-/// Reads header and parameters. Throws c3d_error for a file that is none of this format, or that
+/// Reads header and parameters. Throws import_error for a file that is none of this format, or that
 /// ends before its parameters.
 [[nodiscard]] c3d_file open_c3d(const file_reader& reader, warnings& notes);
 

@@ -97,8 +97,8 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
 
 } // namespace
 
-void create_parameter_records(strata::data_group& header, const parameter_table& table,
-                              const metadata_names& names) {
+void create_kept_records(strata::data_group& header, const parameter_table& table,
+                         const metadata_names& names) {
     create_groups(header, table, names);
     create_parameters(header, table, names);
 }

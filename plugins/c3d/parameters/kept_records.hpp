@@ -30,7 +30,7 @@ namespace c3d {
 ///
 /// A group without a record of its own has the name of its store group. Parameters that a later one
 /// of the same name replaced are left out.
-void create_parameter_records(strata::data_group& header, const parameter_table& table,
-                              const metadata_names& names);
+void create_kept_records(strata::data_group& header, const parameter_table& table,
+                         const metadata_names& names);
 
 } // namespace c3d

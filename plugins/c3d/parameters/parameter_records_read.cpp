@@ -29,7 +29,7 @@ class columns {
     const strata::data_group& group_;
 };
 
-std::vector<group_record_read> read_groups(const strata::data_group& group) {
+std::vector<kept_group> read_groups(const strata::data_group& group) {
     const columns all(group);
     const auto count = all.count();
     const auto names = all.texts("Name", count);
@@ -37,7 +37,7 @@ std::vector<group_record_read> read_groups(const strata::data_group& group) {
     const auto descriptions = all.texts("Description", count);
     const auto ids = all.numbers("Id", count);
     const auto locks = all.numbers("Locked", count);
-    std::vector<group_record_read> records;
+    std::vector<kept_group> records;
     for (std::size_t i = 0; i < count; ++i) {
         records.push_back({names[i].empty() ? stored[i] : names[i], stored[i],
                            static_cast<std::uint8_t>(ids[i]), locks[i] != 0, descriptions[i]});
@@ -45,8 +45,8 @@ std::vector<group_record_read> read_groups(const strata::data_group& group) {
     return records;
 }
 
-std::vector<parameter_record_read> read_parameters(const strata::data_group& group,
-                                                   const std::vector<group_record_read>& groups) {
+std::vector<kept_parameter> read_parameters(const strata::data_group& group,
+                                            const std::vector<kept_group>& groups) {
     const columns all(group);
     const auto count = all.count();
     const auto owners = all.numbers("Group", count);
@@ -57,7 +57,7 @@ std::vector<parameter_record_read> read_parameters(const strata::data_group& gro
     const auto encodings = all.numbers("Encoding", count);
     const auto locks = all.numbers("Locked", count);
     const auto descriptions = all.texts("Description", count);
-    std::vector<parameter_record_read> records;
+    std::vector<kept_parameter> records;
     for (std::size_t i = 0; i < count; ++i) {
         const auto owner = static_cast<std::size_t>(owners[i]);
         if (owners[i] < 0 || owner >= groups.size())
@@ -70,8 +70,8 @@ std::vector<parameter_record_read> read_parameters(const strata::data_group& gro
 
 } // namespace
 
-records_read read_parameter_records(const strata::data_group& format) {
-    records_read records;
+kept_records read_kept_records(const strata::data_group& format) {
+    kept_records records;
     if (!format.exists_group("Header/Groups") || !format.exists_group("Header/Parameters"))
         return records;
     records.groups = read_groups(format.retrieve_group("Header/Groups"));

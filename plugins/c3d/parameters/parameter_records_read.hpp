@@ -9,8 +9,8 @@
 
 namespace c3d {
 
-/// What is known of a group of the file that was read; see create_parameter_records.
-struct group_record_read {
+/// What is known of a group of the file that was read; see create_kept_records.
+struct kept_group {
     std::string name;
     std::string stored; ///< name of the store's group
     std::uint8_t id = 0;
@@ -18,7 +18,7 @@ struct group_record_read {
     std::string description;
 };
 
-struct parameter_record_read {
+struct kept_parameter {
     std::string group;  ///< name of the store's group
     std::string name;   ///< as spelled in the file
     std::string stored; ///< name of the attribute
@@ -29,13 +29,13 @@ struct parameter_record_read {
     std::string description;
 };
 
-struct records_read {
-    std::vector<group_record_read> groups;
-    std::vector<parameter_record_read> parameters;
+struct kept_records {
+    std::vector<kept_group> groups;
+    std::vector<kept_parameter> parameters;
 };
 
 /// The records that the importer kept in the group `Header` of `format`; none when the acquisition
 /// was not read.
-[[nodiscard]] records_read read_parameter_records(const strata::data_group& format);
+[[nodiscard]] kept_records read_kept_records(const strata::data_group& format);
 
 } // namespace c3d

@@ -24,8 +24,8 @@ bool may_stay(const channel_entries& entries, std::size_t channels, surplus rule
     return rule == surplus::kept || entries.hold_for_all() || entries.count() == channels;
 }
 
-void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
-                std::size_t least_width, surplus rule, single_value single) {
+void put_entries(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
+                 std::size_t least_width, surplus rule, single_value single) {
     const bool is_missing = !tree.reach(place.group).find(place.name);
     if (is_missing && texts.empty())
         return;

@@ -30,8 +30,8 @@ template <typename Columns, typename Member>
 
 /// Makes the list at `place` hold a text for each channel. It stays as it is when a reader would
 /// already take these from it. A list that does not exist is not made for no channels.
-void put_column(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
-                std::size_t least_width, surplus rule,
-                single_value single = single_value::of_first_channel);
+void put_entries(parameter_tree& tree, parameter_place place, const std::vector<std::string>& texts,
+                 std::size_t least_width, surplus rule,
+                 single_value single = single_value::of_first_channel);
 
 } // namespace c3d

@@ -26,7 +26,7 @@ template <typename Number> bool all_fit(const std::vector<std::int64_t>& values)
 
 written_parameter stored_texts(const strata::data_attribute& attribute, parameter_place place,
                                const std::vector<std::int64_t>& extents,
-                               const parameter_record_read& record) {
+                               const kept_parameter& record) {
     auto texts = schema::read_texts(attribute);
     texts.resize(static_cast<std::size_t>(attribute.shape().element_count()));
     const bool was_text = record.type == static_cast<int>(element_type::character);
@@ -50,7 +50,7 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
 
 written_parameter stored_integers(const strata::data_attribute& attribute,
                                   const std::vector<std::int64_t>& shape, parameter_place place,
-                                  const parameter_record_read& record) {
+                                  const kept_parameter& record) {
     const auto values = schema::read_numbers<std::int64_t>(attribute);
     auto extents = stored_extents(place, shape);
     const auto kind = strata::element_kind(attribute.type());
@@ -73,7 +73,7 @@ written_parameter stored_integers(const strata::data_attribute& attribute,
 } // namespace
 
 written_parameter stored_attribute(const strata::data_attribute& attribute, std::string_view group,
-                                   const parameter_record_read& record) {
+                                   const kept_parameter& record) {
     const parameter_place place{group, record.name};
     auto extents = attribute.shape().dimensions();
     std::reverse(extents.begin(), extents.end());

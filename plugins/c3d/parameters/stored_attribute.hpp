@@ -16,6 +16,6 @@ namespace c3d {
 /// Throws export_error when the format cannot hold it.
 [[nodiscard]] written_parameter stored_attribute(const strata::data_attribute& attribute,
                                                  std::string_view group,
-                                                 const parameter_record_read& record);
+                                                 const kept_parameter& record);
 
 } // namespace c3d

@@ -73,7 +73,7 @@ class names_taken {
 
 class tree_builder {
   public:
-    tree_builder(const strata::data_group& metadata, records_read records, warnings& notes)
+    tree_builder(const strata::data_group& metadata, kept_records records, warnings& notes)
         : metadata_(metadata), records_(std::move(records)), notes_(notes) {}
 
     parameter_tree build() && {
@@ -95,7 +95,7 @@ class tree_builder {
     }
 
   private:
-    void add_group(const group_record_read& record) {
+    void add_group(const kept_group& record) {
         groups_taken_.take(record.name);
         written_group made;
         made.name = stored_name(record.name);
@@ -129,8 +129,8 @@ class tree_builder {
         }
     }
 
-    void add_parameter(written_group& group, names_taken& taken,
-                       const parameter_record_read& record, const strata::data_group& source) {
+    void add_parameter(written_group& group, names_taken& taken, const kept_parameter& record,
+                       const strata::data_group& source) {
         taken.take(record.name);
         try {
             keep_parameter(group, record, source);
@@ -141,7 +141,7 @@ class tree_builder {
         }
     }
 
-    static void keep_parameter(written_group& group, const parameter_record_read& record,
+    static void keep_parameter(written_group& group, const kept_parameter& record,
                                const strata::data_group& source) {
         auto item = stored_attribute(source.retrieve_attribute(record.stored), group.name, record);
         item.name = stored_name(record.name);
@@ -151,7 +151,7 @@ class tree_builder {
     }
 
     const strata::data_group& metadata_;
-    records_read records_;
+    kept_records records_;
     warnings& notes_;
     parameter_tree tree_;
     names_taken groups_taken_{"metadata groups"};
@@ -159,14 +159,14 @@ class tree_builder {
 
 } // namespace
 
-parameter_tree kept_parameters(const strata::data_group& format, warnings& notes) {
+parameter_tree written_metadata(const strata::data_group& format, warnings& notes) {
     const auto metadata = format.exists_group("Metadata") ? format.retrieve_group("Metadata")
                                                           : strata::data_store().root();
     for (const auto& name : metadata.list_attributes_name()) {
         if (name != device_mark)
             notes.add("the metadata '{}' are in no group; a C3D file has no place for them", name);
     }
-    return tree_builder(metadata, read_parameter_records(format), notes).build();
+    return tree_builder(metadata, read_kept_records(format), notes).build();
 }
 
 } // namespace c3d

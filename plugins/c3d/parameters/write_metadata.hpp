@@ -18,6 +18,6 @@ namespace c3d {
 /// An acquisition that was not read begins with the groups POINT, ANALOG and FORCE_PLATFORM.
 ///
 /// Throws export_error when the format cannot hold something.
-[[nodiscard]] parameter_tree kept_parameters(const strata::data_group& format, warnings& notes);
+[[nodiscard]] parameter_tree written_metadata(const strata::data_group& format, warnings& notes);
 
 } // namespace c3d

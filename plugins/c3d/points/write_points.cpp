@@ -181,10 +181,10 @@ void put_points(parameter_tree& tree, std::span<const point_column> points,
     }
     put_count(tree.reach("POINT"), "USED", points.size(), new_lock::on);
     const auto rule = points.size() == labels_read.size() ? surplus::kept : surplus::dropped;
-    put_column(tree, {"POINT", "LABELS"}, texts_of_columns(points, &point_column::label),
-               least_label_width, rule);
-    put_column(tree, {"POINT", "DESCRIPTIONS"},
-               texts_of_columns(points, &point_column::description), 1, rule);
+    put_entries(tree, {"POINT", "LABELS"}, texts_of_columns(points, &point_column::label),
+                least_label_width, rule);
+    put_entries(tree, {"POINT", "DESCRIPTIONS"},
+                texts_of_columns(points, &point_column::description), 1, rule);
     put_kinds(tree, points, labels_read);
     put_units(tree, points, notes);
 }

@@ -26,7 +26,7 @@ std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, nu
         for (std::uint64_t i = 0; i < rotation_components; ++i)
             columns.push_back(elements + i * layout.rows);
     }
-    const auto kernels = kernels_for(format, sample_storage::real, word_sign::with);
+    const auto kernels = decoder_for(format, sample_storage::real, word_sign::with);
     read_rows(reader, {layout.offset, layout.row_bytes(), layout.rows}, kernels, columns);
     return segments;
 }

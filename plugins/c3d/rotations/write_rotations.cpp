@@ -97,7 +97,7 @@ rotation_source put_rotations(parameter_tree& tree, const strata::data_group& da
          {std::pair{"Labels", "LABELS"}, std::pair{"Descriptions", "DESCRIPTIONS"}}) {
         auto texts = schema::read_texts(set.retrieve_attribute(attribute));
         texts.resize(static_cast<std::size_t>(segments));
-        put_column(tree, {"ROTATION", name}, texts, 4, surplus::kept);
+        put_entries(tree, {"ROTATION", name}, texts, 4, surplus::kept);
     }
     return source_of(set, frames != 0 ? frames * ratio : held, held);
 }

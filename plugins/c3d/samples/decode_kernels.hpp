@@ -149,7 +149,7 @@ void decode_columns(const column_block& block, std::span<float* const> targets) 
 }
 
 template <typename Lanes, number_format Format>
-kernel_set kernels_of_format(sample_storage storage, word_sign sign) noexcept {
+decoder decoder_of_format(sample_storage storage, word_sign sign) noexcept {
     using reals = real_elements<Lanes, Format>;
     using signed_words = word_elements<Lanes, Format, word_sign::with>;
     using unsigned_words = word_elements<Lanes, Format, word_sign::without>;
@@ -163,16 +163,16 @@ kernel_set kernels_of_format(sample_storage storage, word_sign sign) noexcept {
 }
 
 template <typename Lanes>
-kernel_set kernels_of(number_format format, sample_storage storage, word_sign sign) noexcept {
+decoder decoder_of(number_format format, sample_storage storage, word_sign sign) noexcept {
     switch (format) {
     case number_format::dec:
-        return kernels_of_format<Lanes, number_format::dec>(storage, sign);
+        return decoder_of_format<Lanes, number_format::dec>(storage, sign);
     case number_format::mips:
-        return kernels_of_format<Lanes, number_format::mips>(storage, sign);
+        return decoder_of_format<Lanes, number_format::mips>(storage, sign);
     case number_format::intel:
         break;
     }
-    return kernels_of_format<Lanes, number_format::intel>(storage, sign);
+    return decoder_of_format<Lanes, number_format::intel>(storage, sign);
 }
 
 } // namespace c3d

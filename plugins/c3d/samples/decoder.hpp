@@ -38,7 +38,7 @@ struct column_block {
 };
 
 /// The decoding loops for one kind of data section.
-struct kernel_set {
+struct decoder {
     /// Decodes all points of a block: an element for each sample, NaN and a residual of −1 where it
     /// is invalid. True when a sample is valid (under `ignored`: when one is and has a coordinate
     /// other than 0).
@@ -49,7 +49,7 @@ struct kernel_set {
 };
 
 /// The loops made for this processor. Real samples have no word sign.
-[[nodiscard]] kernel_set kernels_for(number_format format, sample_storage storage,
-                                     word_sign sign) noexcept;
+[[nodiscard]] decoder decoder_for(number_format format, sample_storage storage,
+                                  word_sign sign) noexcept;
 
 } // namespace c3d

@@ -6,8 +6,8 @@
 
 namespace c3d {
 
-kernel_set kernels_for(number_format format, sample_storage storage, word_sign sign) noexcept {
-    return kernels_of<sse2_lanes>(format, storage, sign);
+decoder decoder_for(number_format format, sample_storage storage, word_sign sign) noexcept {
+    return decoder_of<sse2_lanes>(format, storage, sign);
 }
 
 encoder encoder_for_processor() noexcept { return encoder_of<sse2_lanes>(); }

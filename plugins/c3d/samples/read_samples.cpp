@@ -67,7 +67,7 @@ std::vector<const std::byte*> analog_rows(const frame_layout& layout, const reco
 
 } // namespace
 
-bool read_samples(const file_reader& reader, const frame_layout& layout, const kernel_set& kernels,
+bool read_samples(const file_reader& reader, const frame_layout& layout, const decoder& kernels,
                   residual_rule rule, const sample_targets& targets) {
     if (layout.frames == 0 || layout.frame_bytes() == 0)
         return false;
@@ -91,7 +91,7 @@ bool read_samples(const file_reader& reader, const frame_layout& layout, const k
     return found;
 }
 
-void read_rows(const file_reader& reader, const row_section& section, const kernel_set& kernels,
+void read_rows(const file_reader& reader, const row_section& section, const decoder& kernels,
                std::span<float* const> columns) {
     if (section.rows == 0 || columns.empty())
         return;

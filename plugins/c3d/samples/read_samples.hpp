@@ -18,8 +18,8 @@ struct sample_targets {
 
 /// Reads all frames of `layout` and decodes them into the targets, block by block: the file is read
 /// once, and no more of it is in memory than fits a processor's cache. True when a point has a
-/// valid sample (see kernel_set::points).
-bool read_samples(const file_reader& reader, const frame_layout& layout, const kernel_set& kernels,
+/// valid sample (see decoder::points).
+bool read_samples(const file_reader& reader, const frame_layout& layout, const decoder& kernels,
                   residual_rule rule, const sample_targets& targets);
 
 /// Rows of reals that lie one behind the other, a column for each target.
@@ -30,7 +30,7 @@ struct row_section {
 };
 
 /// Reads and decodes a section that consists of columns only.
-void read_rows(const file_reader& reader, const row_section& section, const kernel_set& kernels,
+void read_rows(const file_reader& reader, const row_section& section, const decoder& kernels,
                std::span<float* const> columns);
 
 } // namespace c3d

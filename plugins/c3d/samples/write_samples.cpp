@@ -103,7 +103,7 @@ class point_encoder {
 
 } // namespace
 
-void write_frames(output& target, const frame_sources& sources) {
+void write_frames(file_writer& target, const frame_sources& sources) {
     const auto frame_bytes = sources.frame_bytes();
     if (frame_bytes == 0 || sources.frames == 0)
         return;
@@ -132,7 +132,7 @@ void write_frames(output& target, const frame_sources& sources) {
     }
 }
 
-void write_rows(output& target, std::span<const sample_source> columns, std::uint64_t rows) {
+void write_rows(file_writer& target, std::span<const sample_source> columns, std::uint64_t rows) {
     const auto row_bytes = 4 * columns.size();
     if (row_bytes == 0 || rows == 0)
         return;

@@ -35,9 +35,9 @@ struct frame_sources {
 /// Writes the frames as reals. They are assembled in blocks that stay in the processor's cache; no
 /// more than one is in memory at a time. The last block of the file is not padded.
 /// Throws export_error for a finite coordinate that no real holds.
-void write_frames(output& target, const frame_sources& sources);
+void write_frames(file_writer& target, const frame_sources& sources);
 
 /// Writes rows with a real of each column.
-void write_rows(output& target, std::span<const sample_source> columns, std::uint64_t rows);
+void write_rows(file_writer& target, std::span<const sample_source> columns, std::uint64_t rows);
 
 } // namespace c3d

@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Processors, AnalogsOfEveryProcessor,
                          testing::Values(number_format::intel, number_format::dec,
                                          number_format::mips));
 
-TEST(Analogs, ValueIsRawMinusOffsetTimesBothScales) {
+TEST(ReadAnalogs, ValueIsRawMinusOffsetTimesBothScales) {
     auto file = two_channels();
     file.more_parameters = [](parameter_writer& writer) {
         writer.reals(trial::analog, "GEN_SCALE", {-2});
@@ -66,7 +66,7 @@ TEST(Analogs, ValueIsRawMinusOffsetTimesBothScales) {
     EXPECT_THAT(found.numbers(analogs_set, "Offsets"), ElementsAre(1, 20));
 }
 
-TEST(Analogs, OffsetMayBeReal) {
+TEST(ReadAnalogs, OffsetMayBeReal) {
     auto file = one_channel({5, 6});
     file.more_parameters = [](parameter_writer& writer) {
         writer.reals(trial::analog, "OFFSET", {0.5F}, {1});
@@ -74,7 +74,7 @@ TEST(Analogs, OffsetMayBeReal) {
     EXPECT_THAT(c3d_test::read(file.bytes()).values(analogs_set), ElementsAre(4.5, 5.5));
 }
 
-TEST(Analogs, DifferenceBeyond16BitsDoesNotOverflow) {
+TEST(ReadAnalogs, DifferenceBeyond16BitsDoesNotOverflow) {
     auto file = one_channel({32767, -32768});
     file.storage = sample_storage::integer;
     file.more_parameters = [](parameter_writer& writer) {
@@ -83,7 +83,7 @@ TEST(Analogs, DifferenceBeyond16BitsDoesNotOverflow) {
     EXPECT_THAT(c3d_test::read(file.bytes()).values(analogs_set), ElementsAre(52767, -12768));
 }
 
-TEST(Analogs, UnsignedFormatMakesSamplesAndOffsetUnsigned) {
+TEST(ReadAnalogs, UnsignedFormatMakesSamplesAndOffsetUnsigned) {
     auto file = one_channel({36864, 100});
     file.storage = sample_storage::integer;
     file.more_parameters = [](parameter_writer& writer) {
@@ -96,7 +96,7 @@ TEST(Analogs, UnsignedFormatMakesSamplesAndOffsetUnsigned) {
     EXPECT_THAT(found.numbers(analogs_set, "Offsets"), ElementsAre(32768));
 }
 
-TEST(Analogs, IntegersAroundAnUnsignedMiddleAreUnsignedWithoutAFormat) {
+TEST(ReadAnalogs, IntegersAroundAnUnsignedMiddleAreUnsignedWithoutAFormat) {
     auto file = one_channel({32760, 32776});
     file.storage = sample_storage::integer;
     file.more_parameters = [](parameter_writer& writer) {
@@ -107,7 +107,7 @@ TEST(Analogs, IntegersAroundAnUnsignedMiddleAreUnsignedWithoutAFormat) {
     EXPECT_TRUE(found.warns_about("ANALOG:OFFSET of channel 1 is -32768"));
 }
 
-TEST(Analogs, RealsAroundAnUnsignedMiddleHaveAnUnsignedOffset) {
+TEST(ReadAnalogs, RealsAroundAnUnsignedMiddleHaveAnUnsignedOffset) {
     auto file = one_channel({32760, 32776});
     file.more_parameters = [](parameter_writer& writer) {
         writer.words(trial::analog, "OFFSET", {32768}, {1});
@@ -115,13 +115,13 @@ TEST(Analogs, RealsAroundAnUnsignedMiddleHaveAnUnsignedOffset) {
     EXPECT_THAT(c3d_test::read(file.bytes()).values(analogs_set), ElementsAre(-8, 8));
 }
 
-TEST(Analogs, MissingScalesAreOneAndMissingOffsetsZero) {
+TEST(ReadAnalogs, MissingScalesAreOneAndMissingOffsetsZero) {
     const auto found = c3d_test::read(two_channels().bytes());
     EXPECT_THAT(found.numbers(analogs_set, "Scales"), ElementsAre(1, 1));
     EXPECT_THAT(found.numbers(analogs_set, "Offsets"), ElementsAre(0, 0));
 }
 
-TEST(Analogs, ScaleOfZeroStaysAndIsNoted) {
+TEST(ReadAnalogs, ScaleOfZeroStaysAndIsNoted) {
     auto file = one_channel({5, 6});
     file.more_parameters = [](parameter_writer& writer) {
         writer.reals(trial::analog, "SCALE", {0}, {1});
@@ -131,7 +131,7 @@ TEST(Analogs, ScaleOfZeroStaysAndIsNoted) {
     EXPECT_TRUE(found.warns_about("the scale of an analog channel is 0"));
 }
 
-TEST(Analogs, GainCodesThatNobodyKnowsAreZero) {
+TEST(ReadAnalogs, GainCodesThatNobodyKnowsAreZero) {
     auto file = two_channels();
     file.analog_labels = {"A", "B", "C", "D"};
     file.samples_per_frame = 1;
@@ -144,7 +144,7 @@ TEST(Analogs, GainCodesThatNobodyKnowsAreZero) {
     EXPECT_THAT(found.numbers("Format/Metadata/ANALOG", "GAIN"), ElementsAre(5, 6, -1, 2));
 }
 
-TEST(Analogs, WithoutAGroupTheHeaderServes) {
+TEST(ReadAnalogs, WithoutAGroupTheHeaderServes) {
     auto file = two_channels();
     file.left_out = {"ANALOG", "ANALOG:USED", "ANALOG:RATE", "ANALOG:LABELS"};
     const auto found = c3d_test::read(file.bytes());
@@ -153,14 +153,14 @@ TEST(Analogs, WithoutAGroupTheHeaderServes) {
     EXPECT_THAT(found.numbers(analogs_set, "SampleRate"), ElementsAre(200.0));
 }
 
-TEST(Analogs, WithoutChannelsThereIsATimeBase) {
+TEST(ReadAnalogs, WithoutChannelsThereIsATimeBase) {
     const auto found = c3d_test::read(trial().bytes());
     EXPECT_THAT(found.shape(analogs_set), ElementsAre(1, 0, 2));
     EXPECT_THAT(found.numbers(analogs_set, "NumSamples"), ElementsAre(2));
     EXPECT_THAT(found.numbers(analogs_set, "SampleRate"), ElementsAre(100.0));
 }
 
-TEST(Analogs, WithoutPointsTheChannelsAreThere) {
+TEST(ReadAnalogs, WithoutPointsTheChannelsAreThere) {
     auto file = two_channels();
     file.labels.clear();
     file.left_out = {"POINT:LABELS"};
@@ -170,7 +170,7 @@ TEST(Analogs, WithoutPointsTheChannelsAreThere) {
     EXPECT_THAT(found.shape(c3d_test::points_set), ElementsAre(3, 0, 2));
 }
 
-TEST(Analogs, MoreThan255HaveTheirScales) {
+TEST(ReadAnalogs, MoreThan255HaveTheirScales) {
     trial file;
     file.samples = {{1, 2, 3, 0}};
     std::vector<std::string> labels;

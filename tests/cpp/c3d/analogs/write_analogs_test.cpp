@@ -38,7 +38,7 @@ strata::data_set channel_of(const strata::data_store& store, const std::string& 
     return store.root().retrieve_set("Format/Data/AnalogsExport/" + name);
 }
 
-TEST(ExportedAnalogs, ScaleAndOffsetOfTheChannelAreThoseOfTheFile) {
+TEST(WriteAnalogs, ScaleAndOffsetOfTheChannelAreThoseOfTheFile) {
     new_acquisition made(1, 50.0, 2);
     auto channel = made.add_analog("C", {1.0, -2.0});
     change_number(channel, "Scale", 0.5);
@@ -49,7 +49,7 @@ TEST(ExportedAnalogs, ScaleAndOffsetOfTheChannelAreThoseOfTheFile) {
     EXPECT_THAT(found.numbers(analog_parameters, "OFFSET"), ElementsAre(-10));
 }
 
-TEST(ExportedAnalogs, AnotherScaleChangesNoValue) {
+TEST(WriteAnalogs, AnotherScaleChangesNoValue) {
     const auto found = opened(one_channel([](auto& writer) {
                                   writer.reals(trial::analog, "SCALE", {0.25F}, {1});
                                   writer.reals(trial::analog, "GEN_SCALE", {2.0F});
@@ -61,7 +61,7 @@ TEST(ExportedAnalogs, AnotherScaleChangesNoValue) {
     EXPECT_THAT(again.numbers(analog_parameters, "GEN_SCALE"), ElementsAre(2.0));
 }
 
-TEST(ExportedAnalogs, ScaleThatLosesTheValuesIsWrittenAsOne) {
+TEST(WriteAnalogs, ScaleThatLosesTheValuesIsWrittenAsOne) {
     for (double scale :
          {0.0, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
         new_acquisition made(1, 50.0, 2);
@@ -74,7 +74,7 @@ TEST(ExportedAnalogs, ScaleThatLosesTheValuesIsWrittenAsOne) {
     }
 }
 
-TEST(ExportedAnalogs, ScaleOfZeroThatWasReadStays) {
+TEST(WriteAnalogs, ScaleOfZeroThatWasReadStays) {
     const auto found = opened(one_channel([](auto& writer) {
                                   writer.reals(trial::analog, "SCALE", {0.0F}, {1});
                               }).bytes());
@@ -85,7 +85,7 @@ TEST(ExportedAnalogs, ScaleOfZeroThatWasReadStays) {
     EXPECT_EQ(written.part(data, 12), c3d_test::hex("00 00 C8 42 00 00 DC 42 00 00 00 3F"));
 }
 
-TEST(ExportedAnalogs, GeneralScaleOfZeroIsWrittenAsOneWhenAValueNeedsIt) {
+TEST(WriteAnalogs, GeneralScaleOfZeroIsWrittenAsOneWhenAValueNeedsIt) {
     const auto found = opened(one_channel([](auto& writer) {
                                   writer.reals(trial::analog, "GEN_SCALE", {0.0F});
                               }).bytes());
@@ -99,7 +99,7 @@ TEST(ExportedAnalogs, GeneralScaleOfZeroIsWrittenAsOneWhenAValueNeedsIt) {
     EXPECT_THAT(again.numbers(analog_parameters, "GEN_SCALE"), ElementsAre(1.0));
 }
 
-TEST(ExportedAnalogs, ValuesBeyondRealsGetALargerScale) {
+TEST(WriteAnalogs, ValuesBeyondRealsGetALargerScale) {
     new_acquisition made(1, 50.0, 2);
     made.add_analog("C", {3.2e40, -1.0e40});
     const auto written = write(made.store);
@@ -110,7 +110,7 @@ TEST(ExportedAnalogs, ValuesBeyondRealsGetALargerScale) {
     EXPECT_TRUE(written.warns_about("too large for its scale 1"));
 }
 
-TEST(ExportedAnalogs, OffsetThatNoWordHoldsGoesIntoTheSamples) {
+TEST(WriteAnalogs, OffsetThatNoWordHoldsGoesIntoTheSamples) {
     for (double offset : {0.5, 70000.0, -40000.0}) {
         new_acquisition made(1, 50.0, 2);
         change_number(made.add_analog("C", {1.0, -2.0}), "Offset", offset);
@@ -122,7 +122,7 @@ TEST(ExportedAnalogs, OffsetThatNoWordHoldsGoesIntoTheSamples) {
     }
 }
 
-TEST(ExportedAnalogs, RealOffsetsOfAFileStayReal) {
+TEST(WriteAnalogs, RealOffsetsOfAFileStayReal) {
     const auto found = opened(one_channel([](auto& writer) {
                                   writer.reals(trial::analog, "OFFSET", {0.25F}, {1});
                               }).bytes());
@@ -132,7 +132,7 @@ TEST(ExportedAnalogs, RealOffsetsOfAFileStayReal) {
     EXPECT_THAT(again.values(analogs_set), ElementsAre(99.75, 109.75, 0.25));
 }
 
-TEST(ExportedAnalogs, OffsetsOfUnsignedWordsAreReadAgain) {
+TEST(WriteAnalogs, OffsetsOfUnsignedWordsAreReadAgain) {
     auto file = one_channel([](auto& writer) {
         writer.words(trial::analog, "OFFSET", {-28672}, {1}); // 36,864
         writer.text(trial::analog, "FORMAT", "UNSIGNED");
@@ -146,7 +146,7 @@ TEST(ExportedAnalogs, OffsetsOfUnsignedWordsAreReadAgain) {
     EXPECT_THAT(again.numbers(analog_parameters, "OFFSET"), ElementsAre(-28672));
 }
 
-TEST(ExportedAnalogs, GainCodesThatMeanNothingStay) {
+TEST(WriteAnalogs, GainCodesThatMeanNothingStay) {
     const auto found = opened(
         one_channel([](auto& writer) { writer.words(trial::analog, "GAIN", {77}, {1}); }).bytes());
     auto label = channel_of(found.store).retrieve_attribute("Label");
@@ -156,7 +156,7 @@ TEST(ExportedAnalogs, GainCodesThatMeanNothingStay) {
     EXPECT_THAT(again.texts(analog_parameters, "LABELS"), ElementsAre("renamed"));
 }
 
-TEST(ExportedAnalogs, AreCountedByTheirRatio) {
+TEST(WriteAnalogs, AreCountedByTheirRatio) {
     new_acquisition made(3, 50.0, 4);
     made.add_analog("A", std::vector<double>(12, 1.0));
     made.add_analog("B", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});

@@ -34,14 +34,14 @@ strata::data_group events_of(const reading& found) {
     return found.store.root().retrieve_group("Format/Events");
 }
 
-TEST(ExportedEvents, StayAsTheFileHasThem) {
+TEST(WriteEvents, StayAsTheFileHasThem) {
     const auto again = opened(write(opened(with_events().bytes()).store).bytes);
     EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
     EXPECT_THAT(again.store.root().retrieve_group(event_parameters).list_attributes_name(),
                 ElementsAre("USED", "CONTEXTS", "LABELS", "TIMES"));
 }
 
-TEST(ExportedEvents, AppendedOnesComeBehindInTheFilesOrder) {
+TEST(WriteEvents, AppendedOnesComeBehindInTheFilesOrder) {
     const auto found = opened(with_events().bytes());
     auto strikes = events_of(found).retrieve_set("LeftFoot Strike");
     const std::uint64_t extent = 3;
@@ -58,7 +58,7 @@ TEST(ExportedEvents, AppendedOnesComeBehindInTheFilesOrder) {
     EXPECT_THAT(again.numbers("Format/Events/LeftFoot Strike", "Icons"), ElementsAre(0));
 }
 
-TEST(ExportedEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
+TEST(WriteEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
     trial file;
     file.header_words = {{151, 1}, {153, 0}, {154, 0x3F80}, {199, 0x4852}, {200, 0x2053}};
     const auto found = opened(file.bytes());
@@ -78,7 +78,7 @@ TEST(ExportedEvents, LabelsTooLongForTheHeaderGoToTheGroup) {
     EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1));
 }
 
-TEST(ExportedEvents, NewAcquisitionsGetTheWholeGroup) {
+TEST(WriteEvents, NewAcquisitionsGetTheWholeGroup) {
     new_acquisition made(1, 50.0);
     made.add_event("Left", "Foot Strike", {0.1F, -70.5F});
     const auto found = opened(write(made.store).bytes);
@@ -92,7 +92,7 @@ TEST(ExportedEvents, NewAcquisitionsGetTheWholeGroup) {
     EXPECT_THAT(times, ElementsAre(0.1F, -70.5F));
 }
 
-TEST(ExportedEvents, ThatAreGoneLeaveEmptyLists) {
+TEST(WriteEvents, ThatAreGoneLeaveEmptyLists) {
     const auto found = opened(with_events().bytes());
     for (const auto* name : {"LeftFoot Strike", "RightFoot Off"})
         events_of(found).delete_set(name);
@@ -101,7 +101,7 @@ TEST(ExportedEvents, ThatAreGoneLeaveEmptyLists) {
     EXPECT_THAT(events_of(again).list_set_children_name(), IsEmpty());
 }
 
-TEST(ExportedEvents, ThatNobodyLookedForStay) {
+TEST(WriteEvents, ThatNobodyLookedForStay) {
     auto file = with_events();
     file.header_words = {{151, 1}, {153, 0},      {154, 0x3F80},
                          {189, 1}, {199, 0x4852}, {200, 0x2053}}; // "RHS " at 1 s
@@ -114,7 +114,7 @@ TEST(ExportedEvents, ThatNobodyLookedForStay) {
     EXPECT_THAT(again.numbers(event_parameters, "TIMES"), ElementsAre(0, 1.5, 1, 2.5, 0, 3.5));
 }
 
-TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {
+TEST(WriteEvents, HeaderKeepsThoseThatRemain) {
     trial file;
     file.header_words = {{151, 1}, {153, 0},      {154, 0x3F80},
                          {189, 1}, {199, 0x4852}, {200, 0x2053}}; // "RHS " at 1 s
@@ -131,7 +131,7 @@ TEST(ExportedEvents, HeaderKeepsThoseThatRemain) {
     EXPECT_THAT(events_of(opened(gone.bytes)).list_set_children_name(), IsEmpty());
 }
 
-TEST(ExportedEvents, IdsBeyondAWordAreRefused) {
+TEST(WriteEvents, IdsBeyondAWordAreRefused) {
     new_acquisition made(1, 50.0);
     auto set = made.add_event("Left", "Heel", {0.1F});
     schema::write_number(set, "Icons", std::int32_t{40000});

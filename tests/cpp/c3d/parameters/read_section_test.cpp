@@ -25,7 +25,7 @@ struct walked {
     c3d::section_records records;
 };
 
-TEST(ParameterSection, RecordsOfTheFormatGuideAreRead) {
+TEST(ReadSection, RecordsOfTheFormatGuideAreRead) {
     // Group POINT with a description, POINT:USED = 26 locked, an end mark.
     const walked found(hex("01 50 01 54"
                            "05 FF 50 4F 49 4E 54 05 00 02 33 44"
@@ -46,7 +46,7 @@ TEST(ParameterSection, RecordsOfTheFormatGuideAreRead) {
     EXPECT_TRUE(found.notes.texts().empty());
 }
 
-TEST(ParameterSection, DistanceZeroMarksTheLastRecordWhichCounts) {
+TEST(ReadSection, DistanceZeroMarksTheLastRecordWhichCounts) {
     parameter_writer writer;
     writer.group(1, "A").words(1, "X", {7}).with_next(0).raw(hex("01 01 42 07 00 02 00 05 00 00"));
     const walked found(writer);
@@ -54,7 +54,7 @@ TEST(ParameterSection, DistanceZeroMarksTheLastRecordWhichCounts) {
     EXPECT_EQ(found.records.parameters[0].number(0), 7.0);
 }
 
-TEST(ParameterSection, DistanceIsUnsigned) {
+TEST(ReadSection, DistanceIsUnsigned) {
     parameter_writer writer;
     writer.group(1, "A")
         .texts(1, "MANY", std::vector<std::string>(255, std::string(200, 'x')), 200)
@@ -65,7 +65,7 @@ TEST(ParameterSection, DistanceIsUnsigned) {
     EXPECT_EQ(found.records.parameters[1].number(0), 3.0);
 }
 
-TEST(ParameterSection, GapAfterARecordIsSkipped) {
+TEST(ReadSection, GapAfterARecordIsSkipped) {
     parameter_writer writer;
     writer.group(1, "A").words(1, "X", {7}).with_next(12).raw(hex("AA BB CC DD EE"));
     writer.words(1, "Y", {8});
@@ -74,7 +74,7 @@ TEST(ParameterSection, GapAfterARecordIsSkipped) {
     EXPECT_TRUE(found.notes.texts().empty());
 }
 
-TEST(ParameterSection, RecordThatReachesIntoTheNextIsCutThere) {
+TEST(ReadSection, RecordThatReachesIntoTheNextIsCutThere) {
     // Announces three words; the next record begins behind two.
     parameter_writer writer;
     writer.group(1, "A").record(1, "X", 2, {3}, hex("01 00 02 00 03 00")).with_next(8);
@@ -89,7 +89,7 @@ TEST(ParameterSection, RecordThatReachesIntoTheNextIsCutThere) {
     EXPECT_EQ(found.notes.texts().size(), 2U);
 }
 
-TEST(ParameterSection, WrongDistanceBeforeAGoodRecordIsMended) {
+TEST(ReadSection, WrongDistanceBeforeAGoodRecordIsMended) {
     parameter_writer writer;
     writer.group(1, "A").words(1, "X", {7}).with_next(300).words(1, "Y", {8});
     const walked found(writer);
@@ -97,7 +97,7 @@ TEST(ParameterSection, WrongDistanceBeforeAGoodRecordIsMended) {
     EXPECT_EQ(found.notes.texts().size(), 1U);
 }
 
-TEST(ParameterSection, ChainThatLeadsNowhereEndsThere) {
+TEST(ReadSection, ChainThatLeadsNowhereEndsThere) {
     parameter_writer writer;
     writer.group(1, "A").words(1, "X", {7}).with_next(9).raw(hex("01 02 03 04 05 06 07 08"));
     const walked found(writer);
@@ -106,7 +106,7 @@ TEST(ParameterSection, ChainThatLeadsNowhereEndsThere) {
     EXPECT_EQ(found.notes.texts().size(), 1U);
 }
 
-TEST(ParameterSection, RecordsMayFillTheSectionUpToTheData) {
+TEST(ReadSection, RecordsMayFillTheSectionUpToTheData) {
     parameter_writer writer;
     writer.group(1, "A").texts(1, "X", {"a", "b", "c", "d"}, 123); // 4 + 6 + 10 + 492 bytes
     auto bytes = writer.section();
@@ -117,7 +117,7 @@ TEST(ParameterSection, RecordsMayFillTheSectionUpToTheData) {
     EXPECT_FALSE(found.records.broken);
 }
 
-TEST(ParameterSection, GroupIdsThatCannotBeAreLeftOut) {
+TEST(ReadSection, GroupIdsThatCannotBeAreLeftOut) {
     parameter_writer writer;
     writer.group(128, "A").words(0, "X", {7}).words(3, "Y", {8});
     const walked found(writer);
@@ -127,7 +127,7 @@ TEST(ParameterSection, GroupIdsThatCannotBeAreLeftOut) {
     EXPECT_EQ(found.notes.texts().size(), 2U);
 }
 
-TEST(ParameterSection, UnknownElementTypeIsLeftOut) {
+TEST(ReadSection, UnknownElementTypeIsLeftOut) {
     parameter_writer writer;
     writer.record(1, "X", 3, {}, hex("00 00 00")).words(1, "Y", {8});
     const walked found(writer);
@@ -135,7 +135,7 @@ TEST(ParameterSection, UnknownElementTypeIsLeftOut) {
     EXPECT_EQ(found.records.parameters[0].name, "Y");
 }
 
-TEST(ParameterSection, SevenDimensionsAreKeptAndEightAreNot) {
+TEST(ReadSection, SevenDimensionsAreKeptAndEightAreNot) {
     parameter_writer writer;
     writer.words(1, "X", {5, 6}, {1, 1, 1, 2, 1, 1, 1});
     writer.words(1, "Z", {5, 6}, {1, 1, 1, 2, 1, 1, 1, 1}).words(1, "Y", {8});
@@ -146,7 +146,7 @@ TEST(ParameterSection, SevenDimensionsAreKeptAndEightAreNot) {
     EXPECT_EQ(found.records.parameters[1].name, "Y");
 }
 
-TEST(ParameterSection, TextWithoutDimensionsMayHaveNoCharacter) {
+TEST(ReadSection, TextWithoutDimensionsMayHaveNoCharacter) {
     parameter_writer writer;
     writer.record(1, "NONE", -1, {}, {}).record(1, "ONE", -1, {}, hex("66")).words(1, "Y", {8});
     const walked found(writer);
@@ -156,7 +156,7 @@ TEST(ParameterSection, TextWithoutDimensionsMayHaveNoCharacter) {
     EXPECT_TRUE(found.notes.texts().empty());
 }
 
-TEST(ParameterSection, SectionCutAtEveryLengthIsReadAsFarAsItGoes) {
+TEST(ReadSection, SectionCutAtEveryLengthIsReadAsFarAsItGoes) {
     parameter_writer writer;
     writer.group(1, "POINT", "points").words(1, "USED", {2});
     writer.texts(1, "LABELS", {"LASI", "RASI"}, 4).reals(1, "RATE", {100.0F});
@@ -174,7 +174,7 @@ TEST(ParameterSection, SectionCutAtEveryLengthIsReadAsFarAsItGoes) {
     EXPECT_EQ(most, 4U);
 }
 
-TEST(ParameterSection, EndlessRecordsAreBounded) {
+TEST(ReadSection, EndlessRecordsAreBounded) {
     byte_vector bytes = hex("01 50 FF 54");
     for (int i = 0; i < 40000; ++i)
         c3d_test::append(bytes, hex("01 FF 41 03 00 00"));

@@ -41,7 +41,7 @@ strata::data_set set_of(const reading& found, const std::string& path) {
     return found.store.root().retrieve_set("Format/Data/" + path);
 }
 
-TEST(ExportedParameters, OthersKeepTypeWidthLockAndDescription) {
+TEST(WriteMetadata, OthersKeepTypeWidthLockAndDescription) {
     auto file = points_of({"A"});
     file.more_parameters = [](parameter_writer& writer) {
         writer.group(9, "Mine", "a description");
@@ -75,7 +75,7 @@ TEST(ExportedParameters, OthersKeepTypeWidthLockAndDescription) {
     EXPECT_EQ(after.numbers("Format/Header/Groups", "Id").at(static_cast<std::size_t>(mine)), 9);
 }
 
-TEST(ExportedParameters, IntegersOfAnyWidthBecomeWordsWhereTheyFit) {
+TEST(WriteMetadata, IntegersOfAnyWidthBecomeWordsWhereTheyFit) {
     new_acquisition made(1, 50.0);
     auto mine = made.group("Format/Metadata").create_group("MINE");
     schema::write_number(mine, "FITS", std::int32_t{-32768});
@@ -88,7 +88,7 @@ TEST(ExportedParameters, IntegersOfAnyWidthBecomeWordsWhereTheyFit) {
     EXPECT_THAT(found.numbers("Format/Metadata/MINE", "DOUBLE"), ElementsAre(0.5));
 }
 
-TEST(ExportedParameters, TextsOfOneByteACharacterGetTheirBytesBack) {
+TEST(WriteMetadata, TextsOfOneByteACharacterGetTheirBytesBack) {
     auto file = points_of({"A"});
     file.more_parameters = [](parameter_writer& writer) {
         writer.record(trial::point, "SQUARE", -1, {5}, c3d_test::hex("6D 6D 2F 73 B2"));
@@ -101,7 +101,7 @@ TEST(ExportedParameters, TextsOfOneByteACharacterGetTheirBytesBack) {
               written.bytes.end());
 }
 
-TEST(ExportedParameters, AttributesOfTheMetadataThemselvesAreNone) {
+TEST(WriteMetadata, AttributesOfTheMetadataThemselvesAreNone) {
     const auto found = opened(points_of({"A"}).bytes());
     auto metadata = found.store.root().retrieve_group("Format/Metadata");
     schema::write_text(metadata, "DeviceType", "Metadata");
@@ -110,7 +110,7 @@ TEST(ExportedParameters, AttributesOfTheMetadataThemselvesAreNone) {
         again.store.root().retrieve_group("Format/Metadata").exists_attribute("DeviceType"));
 }
 
-TEST(ExportedParameters, ListsOfKindsThatBecameEmptyGo) {
+TEST(WriteMetadata, ListsOfKindsThatBecameEmptyGo) {
     auto file = points_of({"Knee", "LASI"});
     file.more_parameters = [](parameter_writer& writer) {
         writer.texts(trial::point, "ANGLES", {"Knee"}, 8);
@@ -123,7 +123,7 @@ TEST(ExportedParameters, ListsOfKindsThatBecameEmptyGo) {
     EXPECT_THAT(again.texts("Format/Data/Points", "Labels"), ElementsAre("LASI"));
 }
 
-TEST(ExportedParameters, EntriesOfListsThatNeverMeantAPointStay) {
+TEST(WriteMetadata, EntriesOfListsThatNeverMeantAPointStay) {
     auto file = points_of({"Knee", "LASI"});
     file.more_parameters = [](parameter_writer& writer) {
         writer.texts(trial::point, "ANGLES", {"Gone", "Knee"}, 8);
@@ -132,7 +132,7 @@ TEST(ExportedParameters, EntriesOfListsThatNeverMeantAPointStay) {
     EXPECT_THAT(again.texts(point_parameters, "ANGLES"), ElementsAre("Gone", "Knee"));
 }
 
-TEST(ExportedParameters, AppendedKindsGetTheirListAndUnit) {
+TEST(WriteMetadata, AppendedKindsGetTheirListAndUnit) {
     new_acquisition made(1, 50.0);
     made.add_point("Markers", "LASI", {1, 2, 3});
     made.add_point("Angles", "Knee", {1, 2, 3});
@@ -142,7 +142,7 @@ TEST(ExportedParameters, AppendedKindsGetTheirListAndUnit) {
     EXPECT_THAT(found.texts(point_parameters, "UNITS"), ElementsAre("mm"));
 }
 
-TEST(ExportedParameters, ShortListsAreFilledWhenAPointIsAppended) {
+TEST(WriteMetadata, ShortListsAreFilledWhenAPointIsAppended) {
     auto file = points_of({"A", "B"});
     file.more_parameters = [](parameter_writer& writer) {
         writer.texts(trial::point, "DESCRIPTIONS", {"of A"}, 8);
@@ -157,7 +157,7 @@ TEST(ExportedParameters, ShortListsAreFilledWhenAPointIsAppended) {
                 ElementsAre("of A", "", ""));
 }
 
-TEST(ExportedParameters, LabelsTellKindsApart) {
+TEST(WriteMetadata, LabelsTellKindsApart) {
     new_acquisition made(1, 50.0);
     made.add_point("Markers", "Knee", {1, 2, 3});
     made.add_point("Angles", "Knee", {4, 5, 6});
@@ -169,12 +169,12 @@ TEST(ExportedParameters, LabelsTellKindsApart) {
                                     "kind 'marker' is written as 'Knee_2'"));
 }
 
-TEST(ExportedParameters, EqualLabelsOfOneKindStayEqual) {
+TEST(WriteMetadata, EqualLabelsOfOneKindStayEqual) {
     const auto again = written_again(opened(points_of({"A", "A"}).bytes()));
     EXPECT_THAT(again.texts("Format/Data/Points", "Labels"), ElementsAre("A", "A"));
 }
 
-TEST(ExportedParameters, UnitsThatDifferBecomeTheFirst) {
+TEST(WriteMetadata, UnitsThatDifferBecomeTheFirst) {
     new_acquisition made(1, 50.0);
     made.add_point("Markers", "A", {1, 2, 3});
     auto second = made.add_point("Markers", "B", {1, 2, 3});
@@ -186,7 +186,7 @@ TEST(ExportedParameters, UnitsThatDifferBecomeTheFirst) {
     EXPECT_TRUE(written.warns_about("points of the kind 'marker' have the units 'm' and 'cm'"));
 }
 
-TEST(ExportedParameters, PlatformsFollowTheirChannels) {
+TEST(WriteMetadata, PlatformsFollowTheirChannels) {
     auto file = points_of({"LASI"});
     file.analog_labels = {"Fx", "Fy", "Fz"};
     file.analogs = {1, 2, 3};

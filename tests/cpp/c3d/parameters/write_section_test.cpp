@@ -32,13 +32,13 @@ std::string refusal(const parameter_tree& tree) {
     return "";
 }
 
-TEST(SectionBytes, WithoutParametersIsAHead) {
+TEST(WriteSection, WithoutParametersIsAHead) {
     const auto bytes = section_bytes({}, {});
     EXPECT_EQ(bytes.size(), 512U);
     EXPECT_EQ(first_bytes(bytes, 8), hex("01 50 01 54 00 00 00 00"));
 }
 
-TEST(SectionBytes, AreThoseOfTheFormat) {
+TEST(WriteSection, AreThoseOfTheFormat) {
     parameter_tree tree;
     auto& point = add_group(tree, "POINT");
     auto& used = point.reach("USED");
@@ -63,18 +63,18 @@ TEST(SectionBytes, AreThoseOfTheFormat) {
     EXPECT_EQ(first_bytes(section_bytes(tree, {}), expected.size()), expected);
 }
 
-TEST(SectionBytes, HoldDescriptions) {
+TEST(WriteSection, HoldDescriptions) {
     parameter_tree tree;
     add_group(tree, "POINT").description = "3D";
     EXPECT_EQ(first_bytes(section_bytes(tree, {}), 16),
               hex("01 50 01 54 05 FF 50 4F 49 4E 54 00 00 02 33 44"));
 }
 
-TEST(SectionBytes, KeepTheMarkOfTheFileThatWasRead) {
+TEST(WriteSection, KeepTheMarkOfTheFileThatWasRead) {
     EXPECT_EQ(first_bytes(section_bytes({}, {0, 0}), 4), hex("00 00 01 54"));
 }
 
-TEST(SectionBytes, EndInFourZeros) {
+TEST(WriteSection, EndInFourZeros) {
     for (std::size_t length = 470; length < 500; ++length) {
         parameter_tree tree;
         auto& group = add_group(tree, "G");
@@ -87,7 +87,7 @@ TEST(SectionBytes, EndInFourZeros) {
     }
 }
 
-TEST(SectionBytes, TakeAtMost255Blocks) {
+TEST(WriteSection, TakeAtMost255Blocks) {
     parameter_tree tree;
     auto& group = add_group(tree, "BIG");
     for (int i = 0; i < 2; ++i) {
@@ -99,7 +99,7 @@ TEST(SectionBytes, TakeAtMost255Blocks) {
     EXPECT_EQ(refusal(tree), "the parameters take 256 blocks of 512 bytes; a C3D file holds 255");
 }
 
-TEST(SectionBytes, TextsCanBeNarrowed) {
+TEST(WriteSection, TextsCanBeNarrowed) {
     parameter_tree tree;
     const std::array<std::string, 2> texts = {"ab", "c"};
     c3d::set_texts(add_group(tree, "G").reach("T"), {"G", "T"}, texts,
@@ -109,7 +109,7 @@ TEST(SectionBytes, TextsCanBeNarrowed) {
               hex("01 50 01 54 01 FF 47 03 00 00 01 01 54 00 00 FF 02 02 02 61 62 63 20 00 00"));
 }
 
-TEST(SectionBytes, AreAsManyAsTheBlocksThatAreForetold) {
+TEST(WriteSection, AreAsManyAsTheBlocksThatAreForetold) {
     parameter_tree tree;
     auto& group = add_group(tree, "GROUP");
     group.description = "described";
@@ -121,7 +121,7 @@ TEST(SectionBytes, AreAsManyAsTheBlocksThatAreForetold) {
     }
 }
 
-TEST(SectionBytes, RefuseAParameterThatIsTooLarge) {
+TEST(WriteSection, RefuseAParameterThatIsTooLarge) {
     parameter_tree tree;
     c3d::set_words(add_group(tree, "BIG").reach("X"), std::vector<std::int64_t>(40000, 0),
                    {200, 200});
@@ -129,7 +129,7 @@ TEST(SectionBytes, RefuseAParameterThatIsTooLarge) {
                              "for one");
 }
 
-TEST(SectionBytes, RefuseALongName) {
+TEST(WriteSection, RefuseALongName) {
     parameter_tree tree;
     const std::string name(128, 'N');
     c3d::set_words(add_group(tree, "G").reach(name), std::array<std::int64_t, 1>{0}, {});
@@ -137,13 +137,13 @@ TEST(SectionBytes, RefuseALongName) {
               "the name of the parameter G:" + name + " has 128 bytes; a C3D file holds 127");
 }
 
-TEST(SectionBytes, RefuseALongDescription) {
+TEST(WriteSection, RefuseALongDescription) {
     parameter_tree tree;
     add_group(tree, "G").description = std::string(256, 'd');
     EXPECT_EQ(refusal(tree), "the description of the group G has 256 bytes; a C3D file holds 255");
 }
 
-TEST(SectionBytes, RefuseANameThatNoReaderFinds) {
+TEST(WriteSection, RefuseANameThatNoReaderFinds) {
     parameter_tree tree;
     c3d::set_words(add_group(tree, "G").reach(" "), std::array<std::int64_t, 1>{0}, {});
     EXPECT_EQ(refusal(tree), "the parameter G:  has a name that no C3D file can hold: empty, or "

@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(Processors, PointsOfEveryProcessor,
                          testing::Values(number_format::intel, number_format::dec,
                                          number_format::mips));
 
-TEST(Points, ManyBlocksOfFramesAreOneSeries) {
+TEST(ReadPoints, ManyBlocksOfFramesAreOneSeries) {
     trial file;
     file.labels = {"A", "B", "C"};
     file.samples.clear();
@@ -64,7 +64,7 @@ TEST(Points, ManyBlocksOfFramesAreOneSeries) {
     EXPECT_EQ(found.row(points_set, 1, 2).back(), 2.0);
 }
 
-TEST(Points, LabelsAreVerbatimAndNamesDistinct) {
+TEST(ReadPoints, LabelsAreVerbatimAndNamesDistinct) {
     trial file;
     file.labels = {"L/R", "A", "A", ""};
     file.samples.assign(4, {1, 2, 3, 0});
@@ -73,7 +73,7 @@ TEST(Points, LabelsAreVerbatimAndNamesDistinct) {
     EXPECT_THAT(found.texts(points_set, "SetNames"), ElementsAre("L_R", "A", "A_2", "unamed_3"));
 }
 
-TEST(Points, MissingLabelsAreEmpty) {
+TEST(ReadPoints, MissingLabelsAreEmpty) {
     trial file;
     file.labels = {"A", "B"};
     file.samples.assign(2, {1, 2, 3, 0});
@@ -85,7 +85,7 @@ TEST(Points, MissingLabelsAreEmpty) {
     EXPECT_THAT(found.texts(points_set, "SetNames"), ElementsAre("A", "unamed_1"));
 }
 
-TEST(Points, TypesUnitsAndDescriptionsFollowTheirLabels) {
+TEST(ReadPoints, TypesUnitsAndDescriptionsFollowTheirLabels) {
     trial file;
     file.labels = {"LASI", "LKnee"};
     file.samples.assign(2, {1, 2, 3, 0});
@@ -100,7 +100,7 @@ TEST(Points, TypesUnitsAndDescriptionsFollowTheirLabels) {
     EXPECT_THAT(found.texts(points_set, "Descriptions"), ElementsAre("Left ASIS", ""));
 }
 
-TEST(Points, MoreThan255HaveTheirLabels) {
+TEST(ReadPoints, MoreThan255HaveTheirLabels) {
     trial file;
     file.labels.clear();
     for (int i = 0; i < 600; ++i)
@@ -117,13 +117,13 @@ TEST(Points, MoreThan255HaveTheirLabels) {
     EXPECT_EQ(found.texts(points_set, "Labels"), all);
 }
 
-TEST(Points, StartTimeIsThatOfTheFirstStoredFrame) {
+TEST(ReadPoints, StartTimeIsThatOfTheFirstStoredFrame) {
     trial file;
     file.first_frame = 33;
     EXPECT_THAT(c3d_test::read(file.bytes()).numbers(points_set, "StartTime"), ElementsAre(0.32));
 }
 
-TEST(Points, WithoutARateTimeIsUnknown) {
+TEST(ReadPoints, WithoutARateTimeIsUnknown) {
     trial file;
     file.rate = 0.0F;
     file.first_frame = 33;
@@ -133,7 +133,7 @@ TEST(Points, WithoutARateTimeIsUnknown) {
     EXPECT_TRUE(found.warns_about("neither POINT:RATE nor the header tell the frame rate"));
 }
 
-TEST(Points, LatinLabelsAreReadable) {
+TEST(ReadPoints, LatinLabelsAreReadable) {
     trial file;
     file.labels = {"M\xFCller"};
     EXPECT_THAT(c3d_test::read(file.bytes()).texts(points_set, "Labels"),

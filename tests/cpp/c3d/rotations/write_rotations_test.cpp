@@ -57,7 +57,7 @@ byte_vector file_with_rotations() {
     return bytes;
 }
 
-TEST(ExportedRotations, ComeBehindTheSamples) {
+TEST(WriteRotations, ComeBehindTheSamples) {
     const auto written = write(opened(file_with_rotations()).store);
     ASSERT_TRUE(written.status) << written.status.message("");
     const auto begin = written.bytes.size() - 512;
@@ -68,7 +68,7 @@ TEST(ExportedRotations, ComeBehindTheSamples) {
     EXPECT_THAT(found.texts(rotations_set, "Labels"), ElementsAre("Pelvis"));
 }
 
-TEST(ExportedRotations, FollowTheFrames) {
+TEST(WriteRotations, FollowTheFrames) {
     const auto found = opened(file_with_rotations());
     for (const auto* name : {"Markers", "Angles", "Forces", "Moments", "Powers"}) {
         auto group = found.store.root().retrieve_group(std::string("Format/Data/") + name);
@@ -91,7 +91,7 @@ TEST(ExportedRotations, FollowTheFrames) {
     EXPECT_EQ(again.row(rotations_set, 3, 0).at(1), 103.0);
 }
 
-TEST(ExportedRotations, ThatTheFileLacksAreNotMadeUp) {
+TEST(WriteRotations, ThatTheFileLacksAreNotMadeUp) {
     auto bytes = file_with_rotations();
     bytes.resize(3 * 512 + 68); // the first row
     const auto written = write(opened(bytes).store);
@@ -102,7 +102,7 @@ TEST(ExportedRotations, ThatTheFileLacksAreNotMadeUp) {
     EXPECT_THAT(opened(written.bytes).shape(rotations_set), ElementsAre(17, 1, 1));
 }
 
-TEST(ExportedRotations, ThatAreNotThereAreNotAnnounced) {
+TEST(WriteRotations, ThatAreNotThereAreNotAnnounced) {
     const auto found = opened(with_rotations(4).bytes());
     const auto again = opened(write(found.store).bytes);
     EXPECT_THAT(again.numbers("Format/Metadata/ROTATION", "USED"), ElementsAre(0));

@@ -14,7 +14,7 @@
 
 namespace {
 
-using c3d::kernel_set;
+using c3d::decoder;
 using c3d::number_format;
 using c3d::residual_rule;
 using c3d::sample_storage;
@@ -31,7 +31,7 @@ struct decoded_point {
     bool found = false;
 };
 
-decoded_point decode(const kernel_set& kernels, const byte_vector& bytes, std::size_t frames,
+decoded_point decode(const decoder& kernels, const byte_vector& bytes, std::size_t frames,
                      residual_rule rule = residual_rule::decides) {
     decoded_point result{std::vector<float>(3 * frames), std::vector<float>(frames), false};
     const c3d::point_target target{result.coordinates.data(), result.residuals.data()};
@@ -53,16 +53,16 @@ byte_vector number(const kind& kind, float value) {
 
 std::size_t number_bytes(const kind& kind) { return kind.storage == sample_storage::real ? 4 : 2; }
 
-class FrameKernels : public testing::TestWithParam<kind> {
+class DecodeKernels : public testing::TestWithParam<kind> {
   protected:
-    [[nodiscard]] std::vector<kernel_set> both() const {
+    [[nodiscard]] std::vector<decoder> both() const {
         const auto [format, storage] = GetParam();
-        return {c3d::kernels_for(format, storage, word_sign::with),
-                c3d::kernels_of<c3d::portable_lanes>(format, storage, word_sign::with)};
+        return {c3d::decoder_for(format, storage, word_sign::with),
+                c3d::decoder_of<c3d::portable_lanes>(format, storage, word_sign::with)};
     }
 };
 
-TEST_P(FrameKernels, PointsAreTransposedWhateverTheNumberOfFrames) {
+TEST_P(DecodeKernels, PointsAreTransposedWhateverTheNumberOfFrames) {
     for (const auto& kernels : both()) {
         for (int frames = 1; frames <= 9; ++frames) {
             byte_vector bytes;
@@ -85,7 +85,7 @@ TEST_P(FrameKernels, PointsAreTransposedWhateverTheNumberOfFrames) {
     }
 }
 
-TEST_P(FrameKernels, NegativeFourthWordMakesASampleInvalid) {
+TEST_P(DecodeKernels, NegativeFourthWordMakesASampleInvalid) {
     for (const auto& kernels : both()) {
         byte_vector bytes;
         for (float value : {1.0F, 2.0F, 3.0F, -1.0F})
@@ -98,7 +98,7 @@ TEST_P(FrameKernels, NegativeFourthWordMakesASampleInvalid) {
     }
 }
 
-TEST_P(FrameKernels, IgnoredFourthWordsLeaveCoordinatesAndNoResidual) {
+TEST_P(DecodeKernels, IgnoredFourthWordsLeaveCoordinatesAndNoResidual) {
     for (const auto& kernels : both()) {
         byte_vector bytes;
         for (float value : {0.0F, 2.0F, 0.0F, -1.0F})
@@ -110,7 +110,7 @@ TEST_P(FrameKernels, IgnoredFourthWordsLeaveCoordinatesAndNoResidual) {
     }
 }
 
-TEST_P(FrameKernels, IgnoredFourthWordsDoNotMakeZerosCoordinates) {
+TEST_P(DecodeKernels, IgnoredFourthWordsDoNotMakeZerosCoordinates) {
     for (const auto& kernels : both()) {
         byte_vector bytes;
         for (float value : {0.0F, 0.0F, 0.0F, -1.0F})
@@ -119,7 +119,7 @@ TEST_P(FrameKernels, IgnoredFourthWordsDoNotMakeZerosCoordinates) {
     }
 }
 
-TEST_P(FrameKernels, IgnoredFourthWordsStillTellWhatWasNotSeen) {
+TEST_P(DecodeKernels, IgnoredFourthWordsStillTellWhatWasNotSeen) {
     for (const auto& kernels : both()) {
         byte_vector bytes;
         for (float value : {0.0F, 0.0F, 0.0F, -1.0F, 0.0F, 0.0F, 0.0F, 7.0F, 0.0F, 1.0F, 0.0F,
@@ -137,7 +137,7 @@ TEST_P(FrameKernels, IgnoredFourthWordsStillTellWhatWasNotSeen) {
     }
 }
 
-TEST_P(FrameKernels, ColumnsAreTransposedWhateverTheirNumber) {
+TEST_P(DecodeKernels, ColumnsAreTransposedWhateverTheirNumber) {
     for (const auto& kernels : both()) {
         for (std::size_t columns = 1; columns <= 9; ++columns) {
             for (std::size_t rows : {1U, 3U, 4U, 6U, 131U}) {
@@ -162,7 +162,7 @@ TEST_P(FrameKernels, ColumnsAreTransposedWhateverTheirNumber) {
     }
 }
 
-TEST_P(FrameKernels, BothSetsOfLanesGiveTheSameBits) {
+TEST_P(DecodeKernels, BothSetsOfLanesGiveTheSameBits) {
     std::mt19937 random(7);
     constexpr std::size_t frames = 4096;
     byte_vector bytes(frames * 4 * number_bytes(GetParam()));
@@ -181,7 +181,7 @@ TEST_P(FrameKernels, BothSetsOfLanesGiveTheSameBits) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, FrameKernels,
+INSTANTIATE_TEST_SUITE_P(Kinds, DecodeKernels,
                          testing::Values(kind{number_format::intel, sample_storage::real},
                                          kind{number_format::dec, sample_storage::real},
                                          kind{number_format::mips, sample_storage::real},
@@ -199,8 +199,8 @@ class RealResiduals : public testing::TestWithParam<residual_case> {};
 
 TEST_P(RealResiduals, DecideOnTheSample) {
     for (const auto& kernels :
-         {c3d::kernels_for(number_format::intel, sample_storage::real, word_sign::with),
-          c3d::kernels_of<c3d::portable_lanes>(number_format::intel, sample_storage::real,
+         {c3d::decoder_for(number_format::intel, sample_storage::real, word_sign::with),
+          c3d::decoder_of<c3d::portable_lanes>(number_format::intel, sample_storage::real,
                                                word_sign::with)}) {
         auto bytes = c3d_test::hex("00 00 80 3F 00 00 80 3F 00 00 80 3F");
         append(bytes, c3d_test::hex(GetParam().bytes));
@@ -227,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(Words, RealResiduals,
 
 TEST(RealCoordinates, InfinityAndNaNMakeASampleInvalid) {
     const auto kernels =
-        c3d::kernels_for(number_format::intel, sample_storage::real, word_sign::with);
+        c3d::decoder_for(number_format::intel, sample_storage::real, word_sign::with);
     for (const auto* bad : {"00 00 80 7F", "00 00 80 FF", "00 00 C0 7F"}) {
         for (std::size_t at = 0; at < 3; ++at) {
             byte_vector bytes(16);
@@ -242,14 +242,14 @@ TEST(RealCoordinates, InfinityAndNaNMakeASampleInvalid) {
 
 TEST(RealCoordinates, LargestNumbersAreValid) {
     const auto kernels =
-        c3d::kernels_for(number_format::intel, sample_storage::real, word_sign::with);
+        c3d::decoder_for(number_format::intel, sample_storage::real, word_sign::with);
     const auto bytes = c3d_test::hex("FF FF 7F 7F FF FF 7F 7F FF FF 7F 7F 00 00 00 00");
     EXPECT_TRUE(decode(kernels, bytes, 1).found);
 }
 
 TEST(UnsignedWords, HaveNoSignInAnalogColumnsOnly) {
     for (auto format : {number_format::intel, number_format::mips}) {
-        const auto kernels = c3d::kernels_for(format, sample_storage::integer, word_sign::without);
+        const auto kernels = c3d::decoder_for(format, sample_storage::integer, word_sign::without);
         const auto bytes = c3d_test::word(format, 0x9000);
         const std::byte* row = bytes.data();
         float value = 0;

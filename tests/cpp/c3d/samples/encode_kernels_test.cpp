@@ -21,7 +21,7 @@ using c3d_test::real;
 constexpr auto nan = std::numeric_limits<float>::quiet_NaN();
 constexpr auto infinity = std::numeric_limits<float>::infinity();
 
-class Encoder : public testing::TestWithParam<bool> {
+class EncodeKernels : public testing::TestWithParam<bool> {
   protected:
     [[nodiscard]] static encoder tested() {
         return GetParam() ? c3d::encoder_for_processor() : c3d::encoder_of<c3d::portable_lanes>();
@@ -41,25 +41,25 @@ byte_vector one_point(const encoder& tested, float x, float y, float z, float wo
     return bytes;
 }
 
-TEST_P(Encoder, WritesRecordsOfFourReals) {
+TEST_P(EncodeKernels, WritesRecordsOfFourReals) {
     EXPECT_EQ(one_point(tested(), 100.5F, -20.25F, 950.0F, 773.0F),
               c3d_test::hex("00 00 C9 42 00 00 A2 C1 00 80 6D 44 00 40 41 44"));
 }
 
-TEST_P(Encoder, WritesInvalidSamplesAsTheFormatAsks) {
+TEST_P(EncodeKernels, WritesInvalidSamplesAsTheFormatAsks) {
     const auto invalid = c3d_test::hex("00 00 00 00 00 00 00 00 00 00 00 00 00 00 80 BF");
     EXPECT_EQ(one_point(tested(), nan, 1.0F, 2.0F, 5.0F), invalid);
     EXPECT_EQ(one_point(tested(), 1.0F, infinity, 2.0F, 5.0F), invalid);
     EXPECT_EQ(one_point(tested(), 1.0F, 2.0F, -nan, -1.0F), invalid);
 }
 
-TEST_P(Encoder, GivesValidSamplesAFourthWordOfAValidOne) {
+TEST_P(EncodeKernels, GivesValidSamplesAFourthWordOfAValidOne) {
     for (float word : {-1.0F, nan, 32768.0F, infinity})
         EXPECT_EQ(one_point(tested(), 1.0F, 2.0F, 3.0F, word), reals({1, 2, 3, 0})) << word;
     EXPECT_EQ(one_point(tested(), 1.0F, 2.0F, 3.0F, 0.84F), reals({1, 2, 3, 0.84F}));
 }
 
-TEST_P(Encoder, WritesAnyNumberOfFramesAndNothingElse) {
+TEST_P(EncodeKernels, WritesAnyNumberOfFramesAndNothingElse) {
     for (std::size_t frames = 0; frames < 11; ++frames) {
         std::vector<float> x(frames);
         std::vector<float> y(frames);
@@ -83,7 +83,7 @@ TEST_P(Encoder, WritesAnyNumberOfFramesAndNothingElse) {
     }
 }
 
-TEST_P(Encoder, WritesAnyNumberOfColumnsAndRows) {
+TEST_P(EncodeKernels, WritesAnyNumberOfColumnsAndRows) {
     for (std::size_t count = 1; count <= 4; ++count) {
         for (std::size_t rows = 0; rows < 10; ++rows) {
             std::vector<std::vector<float>> columns(4, std::vector<float>(rows));
@@ -110,6 +110,6 @@ TEST_P(Encoder, WritesAnyNumberOfColumnsAndRows) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(AllLanes, Encoder, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(AllLanes, EncodeKernels, testing::Bool());
 
 } // namespace
