@@ -4,7 +4,7 @@
 
 #include <strata/data_attribute.hpp>
 
-#include "plugins/c3d/parameters/parameter_records_read.hpp"
+#include "plugins/c3d/parameters/kept_records.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 
 namespace c3d {

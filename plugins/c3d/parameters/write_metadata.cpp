@@ -14,7 +14,7 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/parameters/parameter_records_read.hpp"
+#include "plugins/c3d/parameters/kept_records.hpp"
 #include "plugins/c3d/parameters/stored_attribute.hpp"
 
 namespace c3d {
