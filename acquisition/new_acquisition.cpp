@@ -7,10 +7,10 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
 #include "acquisition/time_base/set_sampling.hpp"
 #include "schema/names.hpp"
+#include "schema/point_kind_table.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -42,8 +42,8 @@ strata::data_store empty_acquisition() {
     write_or_create(header, schema::attribute::analog_values_per_frame, std::int32_t{0});
     auto events = root.create_group(schema::events);
     create_text(events, schema::attribute::device_type, schema::device::event_to_export);
-    for (const auto& type : point_types)
-        create_device_group(data, std::string(type.group_name), schema::device::mocap);
+    for (const auto& kind : schema::point_kind_table)
+        create_device_group(data, std::string(kind.group_name), schema::device::mocap);
     create_device_group(data, schema::name::analogs_export, schema::device::emg);
     create_text(metadata, schema::attribute::device_type, schema::device::metadata);
     return acquisition;
@@ -61,8 +61,8 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
     auto acquisition = empty_acquisition();
     auto root = acquisition.root();
     std::vector<group_extent> extents;
-    for (const auto& type : point_types)
-        extents.push_back({retrieve_group(root, type.path), wide(frames)});
+    for (const auto& kind : schema::point_kind_table)
+        extents.push_back({retrieve_group(root, kind.path), wide(frames)});
     resize_device_groups(extents);
     sampling::set_analog_samples_per_frame(acquisition, ratio);
     auto markers = retrieve_group(root, schema::markers);

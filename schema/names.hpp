@@ -17,8 +17,12 @@ inline constexpr char analogs[] = "Format/Data/Analogs"; ///< raw set of a file'
 inline constexpr char analogs_export[] =
     "Format/Data/AnalogsExport"; ///< device group of the analog channels
 inline constexpr char rotations[] = "Format/Data/Rotations"; ///< raw set of a file's rotations
-inline constexpr char markers[] = "Format/Data/Markers";
+// A group a kind of points.
 inline constexpr char angles[] = "Format/Data/Angles";
+inline constexpr char forces[] = "Format/Data/Forces";
+inline constexpr char markers[] = "Format/Data/Markers";
+inline constexpr char moments[] = "Format/Data/Moments";
+inline constexpr char powers[] = "Format/Data/Powers";
 inline constexpr char skeleton[] = "Format/Data/Skeleton";
 inline constexpr char segments[] = "Format/Data/Skeleton/Segments"; ///< a group a segment
 inline constexpr char force_plates[] = "Devices/ForcePlate";        ///< a group FP<i> a platform
@@ -29,7 +33,10 @@ inline constexpr char points[] = "Points";
 inline constexpr char analogs[] = "Analogs";
 inline constexpr char analogs_export[] = "AnalogsExport";
 inline constexpr char angles[] = "Angles";
+inline constexpr char forces[] = "Forces";
 inline constexpr char markers[] = "Markers";
+inline constexpr char moments[] = "Moments";
+inline constexpr char powers[] = "Powers";
 inline constexpr char metadata[] = "Metadata";       ///< below `format`
 inline constexpr char segment_rotations[] = "T_SCS"; ///< set of a segment's group
 inline constexpr char wrench_at_origin[] = "W_HO";   ///< sets of a platform's group

@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 #include <strata/data_store.hpp>
 
-#include "acquisition/channels/point_types.hpp"
 #include "schema/channel_names.hpp"
 #include "schema/names.hpp"
+#include "schema/point_kind_table.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -37,8 +37,8 @@ std::uint64_t samples_of(const strata::data_group& group) {
 
 std::vector<strata::data_group> point_groups(const strata::data_group& root) {
     std::vector<strata::data_group> groups;
-    for (const auto& type : point_types)
-        groups.push_back(retrieve_group(root, type.path));
+    for (const auto& kind : schema::point_kind_table)
+        groups.push_back(retrieve_group(root, kind.path));
     return groups;
 }
 

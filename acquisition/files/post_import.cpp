@@ -9,9 +9,9 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
-#include "acquisition/channels/point_types.hpp"
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
+#include "schema/point_kind_table.hpp"
 #include "schema/split_record.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
@@ -62,9 +62,9 @@ void describe_points(const strata::data_group& root, const strata::data_group& g
     }
 }
 
-void create_point_group_without_channels(strata::data_group root, const point_type& type,
+void create_point_group_without_channels(strata::data_group root, const schema::point_kind& kind,
                                          const strata::data_set& points) {
-    auto group = retrieve_or_create_group(root, type.path);
+    auto group = retrieve_or_create_group(root, kind.path);
     for (const char* name :
          {attribute::start_time, attribute::num_samples, attribute::sample_rate}) {
         if (points.exists_attribute(name))
@@ -87,26 +87,26 @@ bool evaluate_or_log(const strata::data_group& root, std::string_view what,
     return static_cast<bool>(status);
 }
 
-/// Makes the group of a type and in it the sets of its points, which have these labels. False when
+/// Makes the group of a kind and in it the sets of its points, which have these labels. False when
 /// the points stay without sets.
-bool split_points_of_type(strata::data_group root, const point_type& type,
+bool split_points_of_kind(strata::data_group root, const schema::point_kind& kind,
                           const strata::data_set& points, const std::vector<std::string>& labels) {
     const anvil::json parameters = {{"callable_unit", split_unit},
                                     {"SourceSet", schema::points},
                                     {"LabelsFilter", labels},
-                                    {"DestinationGroup", type.path},
+                                    {"DestinationGroup", kind.path},
                                     {"SourceAttributesSplit",
                                      {{"Units", attribute::unit},
                                       {"Types", attribute::metric_type},
                                       {"Labels", attribute::label},
                                       {"Descriptions", attribute::description}}}};
-    const auto what = fmt::format("the points of '{}'", type.path);
+    const auto what = fmt::format("the points of '{}'", kind.path);
     const bool done = labels.empty() || evaluate_or_log(root, what, parameters);
-    if (labels.empty() || !root.exists_group(type.path)) {
-        create_point_group_without_channels(root, type, points);
+    if (labels.empty() || !root.exists_group(kind.path)) {
+        create_point_group_without_channels(root, kind, points);
         return done;
     }
-    auto group = root.retrieve_group(type.path);
+    auto group = root.retrieve_group(kind.path);
     write_or_create(group, attribute::device_type, std::string(schema::device::mocap));
     describe_points(root, group);
     return done;
@@ -119,10 +119,10 @@ void split_points(const strata::data_group& root) {
         throw_runtime_error(fmt::format("The importer gave no set '{}'", schema::points));
     std::uint64_t known = 0;
     std::uint64_t split = 0;
-    for (const auto& type : point_types) {
-        const auto labels = labels_of_type(points, type.word);
+    for (const auto& kind : schema::point_kind_table) {
+        const auto labels = labels_of_type(points, kind.word);
         known += labels.size();
-        if (split_points_of_type(root, type, points, labels))
+        if (split_points_of_kind(root, kind, points, labels))
             split += labels.size();
     }
     if (const auto all = schema::raw_channels(points); known < all)

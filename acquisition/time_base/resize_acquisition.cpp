@@ -9,12 +9,12 @@
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
 #include "acquisition/time_base/resize_rotations.hpp"
 #include "acquisition/time_base/sample_agreement.hpp"
 #include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
+#include "schema/point_kind_table.hpp"
 #include "store/path_helpers.hpp"
 #include "store/typed_access.hpp"
 
@@ -65,7 +65,8 @@ bool awaits_channels(const strata::data_group& root, std::string_view path) {
 /// The frames come from nothing that a point group holds or that has its frames.
 bool awaits_points(const strata::data_group& root) {
     return std::ranges::all_of(
-               point_types, [&](const auto& type) { return awaits_channels(root, type.path); }) &&
+               schema::point_kind_table,
+               [&](const auto& kind) { return awaits_channels(root, kind.path); }) &&
            !has_rotations(root);
 }
 

@@ -7,9 +7,9 @@
 #include <strata/access/set_count.hpp>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
 #include "acquisition/time_base/sampling.hpp"
 #include "schema/names.hpp"
+#include "schema/point_kind_table.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
@@ -19,17 +19,17 @@ namespace {
 
 /// Frames that the point channels have. A change of rate leaves them until their values are set.
 std::uint64_t frames_of_points(const strata::data_group& root) {
-    for (const auto& type : point_types) {
-        if (root.exists_group(type.path))
-            return samples_of(root.retrieve_group(type.path));
+    for (const auto& kind : schema::point_kind_table) {
+        if (root.exists_group(kind.path))
+            return samples_of(root.retrieve_group(kind.path));
     }
     return 0;
 }
 
 bool has_points(const strata::data_group& root) {
-    return std::ranges::any_of(point_types, [&](const auto& type) {
-        return root.exists_group(type.path) &&
-               strata::set_count(root.retrieve_group(type.path)) != 0;
+    return std::ranges::any_of(schema::point_kind_table, [&](const auto& kind) {
+        return root.exists_group(kind.path) &&
+               strata::set_count(root.retrieve_group(kind.path)) != 0;
     });
 }
 

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "acquisition/channels/point_types.hpp"
 #include "schema/names.hpp"
+#include "schema/point_kind_table.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
@@ -34,10 +34,10 @@ std::optional<strata::data_set> find_set(const strata::data_group& group, Matche
 template <typename Key, typename Find>
 strata::data_set find_point(const strata::data_group& data, const Key& key,
                             strata::data_group& holder, Find&& find) {
-    for (const auto& type : point_types) {
-        if (!data.exists_group(type.group_name))
-            throw_no_such_group(type.path);
-        auto group = data.retrieve_group(type.group_name);
+    for (const auto& kind : schema::point_kind_table) {
+        if (!data.exists_group(kind.group_name))
+            throw_no_such_group(kind.path);
+        auto group = data.retrieve_group(kind.group_name);
         if (auto set = find(group, key)) {
             holder = group;
             return *set;

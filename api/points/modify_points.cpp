@@ -7,7 +7,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "acquisition/time_base/resize_acquisition.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/channel_numbering.hpp"
@@ -68,11 +68,11 @@ outputs<2> set_text(const strata::data_store& acquisition, const Key& key, const
 template <typename Key>
 outputs<2> set_type(const strata::data_store& acquisition, const Key& key,
                     const std::string& type_word) {
-    const auto& type = point_type_of_word(type_word);
+    const auto& kind = point_kind_of_word(type_word);
     auto [set, holder] = find(acquisition, key);
-    auto target = retrieve_group(acquisition.root(), type.path);
+    auto target = retrieve_group(acquisition.root(), kind.path);
     require_point_groups(acquisition);
-    if (holder.name() != type.group_name) {
+    if (holder.name() != kind.group_name) {
         const auto name = set.name();
         if (target.exists_set(name))
             throw_channel_exists(name);
@@ -87,9 +87,9 @@ outputs<2> set_type(const strata::data_store& acquisition, const Key& key,
 
 outputs<2> append(strata::data_store acquisition, const std::string& type_word,
                   const std::string& label, PyObject* matrix) {
-    const auto& type = point_type_of_word(type_word);
+    const auto& kind = point_kind_of_word(type_word);
     const auto array = as_array(matrix);
-    const auto group = retrieve_group(acquisition.root(), type.path);
+    const auto group = retrieve_group(acquisition.root(), kind.path);
     const auto values = checked_matrix(array, samples_of(group), 1, 3);
     const auto index = channel_count(point_groups(acquisition.root()));
     const auto name = label.empty() ? unused_channel_names(group).next(index) : label;
@@ -109,8 +109,8 @@ outputs<2> remove_by_label(strata::data_store acquisition, const std::string& la
 }
 
 void clear(strata::data_store acquisition) {
-    for (const auto& type : point_types)
-        delete_sets(retrieve_group(acquisition.root(), type.path));
+    for (const auto& kind : schema::point_kind_table)
+        delete_sets(retrieve_group(acquisition.root(), kind.path));
     resize_channels_to_come(acquisition);
 }
 
@@ -145,8 +145,8 @@ outputs<2> set_type_by_label(strata::data_store acquisition, const std::string& 
 
 void set_unit(strata::data_store acquisition, const std::string& type_word,
               const std::string& unit) {
-    const auto& type = point_type_of_word(type_word);
-    for (const auto& set : sets_of(retrieve_group(acquisition.root(), type.path)))
+    const auto& kind = point_kind_of_word(type_word);
+    for (const auto& set : sets_of(retrieve_group(acquisition.root(), kind.path)))
         write_or_create(set, attribute::unit, unit);
 }
 

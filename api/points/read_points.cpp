@@ -7,7 +7,7 @@
 
 #include <strata/access/set_count.hpp>
 
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "api/channels/channel_info.hpp"
 #include "api/channels/channel_lookup.hpp"
 #include "api/channels/values_matrix.hpp"
@@ -26,19 +26,19 @@ namespace {
 // A point is stored as components × 1 × frames: squeezed and transposed it is frames × components.
 constexpr array_form frames_by_components{.transpose = true, .squeeze = true};
 
-const point_type& type_of(std::string_view group_name) {
-    return *find_point_type_of_group(group_name);
+const schema::point_kind& kind_of(std::string_view group_name) {
+    return *find_point_kind_of_group(group_name);
 }
 
 std::vector<strata::data_set> sets_of_type(const strata::data_store& acquisition,
                                            std::string_view group_name) {
-    return sets_of(retrieve_group(acquisition.root(), type_of(group_name).path));
+    return sets_of(retrieve_group(acquisition.root(), kind_of(group_name).path));
 }
 
 std::vector<strata::data_set> all_sets(const strata::data_store& acquisition) {
     std::vector<strata::data_set> sets;
-    for (const auto& type : point_types) {
-        auto of_type = sets_of(retrieve_group(acquisition.root(), type.path));
+    for (const auto& kind : schema::point_kind_table) {
+        auto of_type = sets_of(retrieve_group(acquisition.root(), kind.path));
         sets.insert(sets.end(), std::make_move_iterator(of_type.begin()),
                     std::make_move_iterator(of_type.end()));
     }
@@ -59,7 +59,7 @@ outputs<2> read_type(const strata::data_store& acquisition, std::string_view gro
     if (!sets.empty()) {
         set_item(info.get(), "frequency",
                  required_attribute(sets.front().set, attribute::sample_rate));
-        set_item(info.get(), "units", units_of(sets, type_of(group_name).tag));
+        set_item(info.get(), "units", units_of(sets, kind_of(group_name).tag));
     }
     return {std::move(values), std::move(info)};
 }
@@ -137,18 +137,18 @@ py_ref all_values(strata::data_store acquisition) { return values_matrix(all_set
 
 std::string unit(strata::data_store acquisition, const std::string& group_name) {
     // Kept: "Markers", where the setter takes "marker".
-    const auto* type = find_point_type_of_group(group_name);
-    if (!type)
+    const auto* kind = find_point_kind_of_group(group_name);
+    if (!kind)
         return {};
-    const auto sets = sets_of_type(acquisition, type->group_name);
+    const auto sets = sets_of_type(acquisition, kind->group_name);
     return sets.empty() ? std::string()
                         : read<std::string>(sets.front().retrieve_attribute(attribute::unit));
 }
 
 double number(strata::data_store acquisition) {
     std::size_t count = 0;
-    for (const auto& type : point_types)
-        count += strata::set_count(retrieve_group(acquisition.root(), type.path));
+    for (const auto& kind : schema::point_kind_table)
+        count += strata::set_count(retrieve_group(acquisition.root(), kind.path));
     return static_cast<double>(count);
 }
 

@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "acquisition/time_base/resize_acquisition.hpp"
 #include "acquisition/time_base/sampling.hpp"
 #include "api/channels/channel_lookup.hpp"
@@ -30,7 +30,7 @@ constexpr std::uint64_t components = 3;
 void set_group_values(const strata::data_store& acquisition, std::string_view word,
                       PyObject* matrix) {
     const auto array = as_array(matrix);
-    const auto group = retrieve_group(acquisition.root(), point_type_of_word(word).path);
+    const auto group = retrieve_group(acquisition.root(), point_kind_of_word(word).path);
     auto sets = sets_of(group);
     const auto values = checked_matrix(array, samples_of(group), sets.size(), components);
     write_channels_in_order(in_index_order(std::move(sets)), values, components);

@@ -1,7 +1,6 @@
 #include "plugins/c3d/points/point_columns.hpp"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
@@ -9,15 +8,13 @@
 
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
-#include "plugins/c3d/points/point_kind_table.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
 
 namespace {
 
-/// Kinds in the order of their groups' names.
-constexpr std::array<std::size_t, point_kind_table.size()> kinds_by_group_name = {1, 2, 0, 3, 4};
+using schema::point_kind;
 
 struct indexed_point {
     std::int64_t index = 0;
@@ -26,15 +23,14 @@ struct indexed_point {
 
 std::vector<indexed_point> listed_points(const strata::data_group& data) {
     std::vector<indexed_point> points;
-    for (auto kind : kinds_by_group_name) {
-        const auto& group_name = point_kind_table[kind].group;
-        if (!data.exists_group(group_name))
+    for (const auto& kind : schema::point_kind_table) {
+        if (!data.exists_group(kind.group_name))
             continue;
-        const auto group = data.retrieve_group(group_name);
+        const auto group = data.retrieve_group(kind.group_name);
         for (const auto& name : group.list_set_children_name()) {
             point_column column;
             column.set = group.retrieve_set(name);
-            column.kind = kind;
+            column.kind = &kind;
             column.listed = points.size();
             column.label = label_of(column.set);
             column.unit = known_unit_of(column.set);
@@ -54,7 +50,7 @@ class label_kinds {
     }
 
     /// True when the label means points of this kind from now on.
-    bool claim(const std::string& label, std::size_t kind) {
+    bool claim(const std::string& label, const point_kind* kind) {
         return kinds_.emplace(label, kind).first->second == kind;
     }
 
@@ -69,7 +65,7 @@ class label_kinds {
 
   private:
     std::unordered_set<std::string> all_;
-    std::unordered_map<std::string, std::size_t> kinds_;
+    std::unordered_map<std::string, const point_kind*> kinds_;
 };
 
 void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
@@ -80,17 +76,17 @@ void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes)
             labels.claim(column.label, column.kind);
     }
     for (auto& [index, column] : points) {
-        if (column.label.empty() && column.kind != marker_kind) {
+        if (column.label.empty() && column.kind != &schema::marker_kind) {
             column.label = column.set.name();
             notes.add("a point of the kind '{}' has no label; it is written as '{}'",
-                      point_kind_table[column.kind].type, column.label);
+                      column.kind->word, column.label);
         }
         if (column.label.empty() || labels.claim(column.label, column.kind))
             continue;
         auto label = labels.distinct(column.label);
         notes.add("points of different kinds have the label '{}'; that of the kind '{}' is written "
                   "as '{}'",
-                  column.label, point_kind_table[column.kind].type, label);
+                  column.label, column.kind->word, label);
         column.label = std::move(label);
         labels.claim(column.label, column.kind);
     }
@@ -111,10 +107,10 @@ std::vector<point_column> point_columns(const strata::data_group& data, warnings
 }
 
 point_time_base time_base_of(const strata::data_group& data) {
-    for (const auto& kind : point_kind_table) {
-        if (!data.exists_group(kind.group))
+    for (const auto* kind : schema::point_kinds_in_files) {
+        if (!data.exists_group(kind->group_name))
             continue;
-        const auto group = data.retrieve_group(kind.group);
+        const auto group = data.retrieve_group(kind->group_name);
         const auto number = [&](const char* name) {
             return schema::read_number<double>(group.retrieve_attribute(name)).value_or(0.0);
         };

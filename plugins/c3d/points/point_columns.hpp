@@ -9,13 +9,14 @@
 #include <strata/data_set.hpp>
 
 #include "plugins/c3d/bytes/warnings.hpp"
+#include "schema/point_kind_table.hpp"
 
 namespace c3d {
 
 /// A point that is going to be written.
 struct point_column {
     strata::data_set set;
-    std::size_t kind = 0;   ///< index in point_kind_table
+    const schema::point_kind* kind = &schema::marker_kind;
     std::size_t listed = 0; ///< place among all points as the store lists them
     std::string label;      ///< as the file gets it
     std::string unit;       ///< empty where it is "Unknown"

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "plugins/c3d/parameters/channel_entries.hpp"
-#include "plugins/c3d/points/point_kind_table.hpp"
 
 namespace c3d {
 
@@ -25,38 +24,36 @@ bool all_equal(const std::vector<std::string>& texts) {
 } // namespace
 
 point_kinds::point_kinds(const parameter_table& parameters) {
-    for (std::size_t i = 0; i < point_kind_table.size(); ++i) {
-        const auto& [type, group, labels, unit, usual_unit] = point_kind_table[i];
-        auto units = channel_entries(parameters, "POINT", unit).all_texts();
-        unit_by_kind_.push_back(first_or(units, usual_unit));
-        if (i == marker_kind) {
+    for (const auto& kind : schema::point_kind_table) {
+        auto units = channel_entries(parameters, "POINT", kind.unit_parameter).all_texts();
+        unit_by_kind_.emplace(&kind, first_or(units, kind.usual_unit));
+        if (&kind == &schema::marker_kind) {
             if (units.size() > 1 && !all_equal(units))
                 unit_by_point_ = std::move(units);
             continue;
         }
-        for (auto& label : channel_entries(parameters, "POINT", labels).all_texts()) {
+        for (auto& label : channel_entries(parameters, "POINT", kind.list_parameter).all_texts()) {
             if (!label.empty())
-                kind_by_label_.emplace(std::move(label), i);
+                kind_by_label_.emplace(std::move(label), &kind);
         }
     }
 }
 
-std::size_t point_kinds::kind_of(const std::string& label) const {
+const schema::point_kind& point_kinds::kind_of(const std::string& label) const {
     const auto found = kind_by_label_.find(label);
-    return found == kind_by_label_.end() ? marker_kind : found->second;
+    return found == kind_by_label_.end() ? schema::marker_kind : *found->second;
 }
 
 std::string_view point_kinds::type_of(const std::string& label) const {
-    return point_kind_table[kind_of(label)].type;
+    return kind_of(label).word;
 }
 
 const std::string& point_kinds::unit_of(std::uint64_t point, const std::string& label) const {
-    const auto kind = kind_of(label);
     const auto index = static_cast<std::size_t>(point);
     // A unit for every point says more than one for its kind.
     if (index < unit_by_point_.size() && !unit_by_point_[index].empty())
         return unit_by_point_[index];
-    return unit_by_kind_[kind];
+    return unit_by_kind_.at(&kind_of(label));
 }
 
 } // namespace c3d

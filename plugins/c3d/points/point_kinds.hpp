@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "plugins/c3d/parameters/parameter_table.hpp"
+#include "schema/point_kind_table.hpp"
 
 namespace c3d {
 
@@ -23,10 +24,10 @@ class point_kinds {
     [[nodiscard]] const std::string& unit_of(std::uint64_t point, const std::string& label) const;
 
   private:
-    [[nodiscard]] std::size_t kind_of(const std::string& label) const;
+    [[nodiscard]] const schema::point_kind& kind_of(const std::string& label) const;
 
-    std::unordered_map<std::string, std::size_t> kind_by_label_;
-    std::vector<std::string> unit_by_kind_;
+    std::unordered_map<std::string, const schema::point_kind*> kind_by_label_;
+    std::unordered_map<const schema::point_kind*, std::string> unit_by_kind_;
     std::vector<std::string> unit_by_point_; // where the file has one for each; else empty
 };
 

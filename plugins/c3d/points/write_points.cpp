@@ -11,12 +11,16 @@
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
-#include "plugins/c3d/points/point_kind_table.hpp"
 #include "plugins/c3d/points/point_kinds.hpp"
+#include "schema/point_kind_table.hpp"
 
 namespace c3d {
 
 namespace {
+
+using schema::marker_kind;
+using schema::point_kind;
+using schema::point_kind_table;
 
 constexpr std::size_t least_label_width = 4;
 constexpr std::size_t unit_width = 4;
@@ -36,24 +40,23 @@ class kind_lists {
     /// True when a reader finds every point's kind, and no entry means a point that is gone.
     [[nodiscard]] bool are_told_by(const parameter_table& table) const {
         const point_kinds kinds(table);
-        const bool told = std::all_of(points_.begin(), points_.end(), [&](const auto& point) {
-            return kinds.type_of(point.label) == point_kind_table[point.kind].type;
+        const bool told = std::ranges::all_of(points_, [&](const auto& point) {
+            return kinds.type_of(point.label) == point.kind->word;
         });
-        return told &&
-               std::none_of(point_kind_table.begin(), point_kind_table.end(), [&](const auto& row) {
-                   const auto entries = channel_entries(table, "POINT", row.labels).all_texts();
-                   return std::any_of(entries.begin(), entries.end(),
-                                      [&](const auto& entry) { return means_former(entry); });
+        return told && std::ranges::none_of(point_kind_table, [&](const auto& kind) {
+                   const channel_entries list(table, "POINT", kind.list_parameter);
+                   return std::ranges::any_of(
+                       list.all_texts(), [&](const auto& entry) { return means_former(entry); });
                });
     }
 
     /// The entries of `former` that still hold or never meant a point, in their order, and the
     /// points that it does not have yet.
-    [[nodiscard]] std::vector<std::string> entries(std::size_t kind,
+    [[nodiscard]] std::vector<std::string> entries(const point_kind& kind,
                                                    const std::vector<std::string>& former) const {
         label_set missing;
         for (const auto& point : points_) {
-            if (point.kind == kind)
+            if (point.kind == &kind)
                 missing.insert(point.label);
         }
         const auto members = missing;
@@ -65,7 +68,7 @@ class kind_lists {
             missing.erase(entry);
         }
         for (const auto& point : points_) {
-            if (point.kind == kind && missing.erase(point.label) != 0)
+            if (point.kind == &kind && missing.erase(point.label) != 0)
                 entries.push_back(point.label);
         }
         return entries;
@@ -90,10 +93,10 @@ void put_kinds(parameter_tree& tree, std::span<const point_column> points,
     if (lists.are_told_by(tree.as_table()))
         return;
     auto& group = tree.reach("POINT");
-    for (std::size_t kind = 0; kind < point_kind_table.size(); ++kind) {
-        if (kind == marker_kind)
+    for (const auto& kind : point_kind_table) {
+        const auto name = kind.list_parameter;
+        if (name.empty())
             continue;
-        const auto name = point_kind_table[kind].labels;
         const auto former = channel_entries(tree.as_table(), "POINT", name).all_texts();
         const auto entries = lists.entries(kind, former);
         if (entries == former)
@@ -102,30 +105,29 @@ void put_kinds(parameter_tree& tree, std::span<const point_column> points,
             remove_list(group, name);
             continue;
         }
-        const auto& row = point_kind_table[kind];
-        if (!group.find(name) && !group.find(row.unit))
-            put_text(group, row.unit, std::string(row.usual_unit), unit_width);
+        if (!group.find(name) && !group.find(kind.unit_parameter))
+            put_text(group, kind.unit_parameter, std::string(kind.usual_unit), unit_width);
         put_texts(group, name, entries, least_label_width);
     }
 }
 
 /// The unit of a kind: the first known one in the order of the store, in which points that became
 /// one of the kind come behind.
-std::string unit_of(std::span<const point_column> points, std::size_t kind, warnings& notes) {
+std::string unit_of(std::span<const point_column> points, const point_kind& kind, warnings& notes) {
     const point_column* first = nullptr;
     for (const auto& point : points) {
-        const bool is_candidate = point.kind == kind && !point.unit.empty();
+        const bool is_candidate = point.kind == &kind && !point.unit.empty();
         if (is_candidate && (!first || point.listed < first->listed))
             first = &point;
     }
     if (!first)
         return {};
     for (const auto& point : points) {
-        if (point.kind != kind || point.unit.empty() || point.unit == first->unit)
+        if (point.kind != &kind || point.unit.empty() || point.unit == first->unit)
             continue;
         notes.add("points of the kind '{}' have the units '{}' and '{}'; a C3D file has one, the "
                   "first is written",
-                  point_kind_table[kind].type, first->unit, point.unit);
+                  kind.word, first->unit, point.unit);
     }
     return first->unit;
 }
@@ -160,15 +162,15 @@ void put_units_by_point(written_group& group, std::span<const point_column> poin
 void put_units(parameter_tree& tree, std::span<const point_column> points, warnings& notes) {
     auto& group = tree.reach("POINT");
     if (!group.find("UNITS"))
-        put_text(group, "UNITS", std::string(point_kind_table[marker_kind].usual_unit), unit_width);
+        put_text(group, "UNITS", std::string(marker_kind.usual_unit), unit_width);
     if (units_are_told(tree.as_table(), points))
         return;
     if (has_unit_by_point(tree.as_table()))
         return put_units_by_point(group, points, tree.as_table());
-    for (std::size_t kind = 0; kind < point_kind_table.size(); ++kind) {
-        const auto unit = unit_of(points, kind, notes);
+    for (const auto* kind : schema::point_kinds_in_files) {
+        const auto unit = unit_of(points, *kind, notes);
         if (!unit.empty())
-            put_text(group, point_kind_table[kind].unit, unit, unit_width);
+            put_text(group, kind->unit_parameter, unit, unit_width);
     }
 }
 

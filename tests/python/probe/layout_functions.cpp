@@ -6,7 +6,7 @@
 #include <strata/data_store.hpp>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
 #include "module/function_row.hpp"
 #include "tests/python/probe/functions.hpp"
@@ -41,7 +41,7 @@ void resize_group(strata::data_store store, const std::string& group, int sample
 }
 
 std::string group_of_point_type(const std::string& word) {
-    return std::string(point_type_of_word(word).group_name);
+    return std::string(point_kind_of_word(word).group_name);
 }
 
 } // namespace

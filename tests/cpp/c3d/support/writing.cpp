@@ -9,7 +9,7 @@
 
 #include "plugins/c3d/events/events_detect.hpp"
 #include "plugins/c3d/exporter.hpp"
-#include "plugins/c3d/points/point_kind_table.hpp"
+#include "schema/point_kind_table.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/split_record.hpp"
 #include "schema/write_attribute.hpp"
@@ -53,14 +53,15 @@ strata::data_group group_like(strata::data_group data, const std::string& name,
 
 void split_points(strata::data_group data) {
     const auto source = data.retrieve_set("Points");
-    for (const auto& kind : c3d::point_kind_table)
-        group_like(data, std::string(kind.group), source);
+    for (const auto& kind : schema::point_kind_table)
+        group_like(data, std::string(kind.group_name), source);
     const auto types = schema::read_texts(source.retrieve_attribute("Types"));
     const auto names = schema::read_texts(source.retrieve_attribute("SetNames"));
     for (std::size_t i = 0; i < types.size(); ++i) {
-        const auto* kind = std::find_if(c3d::point_kind_table.begin(), c3d::point_kind_table.end(),
-                                        [&](const auto& row) { return row.type == types[i]; });
-        auto set = share(source, i, data.retrieve_group(kind->group), names[i]);
+        const auto* kind =
+            std::find_if(schema::point_kind_table.begin(), schema::point_kind_table.end(),
+                         [&](const auto& row) { return row.word == types[i]; });
+        auto set = share(source, i, data.retrieve_group(kind->group_name), names[i]);
         strata::create_row_attribute(set, "Residuals",
                                      strata::share_row(source.retrieve_attribute("Residuals"), i));
     }
@@ -138,9 +139,9 @@ reading opened(byte_vector bytes) {
 
 new_acquisition::new_acquisition(std::int64_t frames, double rate, int ratio) : frames_(frames) {
     auto root = store.root();
-    for (const auto& kind : c3d::point_kind_table) {
-        describe_group(root.create_group("Format/Data/" + std::string(kind.group)), frames, rate,
-                       0.0);
+    for (const auto& kind : schema::point_kind_table) {
+        describe_group(root.create_group("Format/Data/" + std::string(kind.group_name)), frames,
+                       rate, 0.0);
     }
     describe_group(root.create_group("Format/Data/AnalogsExport"), frames * ratio, rate * ratio,
                    0.0);
