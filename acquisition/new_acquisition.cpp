@@ -34,7 +34,7 @@ strata::data_store empty_acquisition() {
     auto data = root.create_group(schema::data);
     auto metadata = root.create_group(schema::metadata);
     auto analog_parameters = root.create_group(schema::metadata_analog);
-    write_or_create(analog_parameters, schema::attribute::bits,
+    write_or_create(analog_parameters, schema::parameter::bits,
                     std::int32_t{schema::default_analog_resolution});
     auto header = root.create_group(schema::header);
     write_or_create(header, schema::attribute::analog_samples_per_frame, std::int32_t{0});

@@ -71,7 +71,7 @@ strata::data_set make_channel(const strata::data_group& group, const std::string
     create_text(set, attribute::description, description);
     write_or_create(set, attribute::relative_set_index, index);
     create_text(set, attribute::label, label);
-    create_text(set, attribute::unit, "Unknown");
+    create_text(set, attribute::unit, schema::unknown_unit);
     write_or_create(set, attribute::sample_rate,
                     read<double>(group.retrieve_attribute(attribute::sample_rate)));
     write_or_create(set, attribute::start_time,
@@ -85,7 +85,7 @@ strata::data_set make_analog_channel(const strata::data_group& group, const std:
     write_or_create(set, attribute::gain, std::int32_t{0});
     write_or_create(set, attribute::offset, 0.0F);
     write_or_create(set, attribute::scale, 1.0F);
-    create_text(set, attribute::metric_type, "Analog");
+    create_text(set, attribute::metric_type, schema::analog_type);
     return set;
 }
 

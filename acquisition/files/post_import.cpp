@@ -49,7 +49,7 @@ std::vector<std::string> labels_of_type(const strata::data_set& points, std::str
 /// Writes the file's description of each point, by the point's column; empty beyond the list.
 void describe_points(const strata::data_group& root, const strata::data_group& group) {
     const auto descriptions =
-        schema::read_parameter_list(root, schema::metadata_point, attribute::descriptions);
+        schema::read_parameter_list(root, schema::metadata_point, schema::parameter::descriptions);
     if (!descriptions)
         return;
     for (const auto& set : sets_of(group)) {
@@ -96,10 +96,10 @@ bool split_points_of_kind(strata::data_group root, const schema::point_kind& kin
                                     {"LabelsFilter", labels},
                                     {"DestinationGroup", kind.path},
                                     {"SourceAttributesSplit",
-                                     {{"Units", attribute::unit},
-                                      {"Types", attribute::metric_type},
-                                      {"Labels", attribute::label},
-                                      {"Descriptions", attribute::description}}}};
+                                     {{attribute::units, attribute::unit},
+                                      {attribute::types, attribute::metric_type},
+                                      {attribute::labels, attribute::label},
+                                      {attribute::descriptions, attribute::description}}}};
     const auto what = fmt::format("the points of '{}'", kind.path);
     const bool done = labels.empty() || evaluate_or_log(root, what, parameters);
     if (labels.empty() || !root.exists_group(kind.path)) {
@@ -136,13 +136,13 @@ void split_analogs(const strata::data_group& root) {
                                        {"SourceSet", schema::analogs},
                                        {"DestinationGroup", schema::analogs_export},
                                        {"SourceAttributesSplit",
-                                        {{"Units", attribute::unit},
-                                         {"Gain", attribute::gain},
-                                         {"Scales", attribute::scale},
-                                         {"Offsets", attribute::offset},
-                                         {"Descriptions", attribute::description},
-                                         {"Labels", attribute::label},
-                                         {"Types", attribute::metric_type}}}});
+                                        {{attribute::units, attribute::unit},
+                                         {attribute::gain, attribute::gain},
+                                         {attribute::scales, attribute::scale},
+                                         {attribute::offsets, attribute::offset},
+                                         {attribute::descriptions, attribute::description},
+                                         {attribute::labels, attribute::label},
+                                         {attribute::types, attribute::metric_type}}}});
     if (root.exists_set(schema::analogs)) {
         const auto channels = root.retrieve_set(schema::analogs);
         schema::record_split(channels, done ? schema::raw_channels(channels) : 0);

@@ -13,7 +13,7 @@ namespace {
 strata::data_attribute rate_parameter(const strata::data_group& root, const char* path) {
     if (!root.exists_group(path))
         return {};
-    return root.retrieve_group(path).retrieve_attribute(schema::attribute::rate);
+    return root.retrieve_group(path).retrieve_attribute(schema::parameter::rate);
 }
 
 bool is_single(const strata::data_attribute& parameter) {
@@ -49,8 +49,8 @@ void tell_rate(const strata::data_group& root, const char* path, double rate) {
         return;
     const auto shape = is_single(parameter) ? parameter.shape() : strata::data_shape(false);
     auto group = root.retrieve_group(path);
-    group.delete_attribute(schema::attribute::rate);
-    write(group.create_attribute(schema::attribute::rate, shape, strata::data_type::float32), rate);
+    group.delete_attribute(schema::parameter::rate);
+    write(group.create_attribute(schema::parameter::rate, shape, strata::data_type::float32), rate);
 }
 
 } // namespace mox

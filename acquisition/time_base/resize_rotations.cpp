@@ -39,7 +39,7 @@ strata::data_set raw_rotations(const strata::data_group& root) {
 /// Samples of each frame.
 std::uint64_t ratio_of(const strata::data_group& root) {
     const auto raw = raw_rotations(root);
-    return raw ? read<std::uint64_t>(raw.retrieve_attribute("Ratio"), 1) : 1;
+    return raw ? read<std::uint64_t>(raw.retrieve_attribute(schema::attribute::ratio), 1) : 1;
 }
 
 void resize_samples(strata::data_set set, std::uint64_t samples) {

@@ -55,7 +55,7 @@ double analog_samples_per_frame(strata::data_store acquisition) {
 
 double analog_resolution(strata::data_store acquisition) {
     const auto group = retrieve_group(acquisition.root(), schema::metadata_analog);
-    return read<double>(group.retrieve_attribute(attribute::bits),
+    return read<double>(group.retrieve_attribute(schema::parameter::bits),
                         schema::default_analog_resolution);
 }
 

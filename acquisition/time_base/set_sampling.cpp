@@ -192,8 +192,8 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
 void set_analog_resolution(strata::data_store acquisition, int bits) {
     if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
         throw_runtime_error("Invalid analog resolution.");
-    write_or_create(retrieve_group(acquisition.root(), schema::metadata_analog), attribute::bits,
-                    std::int32_t{bits});
+    write_or_create(retrieve_group(acquisition.root(), schema::metadata_analog),
+                    schema::parameter::bits, std::int32_t{bits});
 }
 
 void set_interpolation_gap(strata::data_store acquisition, int gap) {

@@ -5,6 +5,7 @@
 #include "api/metadata/metadata_path.hpp"
 #include "api/metadata/read_metadata.hpp"
 #include "api/unavailable.hpp"
+#include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/path_helpers.hpp"
 #include "store/python_read.hpp"
@@ -12,11 +13,11 @@
 namespace mox::analysis {
 
 outputs<2> all(strata::data_store acquisition) {
-    const auto path = metadata::path_of("ANALYSIS", {});
-    if (!metadata::metadata_root(acquisition).exists_group("ANALYSIS"))
+    const auto path = metadata::path_of(schema::name::analysis, {});
+    if (!metadata::metadata_root(acquisition).exists_group(schema::name::analysis))
         throw_no_such_group(path.group);
     const auto group = metadata::existing_group(acquisition, path);
-    const auto entry = group.retrieve_attribute("UNITS");
+    const auto entry = group.retrieve_attribute(schema::parameter::units);
     auto units = py_ref::checked(PyDict_New());
     set_item(units.get(), "units",
              entry ? read_as_python(entry, array_form{.transpose = true, .squeeze = false})

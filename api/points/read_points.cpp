@@ -84,11 +84,21 @@ outputs<2> read_point(const strata::data_set& set) {
 
 } // namespace
 
-outputs<2> markers(strata::data_store acquisition) { return read_type(acquisition, "Markers"); }
-outputs<2> angles(strata::data_store acquisition) { return read_type(acquisition, "Angles"); }
-outputs<2> forces(strata::data_store acquisition) { return read_type(acquisition, "Forces"); }
-outputs<2> moments(strata::data_store acquisition) { return read_type(acquisition, "Moments"); }
-outputs<2> powers(strata::data_store acquisition) { return read_type(acquisition, "Powers"); }
+outputs<2> markers(strata::data_store acquisition) {
+    return read_type(acquisition, schema::name::markers);
+}
+outputs<2> angles(strata::data_store acquisition) {
+    return read_type(acquisition, schema::name::angles);
+}
+outputs<2> forces(strata::data_store acquisition) {
+    return read_type(acquisition, schema::name::forces);
+}
+outputs<2> moments(strata::data_store acquisition) {
+    return read_type(acquisition, schema::name::moments);
+}
+outputs<2> powers(strata::data_store acquisition) {
+    return read_type(acquisition, schema::name::powers);
+}
 
 outputs<2> all(strata::data_store acquisition) {
     (void)retrieve_group(acquisition.root(), schema::data); // what an error is to name first
@@ -119,19 +129,19 @@ outputs<2> by_label(strata::data_store acquisition, const std::string& label) {
 }
 
 py_ref markers_values(strata::data_store acquisition) {
-    return values_matrix(sets_of_type(acquisition, "Markers"));
+    return values_matrix(sets_of_type(acquisition, schema::name::markers));
 }
 py_ref angles_values(strata::data_store acquisition) {
-    return values_matrix(sets_of_type(acquisition, "Angles"));
+    return values_matrix(sets_of_type(acquisition, schema::name::angles));
 }
 py_ref forces_values(strata::data_store acquisition) {
-    return values_matrix(sets_of_type(acquisition, "Forces"));
+    return values_matrix(sets_of_type(acquisition, schema::name::forces));
 }
 py_ref moments_values(strata::data_store acquisition) {
-    return values_matrix(sets_of_type(acquisition, "Moments"));
+    return values_matrix(sets_of_type(acquisition, schema::name::moments));
 }
 py_ref powers_values(strata::data_store acquisition) {
-    return values_matrix(sets_of_type(acquisition, "Powers"));
+    return values_matrix(sets_of_type(acquisition, schema::name::powers));
 }
 py_ref all_values(strata::data_store acquisition) { return values_matrix(all_sets(acquisition)); }
 
