@@ -10,6 +10,7 @@
 #include "plugins/c3d/require_split.hpp"
 #include "plugins/c3d/section_places.hpp"
 #include "plugins/c3d/written_content.hpp"
+#include "schema/names.hpp"
 
 namespace c3d {
 
@@ -56,7 +57,7 @@ void write_rotations(file_writer& target, const written_content& content) {
 }
 
 void write_file(anvil::io_device& device, const strata::data_group& root, warnings& notes) {
-    if (!root.exists_group("Format"))
+    if (!root.exists_group(schema::format))
         throw export_error("there is no group 'Format', which holds an acquisition");
     require_split(root);
     auto content = content_of(root, notes);
@@ -64,7 +65,7 @@ void write_file(anvil::io_device& device, const strata::data_group& root, warnin
     const auto places = places_of(fitted_blocks(content.parameters, notes),
                                   content.frames.frames * content.frames.frame_bytes(),
                                   content.rotations.bytes(), content.rotations.is_complete);
-    const auto head = make_head(content, places, root.retrieve_group("Format"));
+    const auto head = make_head(content, places, root.retrieve_group(schema::format));
     file_writer target(device);
     byte_list bytes(head.header.begin(), head.header.end());
     bytes.insert(bytes.end(), head.parameters.begin(), head.parameters.end());

@@ -7,6 +7,8 @@
 #include "plugins/c3d/bytes/element_bytes.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/text.hpp"
+#include "plugins/c3d/parameters/header_attribute.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
@@ -34,10 +36,8 @@ class block_writer {
 };
 
 void keep_reserved(header_block& block, const strata::data_group& format) {
-    if (!format.exists_attribute("Header/Block"))
-        return;
-    const auto former =
-        schema::read_numbers<std::uint8_t>(format.retrieve_attribute("Header/Block"));
+    const auto former = schema::read_numbers<std::uint8_t>(
+        header_attribute(format, schema::attribute::header_block));
     if (former.size() != block.size())
         return;
     copy_reserved(std::as_bytes(std::span<const std::uint8_t, 512>(former.data(), 512)), block);
@@ -78,10 +78,8 @@ header_block header_block_of(const header_content& content, const strata::data_g
 
 std::uint64_t interpolation_gap_of(const strata::data_group& format) {
     constexpr std::int64_t most = 65535;
-    if (!format.exists_attribute("Header/PointMaximumInterpolationGap"))
-        return 0;
     const auto gap = schema::read_number<std::int64_t>(
-                         format.retrieve_attribute("Header/PointMaximumInterpolationGap"))
+                         header_attribute(format, schema::attribute::interpolation_gap))
                          .value_or(0);
     if (gap < 0 || gap > most) {
         throw export_error("the maximum interpolation gap is {} frames; a C3D file holds 0 to {}",

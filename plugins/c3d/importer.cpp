@@ -16,6 +16,7 @@
 #include "plugins/c3d/points/read_points.hpp"
 #include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
+#include "schema/names.hpp"
 
 namespace c3d {
 
@@ -71,8 +72,8 @@ file_content read_content(const file_reader& reader, warnings& notes) {
 void create_tree(strata::data_group& target, file_content content, warnings& notes) {
     const auto& file = content.file;
     const auto names = metadata_names_of(file.parameters);
-    auto format = target.create_group("Format");
-    auto data = format.create_group("Data");
+    auto format = target.create_group(schema::format);
+    auto data = format.create_group(schema::name::data);
     create_points(data, file, content.layout, std::move(content.points));
     create_analogs(data, file, content.layout, std::move(content.analogs), notes);
     if (content.rotations) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "schema/names.hpp"
 #include "schema/split_record.hpp"
 
 namespace c3d {
@@ -21,8 +22,8 @@ std::string counted(std::uint64_t count, const char* word) {
 } // namespace
 
 void require_split(const strata::data_group& root) {
-    const auto points = unsplit_channels_at(root, "Format/Data/Points");
-    const auto channels = unsplit_channels_at(root, "Format/Data/Analogs");
+    const auto points = unsplit_channels_at(root, schema::points);
+    const auto channels = unsplit_channels_at(root, schema::analogs);
     if (points == 0 && channels == 0)
         return;
     auto lost = points == 0 ? std::string() : counted(points, "point");

@@ -15,6 +15,7 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/events/write_events.hpp"
 #include "plugins/c3d/frames/frame_range.hpp"
+#include "plugins/c3d/parameters/header_attribute.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "plugins/c3d/parameters/standard_parameters.hpp"
 #include "plugins/c3d/parameters/write_metadata.hpp"
@@ -23,9 +24,12 @@
 #include "plugins/c3d/points/point_scale.hpp"
 #include "plugins/c3d/points/write_points.hpp"
 #include "schema/force_platform_table.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -52,7 +56,7 @@ point_source source_of(const strata::data_set& set, std::uint64_t frames) {
         set.name(),
         {sample_source(buffer), sample_source(buffer, frames), sample_source(buffer, 2 * frames)},
         std::nullopt};
-    const auto residuals = set.retrieve_attribute("Residuals");
+    const auto residuals = set.retrieve_attribute(attribute::residuals);
     if (!residuals || strata::element_kind(residuals.type()) != strata::data_type::float32 ||
         residuals.shape().dimensions() !=
             std::vector<std::int64_t>{static_cast<std::int64_t>(frames)}) {
@@ -66,22 +70,18 @@ point_source source_of(const strata::data_set& set, std::uint64_t frames) {
 std::vector<std::string> labels_read(const strata::data_group& data, std::string_view set) {
     if (!data.exists_set(set))
         return {};
-    return schema::read_texts(data.retrieve_set(set).retrieve_attribute("Labels"));
+    return schema::read_texts(data.retrieve_set(set).retrieve_attribute(attribute::labels));
 }
 
 std::uint64_t samples_per_frame_of(const strata::data_group& format) {
-    const auto name = "Header/NumberAnalogSamplesPerPointSample";
-    const auto samples = format.exists_attribute(name)
-                             ? schema::read_number<std::int64_t>(format.retrieve_attribute(name))
-                             : std::nullopt;
+    const auto samples = schema::read_number<std::int64_t>(
+        header_attribute(format, attribute::analog_samples_per_frame));
     return samples && *samples > 0 ? static_cast<std::uint64_t>(*samples) : 1;
 }
 
 section_mark mark_of(const strata::data_group& format) {
-    if (!format.exists_attribute("Header/SectionHead"))
-        return {};
     const auto head =
-        schema::read_numbers<std::int16_t>(format.retrieve_attribute("Header/SectionHead"));
+        schema::read_numbers<std::int16_t>(header_attribute(format, attribute::section_head));
     if (head.size() < 2)
         return {};
     return {static_cast<unsigned>(head[0]), static_cast<unsigned>(head[1])};
@@ -106,9 +106,10 @@ float stored_rate(double rate) {
 class content_builder {
   public:
     content_builder(const strata::data_group& root, warnings& notes)
-        : root_(root), format_(group_or_empty(root, "Format")),
-          data_(group_or_empty(format_, "Data")), notes_(notes), time_base_(time_base_of(data_)),
-          is_read_(format_.exists_group("Header/Groups")) {}
+        : root_(root), format_(group_or_empty(root, schema::format)),
+          data_(group_or_empty(format_, schema::name::data)), notes_(notes),
+          time_base_(time_base_of(data_)),
+          is_read_(format_.exists_group(schema::below_format::group_records)) {}
 
     written_content build() && {
         content_.parameters = written_metadata(format_, notes_);
@@ -132,7 +133,7 @@ class content_builder {
     /// As many as the acquisition has. A group that is only one in a file, where case does not
     /// count, keeps its USED.
     [[nodiscard]] std::uint64_t platforms() const {
-        if (root_.exists_group(schema::force_platform_path))
+        if (root_.exists_group(schema::metadata_force_platform))
             return schema::force_platform_table(root_).count();
         return content_.parameters.as_table().count("FORCE_PLATFORM", "USED").value_or(0);
     }
@@ -154,7 +155,7 @@ class content_builder {
         put_real(group, "RATE", header.rate, new_lock::on);
         put_block(group, "DATA_START", 0);
         put_frame_range(tree, header.range, format_);
-        put_points(tree, points, labels_read(data_, "Points"), notes_);
+        put_points(tree, points, labels_read(data_, schema::name::points), notes_);
         if (frames.frames == 0)
             require_label_bytes(tree.reach("POINT"));
     }
@@ -169,12 +170,12 @@ class content_builder {
         content_.header.channels = columns.size();
         content_.header.samples_per_frame = frames.samples_per_frame;
 
-        const auto group = group_or_empty(data_, "AnalogsExport");
+        const auto group = group_or_empty(data_, schema::name::analogs_export);
         const auto rate =
-            is_read_
-                ? schema::read_number<double>(group.retrieve_attribute("SampleRate")).value_or(0.0)
-                : 0.0;
-        const bool same_count = labels_read(data_, "Analogs").size() == columns.size();
+            is_read_ ? schema::read_number<double>(group.retrieve_attribute(attribute::sample_rate))
+                           .value_or(0.0)
+                     : 0.0;
+        const bool same_count = labels_read(data_, schema::name::analogs).size() == columns.size();
         frames.channels = put_analogs(content_.parameters, columns,
                                       {frames.samples_per_frame, time_base_.rate, rate},
                                       same_count ? surplus::kept : surplus::dropped, notes_);

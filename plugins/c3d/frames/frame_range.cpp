@@ -11,8 +11,10 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/frames/frame_count.hpp"
+#include "plugins/c3d/parameters/header_attribute.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
@@ -52,18 +54,17 @@ void put_frames(written_group& point, std::uint64_t frames) {
 /// The range of the file that was read.
 std::optional<frame_range> range_read(const parameter_table& parameters,
                                       const strata::data_group& format) {
-    if (!format.exists_set("Data/Points") || !format.exists_attribute("Header/FirstFrame") ||
-        !format.exists_attribute("Header/LastFrame")) {
+    using schema::below_format::points;
+    const auto first = header_attribute(format, schema::attribute::first_frame);
+    const auto last = header_attribute(format, schema::attribute::last_frame);
+    if (!format.exists_set(points) || !first || !last)
         return std::nullopt;
-    }
-    const auto header_word = [&](const char* name) {
-        const auto attribute = format.retrieve_attribute(name);
-        return schema::read_number<std::uint16_t>(attribute).value_or(0);
+    const auto word_of = [](const strata::data_attribute& number) {
+        return schema::read_number<std::uint16_t>(number).value_or(0);
     };
-    const auto shape = format.retrieve_set("Data/Points").shape(false);
+    const auto shape = format.retrieve_set(points).shape(false);
     const auto frames = static_cast<std::uint64_t>(shape.dimensions().back());
-    const auto claims = frame_claims_of(parameters, header_word("Header/FirstFrame"),
-                                        header_word("Header/LastFrame"));
+    const auto claims = frame_claims_of(parameters, word_of(first), word_of(last));
     return frame_range{frames, first_frame_number(claims, frames)};
 }
 

@@ -6,12 +6,15 @@
 #include <vector>
 
 #include "plugins/c3d/bytes/text.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
 
 namespace {
+
+namespace record = schema::record;
 
 std::int16_t width_of(const parameter& item) {
     if (item.type != element_type::character)
@@ -44,12 +47,12 @@ void create_groups(strata::data_group& header, const parameter_table& table,
         ids.push_back(group.id);
         locks.push_back(group.locked ? 1 : 0);
     }
-    auto records = header.create_group("Groups");
-    schema::write_texts(records, "Name", spelled);
-    schema::write_texts(records, "Stored", names.groups);
-    schema::write_numbers(records, "Id", ids);
-    schema::write_numbers(records, "Locked", locks);
-    schema::write_texts(records, "Description", descriptions);
+    auto records = header.create_group(schema::name::group_records);
+    schema::write_texts(records, record::name, spelled);
+    schema::write_texts(records, record::stored_name, names.groups);
+    schema::write_numbers(records, record::group_id, ids);
+    schema::write_numbers(records, record::locked, locks);
+    schema::write_texts(records, record::description, descriptions);
 }
 
 std::vector<std::size_t> owners_of(const parameter_table& table) {
@@ -85,15 +88,15 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
         encodings.push_back(encoding_of(item));
         locks.push_back(item.locked ? 1 : 0);
     }
-    auto records = header.create_group("Parameters");
-    schema::write_numbers(records, "Group", groups);
-    schema::write_texts(records, "Name", spelled);
-    schema::write_texts(records, "Stored", stored);
-    schema::write_numbers(records, "Type", types);
-    schema::write_numbers(records, "Width", widths);
-    schema::write_numbers(records, "Encoding", encodings);
-    schema::write_numbers(records, "Locked", locks);
-    schema::write_texts(records, "Description", descriptions);
+    auto records = header.create_group(schema::name::parameter_records);
+    schema::write_numbers(records, record::group, groups);
+    schema::write_texts(records, record::name, spelled);
+    schema::write_texts(records, record::stored_name, stored);
+    schema::write_numbers(records, record::type, types);
+    schema::write_numbers(records, record::width, widths);
+    schema::write_numbers(records, record::encoding, encodings);
+    schema::write_numbers(records, record::locked, locks);
+    schema::write_texts(records, record::description, descriptions);
 }
 
 /// Array attributes of one length.
@@ -112,7 +115,7 @@ class columns {
         return values;
     }
     [[nodiscard]] std::size_t count() const {
-        return schema::read_texts(group_.retrieve_attribute("Stored")).size();
+        return schema::read_texts(group_.retrieve_attribute(record::stored_name)).size();
     }
 
   private:
@@ -122,11 +125,11 @@ class columns {
 std::vector<kept_group> read_groups(const strata::data_group& group) {
     const columns all(group);
     const auto count = all.count();
-    const auto names = all.texts("Name", count);
-    const auto stored = all.texts("Stored", count);
-    const auto descriptions = all.texts("Description", count);
-    const auto ids = all.numbers("Id", count);
-    const auto locks = all.numbers("Locked", count);
+    const auto names = all.texts(record::name, count);
+    const auto stored = all.texts(record::stored_name, count);
+    const auto descriptions = all.texts(record::description, count);
+    const auto ids = all.numbers(record::group_id, count);
+    const auto locks = all.numbers(record::locked, count);
     std::vector<kept_group> records;
     for (std::size_t i = 0; i < count; ++i) {
         records.push_back({names[i].empty() ? stored[i] : names[i], stored[i],
@@ -139,14 +142,14 @@ std::vector<kept_parameter> read_parameters(const strata::data_group& group,
                                             const std::vector<kept_group>& groups) {
     const columns all(group);
     const auto count = all.count();
-    const auto owners = all.numbers("Group", count);
-    const auto names = all.texts("Name", count);
-    const auto stored = all.texts("Stored", count);
-    const auto types = all.numbers("Type", count);
-    const auto widths = all.numbers("Width", count);
-    const auto encodings = all.numbers("Encoding", count);
-    const auto locks = all.numbers("Locked", count);
-    const auto descriptions = all.texts("Description", count);
+    const auto owners = all.numbers(record::group, count);
+    const auto names = all.texts(record::name, count);
+    const auto stored = all.texts(record::stored_name, count);
+    const auto types = all.numbers(record::type, count);
+    const auto widths = all.numbers(record::width, count);
+    const auto encodings = all.numbers(record::encoding, count);
+    const auto locks = all.numbers(record::locked, count);
+    const auto descriptions = all.texts(record::description, count);
     std::vector<kept_parameter> records;
     for (std::size_t i = 0; i < count; ++i) {
         const auto owner = static_cast<std::size_t>(owners[i]);
@@ -168,11 +171,12 @@ void create_kept_records(strata::data_group& header, const parameter_table& tabl
 
 kept_records read_kept_records(const strata::data_group& format) {
     kept_records records;
-    if (!format.exists_group("Header/Groups") || !format.exists_group("Header/Parameters"))
+    if (!format.exists_group(schema::below_format::group_records) ||
+        !format.exists_group(schema::below_format::parameter_records))
         return records;
-    records.groups = read_groups(format.retrieve_group("Header/Groups"));
-    records.parameters =
-        read_parameters(format.retrieve_group("Header/Parameters"), records.groups);
+    records.groups = read_groups(format.retrieve_group(schema::below_format::group_records));
+    records.parameters = read_parameters(
+        format.retrieve_group(schema::below_format::parameter_records), records.groups);
     return records;
 }
 

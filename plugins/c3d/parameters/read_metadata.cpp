@@ -8,6 +8,7 @@
 #include <strata/data_shape.hpp>
 
 #include "plugins/c3d/bytes/text.hpp"
+#include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
@@ -100,7 +101,7 @@ class metadata_writer {
 
 void create_metadata(strata::data_group& format, const parameter_table& table,
                      const metadata_names& names, std::uint64_t file_bytes, warnings& notes) {
-    auto metadata = format.create_group("Metadata");
+    auto metadata = format.create_group(schema::name::metadata);
     metadata_writer writer(file_bytes, notes);
     std::vector<strata::data_group> created(table.groups().size());
     for (std::size_t i = 0; i < created.size(); ++i) {

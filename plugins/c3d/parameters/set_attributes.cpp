@@ -4,9 +4,12 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/text.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 std::string text_of(const strata::data_set& set, const char* attribute) {
     auto texts = schema::read_texts(set.retrieve_attribute(attribute));
@@ -14,17 +17,18 @@ std::string text_of(const strata::data_set& set, const char* attribute) {
 }
 
 std::string label_of(const strata::data_set& set) {
-    const auto label = set.exists_attribute("Label") ? text_of(set, "Label") : set.name();
+    const auto label =
+        set.exists_attribute(attribute::label) ? text_of(set, attribute::label) : set.name();
     return std::string(without_padding(label));
 }
 
 std::string known_unit_of(const strata::data_set& set) {
-    auto unit = text_of(set, "Unit");
-    return unit == "Unknown" ? std::string() : unit;
+    auto unit = text_of(set, attribute::unit);
+    return unit == schema::unknown_unit ? std::string() : unit;
 }
 
 std::int64_t relative_index_of(const strata::data_set& set) {
-    return schema::read_number<std::int64_t>(set.retrieve_attribute("RelativeSetIndex"))
+    return schema::read_number<std::int64_t>(set.retrieve_attribute(attribute::relative_set_index))
         .value_or(std::numeric_limits<std::int64_t>::max());
 }
 

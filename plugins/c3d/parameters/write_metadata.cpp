@@ -16,14 +16,13 @@
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/kept_records.hpp"
 #include "plugins/c3d/parameters/stored_attribute.hpp"
+#include "schema/names.hpp"
 
 namespace c3d {
 
 namespace {
 
 constexpr std::array<const char*, 3> first_groups = {"POINT", "ANALOG", "FORCE_PLATFORM"};
-
-constexpr std::string_view device_mark = "DeviceType"; // what kind of device metadata are of
 
 /// What follows from points and channels, whatever a script has said of it.
 constexpr std::array<std::string_view, 7> derived_of_points = {
@@ -160,10 +159,11 @@ class tree_builder {
 } // namespace
 
 parameter_tree written_metadata(const strata::data_group& format, warnings& notes) {
-    const auto metadata = format.exists_group("Metadata") ? format.retrieve_group("Metadata")
-                                                          : strata::data_store().root();
+    const auto metadata = format.exists_group(schema::name::metadata)
+                              ? format.retrieve_group(schema::name::metadata)
+                              : strata::data_store().root();
     for (const auto& name : metadata.list_attributes_name()) {
-        if (name != device_mark)
+        if (name != schema::attribute::device_type)
             notes.add("the metadata '{}' are in no group; a C3D file has no place for them", name);
     }
     return tree_builder(metadata, read_kept_records(format), notes).build();
