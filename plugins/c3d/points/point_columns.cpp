@@ -8,9 +8,12 @@
 
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -34,7 +37,7 @@ std::vector<indexed_point> listed_points(const strata::data_group& data) {
             column.listed = points.size();
             column.label = label_of(column.set);
             column.unit = known_unit_of(column.set);
-            column.description = text_of(column.set, "Description");
+            column.description = text_of(column.set, attribute::description);
             points.push_back({relative_index_of(column.set), std::move(column)});
         }
     }
@@ -115,8 +118,9 @@ point_time_base time_base_of(const strata::data_group& data) {
             return schema::read_number<double>(group.retrieve_attribute(name)).value_or(0.0);
         };
         const auto frames =
-            schema::read_number<std::uint64_t>(group.retrieve_attribute("NumSamples")).value_or(0);
-        return {frames, number("SampleRate"), number("StartTime")};
+            schema::read_number<std::uint64_t>(group.retrieve_attribute(attribute::num_samples))
+                .value_or(0);
+        return {frames, number(attribute::sample_rate), number(attribute::start_time)};
     }
     return {};
 }

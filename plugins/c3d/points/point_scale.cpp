@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "plugins/c3d/parameters/header_attribute.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
@@ -38,13 +40,11 @@ float largest_coordinate(std::span<const point_source> points, std::uint64_t fra
 
 float point_scale_of(const strata::data_group& format, std::span<const point_source> points,
                      std::uint64_t frames) {
-    if (format.exists_attribute("Header/PointScale")) {
-        const auto scale =
-            schema::read_number<float>(format.retrieve_attribute("Header/PointScale"))
-                .value_or(0.0F);
-        if (std::isfinite(scale) && scale != 0.0F)
-            return -std::abs(scale);
-    }
+    const auto read =
+        schema::read_number<float>(header_attribute(format, schema::attribute::point_scale))
+            .value_or(0.0F);
+    if (std::isfinite(read) && read != 0.0F)
+        return -std::abs(read);
     const auto scale = largest_coordinate(points, frames) / wanted_range;
     return scale > 0.0F ? -scale : -1.0F;
 }

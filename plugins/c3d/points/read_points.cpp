@@ -13,9 +13,12 @@
 #include "plugins/c3d/points/point_kinds.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -38,11 +41,11 @@ void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::s
         units[i] = kinds.unit_of(i, labels[i]);
         descriptions[i] = description_entries.text(i).value_or("");
     }
-    schema::write_texts(set, "Labels", labels);
-    schema::write_texts(set, "SetNames", schema::distinct_names(labels));
-    schema::write_texts(set, "Types", types);
-    schema::write_texts(set, "Units", units);
-    schema::write_texts(set, "Descriptions", descriptions);
+    schema::write_texts(set, attribute::labels, labels);
+    schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));
+    schema::write_texts(set, attribute::types, types);
+    schema::write_texts(set, attribute::units, units);
+    schema::write_texts(set, attribute::descriptions, descriptions);
 }
 
 } // namespace
@@ -77,14 +80,14 @@ void invalidate(const point_samples& samples) {
 void create_points(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
                    point_samples samples) {
     const auto points = samples.coordinates.size();
-    auto set = strata::create_channel_set(data, "Points", 3, layout.frames,
+    auto set = strata::create_channel_set(data, schema::name::points, 3, layout.frames,
                                           std::move(samples.coordinates));
     write_descriptive_texts(set, file, points);
     if (points != 0)
-        strata::create_row_attribute(set, "Residuals", std::move(samples.residuals));
-    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(layout.frames));
-    schema::write_number(set, "SampleRate", layout.point_rate);
-    schema::write_number(set, "StartTime", layout.start_time_s());
+        strata::create_row_attribute(set, attribute::residuals, std::move(samples.residuals));
+    schema::write_number(set, attribute::num_samples, static_cast<std::int64_t>(layout.frames));
+    schema::write_number(set, attribute::sample_rate, layout.point_rate);
+    schema::write_number(set, attribute::start_time, layout.start_time_s());
 }
 
 } // namespace c3d
