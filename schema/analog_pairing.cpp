@@ -54,12 +54,12 @@ std::vector<column> labelled_columns(const strata::data_group& root,
 std::vector<std::string> set_names(const strata::data_group& root) {
     if (!root.exists_set(analogs))
         return {};
-    return read_texts(root.retrieve_set(analogs).retrieve_attribute("SetNames"));
+    return read_texts(root.retrieve_set(analogs).retrieve_attribute(attribute::set_names));
 }
 
 /// The columns that something but the order of the channels tells of.
 std::vector<column> known_columns(const strata::data_group& root) {
-    if (const auto labels = read_parameter_list(root, metadata_analog, "LABELS"))
+    if (const auto labels = read_parameter_list(root, metadata_analog, parameter::labels))
         return labelled_columns(root, *labels);
     std::vector<column> columns;
     for (auto& name : set_names(root))
@@ -117,7 +117,7 @@ class free_sets {
 
     void list_labels() {
         for (std::size_t i = 0; i < sets_.size(); ++i) {
-            auto texts = read_texts(sets_[i].retrieve_attribute("Label"));
+            auto texts = read_texts(sets_[i].retrieve_attribute(attribute::label));
             if (!texts.empty())
                 by_label_[std::move(texts.front())].indices.push_back(i);
         }
@@ -156,7 +156,8 @@ std::vector<strata::data_set> sets_by_index(const strata::data_group& group) {
     std::vector<std::pair<std::int64_t, strata::data_set>> sets;
     for (const auto& name : group.list_set_children_name()) {
         auto set = group.retrieve_set(name);
-        const auto index = read_number<std::int64_t>(set.retrieve_attribute("RelativeSetIndex"));
+        const auto index =
+            read_number<std::int64_t>(set.retrieve_attribute(attribute::relative_set_index));
         sets.emplace_back(index.value_or(without_index), std::move(set));
     }
     std::stable_sort(sets.begin(), sets.end(),

@@ -7,10 +7,9 @@
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
-namespace schema {
+#include "schema/names.hpp"
 
-/// Where the sets of the analog channels lie, from the root of an acquisition.
-inline constexpr std::string_view analogs_export_path = "Format/Data/AnalogsExport";
+namespace schema {
 
 /// The set of each analog column that the parameters speak of: element n belongs to the n-th entry
 /// of ANALOG:LABELS (LABELS2, LABELS3 … continue it), which is what a channel number n + 1 in other
@@ -31,7 +30,7 @@ inline constexpr std::string_view analogs_export_path = "Format/Data/AnalogsExpo
 ///
 /// Nothing is changed. The cost is linear in channels and entries.
 [[nodiscard]] std::vector<strata::data_set>
-pair_analogs(const strata::data_group& root, std::string_view analogs_path = analogs_export_path);
+pair_analogs(const strata::data_group& root, std::string_view analogs_path = analogs_export);
 
 /// The first columns of pair_analogs, those of LABELS or of the file: they keep their numbers
 /// whatever becomes of the channels.

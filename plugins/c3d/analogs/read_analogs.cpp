@@ -13,9 +13,12 @@
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -109,22 +112,24 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto channels = samples.channels.size();
     const auto count = layout.frames * layout.samples_per_frame;
     const auto scaling = apply_scaling(samples, parameters, layout.storage, notes);
-    auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
+    auto set = strata::create_channel_set(data, schema::name::analogs, 1, count,
+                                          std::move(samples.channels));
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
-    schema::write_texts(set, "Labels", labels);
-    schema::write_texts(set, "SetNames", schema::distinct_names(labels));
-    schema::write_texts(set, "Units",
+    schema::write_texts(set, attribute::labels, labels);
+    schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));
+    schema::write_texts(set, attribute::units,
                         texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
-    schema::write_numbers(set, "Gain", gain_codes(parameters, channels));
-    schema::write_numbers(set, "Scales", scaling.scales);
-    schema::write_numbers(set, "Offsets", scaling.offsets);
+    schema::write_numbers(set, attribute::gain, gain_codes(parameters, channels));
+    schema::write_numbers(set, attribute::scales, scaling.scales);
+    schema::write_numbers(set, attribute::offsets, scaling.offsets);
     schema::write_texts(
-        set, "Descriptions",
+        set, attribute::descriptions,
         texts_of(parameters, "DESCRIPTIONS", channels, single_value::of_first_channel));
-    schema::write_texts(set, "Types", std::vector<std::string>(channels, "Analog"));
-    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(count));
-    schema::write_number(set, "SampleRate", layout.analog_rate);
-    schema::write_number(set, "StartTime", layout.start_time_s());
+    schema::write_texts(set, attribute::types,
+                        std::vector<std::string>(channels, schema::analog_type));
+    schema::write_number(set, attribute::num_samples, static_cast<std::int64_t>(count));
+    schema::write_number(set, attribute::sample_rate, layout.analog_rate);
+    schema::write_number(set, attribute::start_time, layout.start_time_s());
 }
 
 } // namespace c3d
