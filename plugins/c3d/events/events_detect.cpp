@@ -74,8 +74,8 @@ void create_event_set(strata::data_group& events, const event_set& content) {
 /// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.
 std::optional<strata::data_group> find_group(const strata::data_group& root,
                                              const std::string& source, const char* path) {
-    for (const auto* format : {"Format/", ""}) {
-        const auto full_path = fmt::format("{}/{}{}", source, format, path);
+    for (const auto& format : {fmt::format("{}/{}", source, schema::format), source}) {
+        const auto full_path = fmt::format("{}/{}", format, path);
         if (root.exists_group(full_path))
             return root.retrieve_group(full_path);
     }
@@ -88,10 +88,10 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
         schema::text_parameter(parameters, events_detect::id, "DestinationGroup");
     const auto separator = schema::text_parameter(parameters, events_detect::id, "PartSeparator");
     std::vector<event_occurrence> from_group;
-    if (const auto group = find_group(target, source, "Metadata/EVENT"))
+    if (const auto group = find_group(target, source, schema::below_format::metadata_event))
         from_group = group_events(*group);
     std::vector<event_occurrence> from_header;
-    if (const auto group = find_group(target, source, "Header"))
+    if (const auto group = find_group(target, source, schema::name::header))
         from_header = header_events(*group);
 
     const auto sets = grouped_events(from_group, from_header, separator);

@@ -7,9 +7,12 @@
 #include <initializer_list>
 #include <limits>
 
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -110,9 +113,8 @@ std::vector<float> event_seconds(const std::vector<float>& values,
 }
 
 std::vector<event_occurrence> group_events(const strata::data_group& event) {
-    const auto stored = event.exists_attribute("USED")
-                            ? schema::read_number<double>(event.retrieve_attribute("USED"))
-                            : std::nullopt;
+    const auto stored =
+        schema::read_number<double>(event.retrieve_attribute(schema::parameter::used));
     // USED is a word without sign, which the store holds as one with.
     auto used = std::numeric_limits<std::size_t>::max() / 2;
     if (stored)
@@ -131,10 +133,11 @@ std::vector<event_occurrence> group_events(const strata::data_group& event) {
 }
 
 std::vector<event_occurrence> header_events(const strata::data_group& header) {
-    if (!header.exists_attribute("EventTimes"))
+    if (!header.exists_attribute(attribute::event_times))
         return {};
-    const auto times = schema::read_numbers<float>(header.retrieve_attribute("EventTimes"));
-    const auto labels = schema::read_texts(header.retrieve_attribute("EventLabels"));
+    const auto times =
+        schema::read_numbers<float>(header.retrieve_attribute(attribute::event_times));
+    const auto labels = schema::read_texts(header.retrieve_attribute(attribute::event_labels));
     std::vector<event_occurrence> events;
     for (std::size_t i = 0; i < times.size(); ++i) {
         event_occurrence event;

@@ -13,9 +13,12 @@
 #include "plugins/c3d/events/event_grouping.hpp"
 #include "plugins/c3d/events/event_sets.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -148,12 +151,14 @@ class event_lists {
 
 std::vector<header_event> header_events_read(const strata::data_group& format) {
     std::vector<header_event> events;
-    if (!format.exists_group("Header"))
+    if (!format.exists_group(schema::name::header))
         return events;
-    const auto header = format.retrieve_group("Header");
-    const auto times = schema::read_numbers<float>(header.retrieve_attribute("EventTimes"));
-    auto labels = schema::read_texts(header.retrieve_attribute("EventLabels"));
-    auto statuses = schema::read_numbers<std::int32_t>(header.retrieve_attribute("EventStatuses"));
+    const auto header = format.retrieve_group(schema::name::header);
+    const auto times =
+        schema::read_numbers<float>(header.retrieve_attribute(attribute::event_times));
+    auto labels = schema::read_texts(header.retrieve_attribute(attribute::event_labels));
+    auto statuses =
+        schema::read_numbers<std::int32_t>(header.retrieve_attribute(attribute::event_statuses));
     labels.resize(times.size());
     statuses.resize(times.size());
     for (std::size_t i = 0; i < std::min(times.size(), most_header_events); ++i)
@@ -179,16 +184,16 @@ std::vector<header_event> put_events(parameter_tree& tree, const strata::data_gr
     auto header = header_events_read(format);
     const auto excess = std::erase_if(
         header, [](const auto& event) { return !stored_event_label(event.label).has_value(); });
-    if (!format.exists_group("Events"))
+    if (!format.exists_group(schema::name::events))
         return header;
     std::vector<event_occurrence> from_group;
     std::vector<event_occurrence> from_header;
-    if (format.exists_group("Metadata/EVENT"))
-        from_group = group_events(format.retrieve_group("Metadata/EVENT"));
-    if (format.exists_group("Header"))
-        from_header = header_events(format.retrieve_group("Header"));
+    if (format.exists_group(schema::below_format::metadata_event))
+        from_group = group_events(format.retrieve_group(schema::below_format::metadata_event));
+    if (format.exists_group(schema::name::header))
+        from_header = header_events(format.retrieve_group(schema::name::header));
     const auto former = grouped_events(from_group, from_header, part_separator);
-    auto sets = read_event_sets(format.retrieve_group("Events"));
+    auto sets = read_event_sets(format.retrieve_group(schema::name::events));
     for (auto& set : sets)
         std::ranges::for_each(set.occurrences, keep_inner_blanks);
     if (excess == 0 && are_equal(sets, former))
