@@ -19,11 +19,14 @@
 #include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/unit_parameters.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -73,8 +76,8 @@ segment make_segment(std::span<const float> components, std::size_t samples) {
 
 /// The importer's set, wherever `source` begins.
 strata::data_set find_rotations(strata::data_group& source) {
-    for (const auto* folder : {"Data", "Format/Data"}) {
-        const auto path = fmt::format("{}/{}", folder, rotation_set);
+    for (const auto* folder : {schema::name::data, schema::data}) {
+        const auto path = fmt::format("{}/{}", folder, schema::name::rotations);
         if (source.exists_set(path))
             return source.retrieve_set(path);
     }
@@ -84,22 +87,23 @@ strata::data_set find_rotations(strata::data_group& source) {
 void create_segment(strata::data_group& segments, const std::string& name, const std::string& label,
                     const strata::data_set& rotations, std::uint64_t samples, segment content) {
     auto group = segments.create_group(name);
-    auto set =
-        strata::create_channel_set(group, "T_SCS", matrix_edge, samples, std::move(content.rows));
-    schema::write_text(set, "Label", label);
-    for (const auto* attribute : {"SampleRate", "StartTime"}) {
+    auto set = strata::create_channel_set(group, schema::name::segment_rotations, matrix_edge,
+                                          samples, std::move(content.rows));
+    schema::write_text(set, attribute::label, label);
+    for (const auto* time : {attribute::sample_rate, attribute::start_time}) {
         schema::write_number(
-            set, attribute,
-            schema::read_number<double>(rotations.retrieve_attribute(attribute)).value_or(0.0));
+            set, time,
+            schema::read_number<double>(rotations.retrieve_attribute(time)).value_or(0.0));
     }
-    strata::create_row_attribute(set, "Reliability", std::move(content.reliabilities));
+    strata::create_row_attribute(set, attribute::reliability, std::move(content.reliabilities));
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
     const auto source_path =
         schema::text_parameter(parameters, detect_rotations::id, "SourceGroup");
-    const auto destination =
-        schema::text_parameter(parameters, detect_rotations::id, "DestinationGroup") + "/Segments";
+    const auto destination = fmt::format(
+        "{}/{}", schema::text_parameter(parameters, detect_rotations::id, "DestinationGroup"),
+        schema::name::segments);
     strata::data_set rotations;
     if (target.exists_group(source_path)) {
         auto source = target.retrieve_group(source_path);
@@ -113,10 +117,10 @@ void detect(strata::data_group& target, const anvil::json& parameters) {
         if (extents.size() != 3 || extents[0] != static_cast<std::int64_t>(rotation_components)) {
             throw std::runtime_error(
                 fmt::format("the set '{}' has not the shape {{{}, segments, samples}}",
-                            rotation_set, rotation_components));
+                            schema::name::rotations, rotation_components));
         }
         samples = static_cast<std::uint64_t>(extents[2]);
-        labels = schema::read_texts(rotations.retrieve_attribute("Labels"));
+        labels = schema::read_texts(rotations.retrieve_attribute(attribute::labels));
         labels.resize(static_cast<std::size_t>(extents[1]));
         for (std::size_t i = 0; i < labels.size(); ++i) {
             content.push_back(make_segment(components_of(rotations, i, samples),

@@ -10,9 +10,12 @@
 
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
+#include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, number_format format,
                                                    const rotation_layout& layout) {
@@ -34,21 +37,19 @@ std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, nu
 void create_rotations(strata::data_group& data, const c3d_file& file, const rotation_layout& layout,
                       double start_time_s, std::vector<strata::channel_buffer> segments) {
     const auto count = segments.size();
-    auto set = strata::create_channel_set(data, rotation_set, rotation_components, layout.rows,
-                                          std::move(segments));
-    for (const auto* name : {"Labels", "Descriptions"}) {
-        const channel_entries entries(file.parameters, "ROTATION",
-                                      name == std::string_view("Labels") ? "LABELS"
-                                                                         : "DESCRIPTIONS");
+    auto set = strata::create_channel_set(data, schema::name::rotations, rotation_components,
+                                          layout.rows, std::move(segments));
+    for (const auto& [name, list] : rotation_texts) {
+        const channel_entries entries(file.parameters, "ROTATION", list);
         std::vector<std::string> texts(count);
         for (std::size_t i = 0; i < count; ++i)
             texts[i] = entries.text(i).value_or("");
         schema::write_texts(set, name, texts);
     }
-    schema::write_number(set, "Ratio", static_cast<std::int32_t>(layout.ratio));
-    schema::write_number(set, "NumSamples", static_cast<std::int64_t>(layout.rows));
-    schema::write_number(set, "SampleRate", layout.rate);
-    schema::write_number(set, "StartTime", start_time_s);
+    schema::write_number(set, attribute::ratio, static_cast<std::int32_t>(layout.ratio));
+    schema::write_number(set, attribute::num_samples, static_cast<std::int64_t>(layout.rows));
+    schema::write_number(set, attribute::sample_rate, layout.rate);
+    schema::write_number(set, attribute::start_time, start_time_s);
 }
 
 } // namespace c3d

@@ -1,16 +1,22 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <utility>
 
 #include <strata/data_group.hpp>
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/frames/rotation_layout.hpp"
+#include "schema/names.hpp"
 
 namespace c3d {
 
-/// Name of the set with the rotations as the file has them, below `Data`.
-inline constexpr const char* rotation_set = "Rotations";
+/// The texts of rotations: the attribute of the set, and the parameter of ROTATION.
+inline constexpr std::array<std::pair<const char*, const char*>, 2> rotation_texts{{
+    {schema::attribute::labels, schema::parameter::labels},
+    {schema::attribute::descriptions, schema::parameter::descriptions},
+}};
 
 /// The transforms of all segments in memory: `float32`, 17 components of all rows.
 [[nodiscard]] std::vector<strata::channel_buffer>

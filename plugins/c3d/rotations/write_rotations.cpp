@@ -16,9 +16,12 @@
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 #include "plugins/c3d/rotations/read_rotations.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -41,7 +44,7 @@ strata::channel_buffer lengthened(const strata::data_set& set, std::uint64_t seg
 
 double rate_of(const strata::data_set& set, double ratio, double point_rate) {
     const auto stored =
-        schema::read_number<double>(set.retrieve_attribute("SampleRate")).value_or(0.0);
+        schema::read_number<double>(set.retrieve_attribute(attribute::sample_rate)).value_or(0.0);
     const auto computed = ratio * point_rate;
     return stored > 0.0 && std::abs(stored - computed) <= 0.01 * computed ? stored : computed;
 }
@@ -50,8 +53,8 @@ double rate_of(const strata::data_set& set, double ratio, double point_rate) {
 /// them.
 rotation_source source_of(const strata::data_set& set, std::uint64_t wanted, std::uint64_t held) {
     const auto rows = std::min(
-        wanted,
-        schema::read_number<std::uint64_t>(set.retrieve_attribute("NumSamples")).value_or(held));
+        wanted, schema::read_number<std::uint64_t>(set.retrieve_attribute(attribute::num_samples))
+                    .value_or(held));
     rotation_source source;
     source.rows = rows;
     source.is_complete = rows == wanted;
@@ -72,8 +75,9 @@ rotation_source source_of(const strata::data_set& set, std::uint64_t wanted, std
 rotation_source put_rotations(parameter_tree& tree, const strata::data_group& data,
                               std::uint64_t frames, double point_rate) {
     constexpr std::uint64_t most_segments = 65535;
-    const auto set =
-        data.exists_set(rotation_set) ? data.retrieve_set(rotation_set) : strata::data_set();
+    const auto set = data.exists_set(schema::name::rotations)
+                         ? data.retrieve_set(schema::name::rotations)
+                         : strata::data_set();
     const auto extents = set ? set.shape(false).dimensions() : std::vector<std::int64_t>{};
     if (extents.size() != 3 || extents[1] == 0) {
         if (auto* group = tree.find("ROTATION"); group && group->find("USED"))
@@ -83,7 +87,7 @@ rotation_source put_rotations(parameter_tree& tree, const strata::data_group& da
     const auto segments = static_cast<std::uint64_t>(extents[1]);
     const auto held = static_cast<std::uint64_t>(extents[2]);
     const auto ratio =
-        schema::read_number<std::uint64_t>(set.retrieve_attribute("Ratio")).value_or(1);
+        schema::read_number<std::uint64_t>(set.retrieve_attribute(attribute::ratio)).value_or(1);
     if (segments > most_segments)
         throw export_error("there are {} segments with rotations; a C3D file holds {}", segments,
                            most_segments);
@@ -93,11 +97,10 @@ rotation_source put_rotations(parameter_tree& tree, const strata::data_group& da
     put_count(group, "RATIO", ratio);
     put_real(group, "RATE",
              static_cast<float>(rate_of(set, static_cast<double>(ratio), point_rate)));
-    for (const auto& [attribute, name] :
-         {std::pair{"Labels", "LABELS"}, std::pair{"Descriptions", "DESCRIPTIONS"}}) {
-        auto texts = schema::read_texts(set.retrieve_attribute(attribute));
+    for (const auto& [name, list] : rotation_texts) {
+        auto texts = schema::read_texts(set.retrieve_attribute(name));
         texts.resize(static_cast<std::size_t>(segments));
-        put_entries(tree, {"ROTATION", name}, texts, 4, surplus::kept);
+        put_entries(tree, {"ROTATION", list}, texts, 4, surplus::kept);
     }
     return source_of(set, frames != 0 ? frames * ratio : held, held);
 }
