@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace schema {
@@ -40,13 +41,13 @@ std::span<const double> force_platform_table::numbers::entry(std::size_t index) 
 }
 
 force_platform_table::force_platform_table(const strata::data_group& root) {
-    if (!root.exists_group(force_platform_path))
+    if (!root.exists_group(metadata_force_platform))
         return;
-    const auto group = root.retrieve_group(force_platform_path);
-    types_ = read(group, "TYPE");
+    const auto group = root.retrieve_group(metadata_force_platform);
+    types_ = read(group, parameter::type);
     types_.width = 1;
-    corners_ = read_blocks(group, "CORNERS", {4, 3});
-    origins_ = read_blocks(group, "ORIGIN", {3});
+    corners_ = read_blocks(group, parameter::corners, {4, 3});
+    origins_ = read_blocks(group, parameter::origin, {3});
     read_polynomials(group);
     read_channels(group);
     read_matrices(group);
@@ -79,7 +80,7 @@ force_platform_table::read_blocks(const strata::data_group& group, const char* n
 }
 
 void force_platform_table::read_polynomials(const strata::data_group& group) {
-    constexpr auto* name = "FPCOPPOLY";
+    constexpr auto* name = parameter::pressure_polynomial;
     polynomials_ = read(group, name);
     polynomials_.width = polynomial_coefficients;
     if (!has_lists(polynomials_.extents, polynomial_coefficients))
@@ -87,7 +88,7 @@ void force_platform_table::read_polynomials(const strata::data_group& group) {
 }
 
 void force_platform_table::read_channels(const strata::data_group& group) {
-    constexpr auto* name = "CHANNEL";
+    constexpr auto* name = parameter::channel;
     channels_ = read(group, name);
     const auto attribute = group.retrieve_attribute(name);
     if (attribute && attribute.type() == strata::data_type::int8) {
@@ -101,7 +102,7 @@ void force_platform_table::read_channels(const strata::data_group& group) {
 }
 
 void force_platform_table::read_matrices(const strata::data_group& group) {
-    constexpr auto* name = "CAL_MATRIX";
+    constexpr auto* name = parameter::calibration;
     matrices_ = read(group, name);
     const auto extent = extent_of_matrices(matrices_.extents, types_.values.size(), usual_channels);
     matrix_extent_ = extent.value_or(matrix_extent{});
@@ -111,7 +112,7 @@ void force_platform_table::read_matrices(const strata::data_group& group) {
 }
 
 void force_platform_table::count_platforms(const strata::data_group& group) {
-    const auto told = count_told(read(group, "USED").values);
+    const auto told = count_told(read(group, parameter::used).values);
     count_ = types_.values.size();
     if (count_ == 0 && told) {
         for (const auto* table : {&corners_, &origins_, &channels_})

@@ -15,9 +15,6 @@
 
 namespace schema {
 
-/// Where the parameters of force platforms lie, from the root of an acquisition.
-inline constexpr std::string_view force_platform_path = "Format/Metadata/FORCE_PLATFORM";
-
 /// A square matrix, row by row.
 struct square_matrix {
     std::size_t size = 0; ///< rows; 0 without a matrix

@@ -85,7 +85,7 @@ void forget_platforms(strata::data_group root) {
 } // namespace
 
 std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root) {
-    if (!root.exists_group(schema::force_platform_path)) {
+    if (!root.exists_group(schema::metadata_force_platform)) {
         forget_platforms(root);
         return {};
     }

@@ -8,6 +8,7 @@
 
 #include "schema/analog_pairing.hpp"
 #include "schema/force_platform_table.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "store/typed_access.hpp"
 
@@ -16,8 +17,9 @@ namespace mox {
 namespace {
 
 strata::data_attribute channel_parameter(const strata::data_group& root) {
-    return root.exists_group(schema::force_platform_path)
-               ? root.retrieve_group(schema::force_platform_path).retrieve_attribute("CHANNEL")
+    return root.exists_group(schema::metadata_force_platform)
+               ? root.retrieve_group(schema::metadata_force_platform)
+                     .retrieve_attribute(schema::parameter::channel)
                : strata::data_attribute();
 }
 

@@ -26,17 +26,15 @@ namespace attribute = schema::attribute;
 
 namespace {
 
-constexpr char detected_from[] = "DetectedFrom"; // the parameters that groups were made from
-constexpr char undetected[] = "Undetected";      // why platforms have no group
-constexpr char remarks_told[] = "Remarks";       // what else was logged
-
 /// The parameters that detection depends on, as numbers: two acquisitions' are the same where
 /// nothing that matters differs.
 std::vector<double> parameters_of(const strata::data_group& root) {
+    namespace parameters = schema::parameter;
     std::vector<double> numbers;
-    const auto group = root.retrieve_group(schema::force_platform_path);
+    const auto group = root.retrieve_group(schema::metadata_force_platform);
     for (const auto* name :
-         {"USED", "TYPE", "CORNERS", "ORIGIN", "CHANNEL", "CAL_MATRIX", "FPCOPPOLY"}) {
+         {parameters::used, parameters::type, parameters::corners, parameters::origin,
+          parameters::channel, parameters::calibration, parameters::pressure_polynomial}) {
         const auto parameter = group.retrieve_attribute(name);
         // What holds none is told of when the groups are made.
         const auto values = schema::holds_numbers(parameter)
@@ -70,24 +68,24 @@ strata::data_group platforms_group(const strata::data_group& root,
                                    const schema::force_platform_table& table) {
     auto group = retrieve_or_create_group(root, schema::force_plates);
     const auto parameters = parameters_of(root);
-    const auto kept = group.retrieve_attribute(detected_from);
+    const auto kept = group.retrieve_attribute(attribute::detected_from);
     if (kept && are_same(schema::read_numbers<double>(kept), parameters))
         return group;
     for (const auto& name : group.list_group_children_name())
         group.delete_group(name);
     if (kept)
-        group.delete_attribute(detected_from);
+        group.delete_attribute(attribute::detected_from);
     for (std::size_t i = 0; i < table.unreadable().size(); ++i)
         log_store_failure(store_failure::read_attribute);
-    schema::write_numbers(group, detected_from, parameters);
+    schema::write_numbers(group, attribute::detected_from, parameters);
     return group;
 }
 
 /// True when the group refers to the very sets that the platform has.
 bool refers_to(const strata::data_group& group, const std::vector<strata::data_set>& channels) {
-    if (!group.exists_group("Channels"))
+    if (!group.exists_group(schema::name::platform_channels))
         return false;
-    const auto links = sets_of(group.retrieve_group("Channels"));
+    const auto links = sets_of(group.retrieve_group(schema::name::platform_channels));
     if (links.size() != channels.size())
         return false;
     for (std::size_t i = 0; i < links.size(); ++i) {
@@ -137,8 +135,8 @@ void detect_platforms(const strata::data_group& root, const schema::force_platfo
         }
         platform.group = group.retrieve_group(name);
     }
-    log_news(group, undetected, failures);
-    log_news(group, remarks_told, remarks_on(root, table, platforms));
+    log_news(group, attribute::undetected, failures);
+    log_news(group, attribute::remarks_told, remarks_on(root, table, platforms));
 }
 
 } // namespace mox

@@ -18,7 +18,8 @@ namespace mox {
 namespace {
 
 void add_repeated_labels(const strata::data_group& root, std::vector<std::string>& remarks) {
-    const auto labels = schema::read_parameter_list(root, schema::metadata_analog, "LABELS");
+    const auto labels =
+        schema::read_parameter_list(root, schema::metadata_analog, schema::parameter::labels);
     if (!labels)
         return;
     std::unordered_map<std::string, int> counts;

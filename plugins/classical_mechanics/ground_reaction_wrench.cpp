@@ -18,6 +18,7 @@
 #include "plugins/classical_mechanics/measured_platform.hpp"
 #include "plugins/classical_mechanics/sample_block.hpp"
 #include "plugins/classical_mechanics/wrench_parameters.hpp"
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/write_attribute.hpp"
 
@@ -96,11 +97,10 @@ void evaluate_unit(const strata::data_group& target, const anvil::json& json) {
         group.delete_set(name);
     auto set = strata::create_channel_set(group, name, wrench_components, platform.samples,
                                           std::move(buffers));
-    for (const auto* attribute : {"SampleRate", "StartTime"}) {
+    for (const auto* time : {schema::attribute::sample_rate, schema::attribute::start_time}) {
         const auto& channel = platform.channels.front();
         schema::write_number(
-            set, attribute,
-            schema::read_number<double>(channel.retrieve_attribute(attribute)).value_or(0.0));
+            set, time, schema::read_number<double>(channel.retrieve_attribute(time)).value_or(0.0));
     }
 }
 

@@ -7,9 +7,12 @@
 
 #include <fmt/format.h>
 
+#include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace classical_mechanics {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -25,14 +28,15 @@ std::array<double, Count> numbers_of(const strata::data_group& group, const char
 
 platform_type type_of(const strata::data_group& group) {
     const auto type =
-        schema::read_number<std::int32_t>(group.retrieve_attribute("Type")).value_or(0);
+        schema::read_number<std::int32_t>(group.retrieve_attribute(attribute::platform_type))
+            .value_or(0);
     if (type < 1 || type > 4)
         throw std::runtime_error(fmt::format("the platform's type is {}, not 1 to 4", type));
     return static_cast<platform_type>(type);
 }
 
 schema::plate_frame frame_of(const strata::data_group& group) {
-    const auto numbers = numbers_of<12>(group, "Corners");
+    const auto numbers = numbers_of<12>(group, attribute::corners);
     schema::plate_corners corners{};
     for (std::size_t i = 0; i < numbers.size(); ++i)
         corners[i / 3][i % 3] = numbers[i];
@@ -43,9 +47,9 @@ schema::plate_frame frame_of(const strata::data_group& group) {
 }
 
 std::vector<strata::data_set> channels_of(const strata::data_group& group, platform_type type) {
-    if (!group.exists_group("Channels"))
+    if (!group.exists_group(schema::name::platform_channels))
         throw std::runtime_error("the platform has no channels");
-    const auto links = group.retrieve_group("Channels");
+    const auto links = group.retrieve_group(schema::name::platform_channels);
     std::vector<strata::data_set> channels;
     for (const auto& name : links.list_set_children_name())
         channels.push_back(links.retrieve_set(name));
@@ -75,17 +79,17 @@ measured_platform read_platform(const strata::data_group& group) {
     measured_platform platform;
     platform.type = type_of(group);
     platform.frame = frame_of(group);
-    platform.origin = numbers_of<3>(group, "Origin");
+    platform.origin = numbers_of<3>(group, attribute::origin);
     if (platform.type == platform_type::eight_forces) {
         // Here the origin's first two numbers say where the sensors are, not where it is.
         platform.sensor_x = platform.origin[0];
         platform.sensor_y = platform.origin[1];
         platform.origin[0] = platform.origin[1] = 0.0;
-        if (group.exists_attribute("CenterOfPressurePolynomial"))
-            platform.polynomial = numbers_of<12>(group, "CenterOfPressurePolynomial");
+        if (group.exists_attribute(attribute::pressure_polynomial))
+            platform.polynomial = numbers_of<12>(group, attribute::pressure_polynomial);
     }
     if (platform.type == platform_type::calibrated_six_outputs)
-        platform.calibration = numbers_of<36>(group, "CalibrationMatrix");
+        platform.calibration = numbers_of<36>(group, attribute::calibration);
     platform.channels = channels_of(group, platform.type);
     platform.samples = samples_of(platform.channels);
     return platform;

@@ -17,12 +17,15 @@
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/force_platform_table.hpp"
+#include "schema/names.hpp"
 #include "schema/plate_frame.hpp"
 #include "schema/platform_obstacles.hpp"
 #include "schema/unit_parameters.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -103,23 +106,25 @@ detected_platform detect(const force_platform& described,
 
 void write_group(strata::data_group group, const detected_platform& platform) {
     const auto& described = platform.described;
-    schema::write_number(group, "Type", static_cast<std::int32_t>(described.type));
+    schema::write_number(group, attribute::platform_type,
+                         static_cast<std::int32_t>(described.type));
     std::vector<double> corners;
     for (const auto& corner : platform.corners)
         corners.insert(corners.end(), corner.begin(), corner.end());
-    schema::write_numbers(group, "Corners", strata::data_shape({4, 3}, false),
+    schema::write_numbers(group, attribute::corners, strata::data_shape({4, 3}, false),
                           std::span<const double>(corners));
-    schema::write_numbers(group, "Origin",
+    schema::write_numbers(group, attribute::origin,
                           std::vector<double>(platform.origin.begin(), platform.origin.end()));
     if (described.type == 4) {
         constexpr auto edge = static_cast<std::int64_t>(matrix_edge);
-        schema::write_numbers(group, "CalibrationMatrix", strata::data_shape({edge, edge}, false),
+        schema::write_numbers(group, attribute::calibration,
+                              strata::data_shape({edge, edge}, false),
                               std::span<const double>(platform.calibration));
     }
     if (described.type == 3 && !described.polynomial.empty())
-        schema::write_numbers(group, "CenterOfPressurePolynomial", described.polynomial);
+        schema::write_numbers(group, attribute::pressure_polynomial, described.polynomial);
 
-    auto channels = group.create_group("Channels");
+    auto channels = group.create_group(schema::name::platform_channels);
     const auto names = schema::channel_names(described.type);
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!channels.create_hard_link_internal(names[i], &platform.channels[i]))
