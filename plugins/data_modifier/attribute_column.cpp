@@ -6,8 +6,11 @@
 #include <utility>
 
 #include "plugins/data_modifier/split_source.hpp"
+#include "schema/names.hpp"
 
 namespace data_modifier {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -22,13 +25,13 @@ struct known_attribute {
 };
 
 constexpr std::array known_attributes{
-    known_attribute{"Description", data_type::string, "", 0.0},
-    known_attribute{"Label", data_type::string, "", 0.0},
-    known_attribute{"Unit", data_type::string, "Unknown", 0.0},
-    known_attribute{"Gain", data_type::int32, "", 0.0},
-    known_attribute{"Offset", data_type::float32, "", 0.0},
-    known_attribute{"Scale", data_type::float32, "", 1.0},
-    known_attribute{"MetricType", data_type::string, "", 0.0},
+    known_attribute{attribute::description, data_type::string, "", 0.0},
+    known_attribute{attribute::label, data_type::string, "", 0.0},
+    known_attribute{attribute::unit, data_type::string, schema::unknown_unit, 0.0},
+    known_attribute{attribute::gain, data_type::int32, "", 0.0},
+    known_attribute{attribute::offset, data_type::float32, "", 0.0},
+    known_attribute{attribute::scale, data_type::float32, "", 1.0},
+    known_attribute{attribute::metric_type, data_type::string, "", 0.0},
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "plugins/data_modifier/split_error.hpp"
+#include "schema/names.hpp"
 
 namespace data_modifier {
 
@@ -12,8 +13,9 @@ namespace {
 
 // Attributes that tell where a channel comes from and when it was sampled are not for splits to
 // choose.
-constexpr std::array<std::string_view, 3> reserved_destinations{"RelativeSetIndex", "SampleRate",
-                                                                "StartTime"};
+constexpr std::array<std::string_view, 3> reserved_destinations{
+    schema::attribute::relative_set_index, schema::attribute::sample_rate,
+    schema::attribute::start_time};
 
 [[noreturn]] void throw_bad_member(const std::string& member, const std::string& expected) {
     throw split_error{"The parameter '" + member + "' is not " + expected};

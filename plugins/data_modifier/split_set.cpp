@@ -14,8 +14,11 @@
 #include "plugins/data_modifier/split_error.hpp"
 #include "plugins/data_modifier/split_parameters.hpp"
 #include "plugins/data_modifier/split_source.hpp"
+#include "schema/names.hpp"
 
 namespace data_modifier {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -36,8 +39,10 @@ channel_columns read_columns(const split_source& source,
         return attribute_column{
             name, source.set.retrieve_attribute(split == splits.end() ? otherwise : split->source)};
     };
-    channel_columns columns{
-        column("Description", ""), column("Label", "Labels"), column("Unit", ""), {}};
+    channel_columns columns{column(attribute::description, ""),
+                            column(attribute::label, attribute::labels),
+                            column(attribute::unit, ""),
+                            {}};
     for (const auto& split : splits) {
         const auto is_split = [&](const attribute_column& fixed) {
             return fixed.name() == split.destination;
@@ -65,11 +70,12 @@ void make_channel(const split_source& source, const channel_columns& columns, st
                                           std::move(samples));
 
     columns.description.create_on(set, channel);
-    give_number(set, "RelativeSetIndex", data_type::int32, static_cast<std::int32_t>(channel));
+    give_number(set, attribute::relative_set_index, data_type::int32,
+                static_cast<std::int32_t>(channel));
     columns.label.create_on(set, channel);
     columns.unit.create_on(set, channel);
-    give_number(set, "SampleRate", data_type::float64, source.sample_rate);
-    give_number(set, "StartTime", data_type::float64, source.start_time_s);
+    give_number(set, attribute::sample_rate, data_type::float64, source.sample_rate);
+    give_number(set, attribute::start_time, data_type::float64, source.start_time_s);
     for (const auto& column : columns.others)
         column.create_on(set, channel);
 
@@ -87,7 +93,7 @@ void split(strata::data_group& root, const split_parameters& parameters) {
 
     destination_group destination{root, parameters.destination_group};
     auto& group = destination.group();
-    channel_names names{group, read_texts(source.set.retrieve_attribute("SetNames")),
+    channel_names names{group, read_texts(source.set.retrieve_attribute(attribute::set_names)),
                         source.labels};
     for (std::uint64_t channel = 0; channel < source.channels; ++channel) {
         const auto label = channel < source.labels.size() ? source.labels[channel] : std::string{};
@@ -97,9 +103,9 @@ void split(strata::data_group& root, const split_parameters& parameters) {
         destination.announce(name);
         make_channel(source, columns, channel, group, name);
     }
-    give_number(group, "NumSamples", data_type::int64, source.number_of_samples);
-    give_number(group, "SampleRate", data_type::float64, source.sample_rate);
-    give_number(group, "StartTime", data_type::float64, source.start_time_s);
+    give_number(group, attribute::num_samples, data_type::int64, source.number_of_samples);
+    give_number(group, attribute::sample_rate, data_type::float64, source.sample_rate);
+    give_number(group, attribute::start_time, data_type::float64, source.start_time_s);
     destination.keep();
 }
 

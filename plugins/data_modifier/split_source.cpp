@@ -6,8 +6,11 @@
 #include <strata/data_type.hpp>
 
 #include "plugins/data_modifier/split_error.hpp"
+#include "schema/names.hpp"
 
 namespace data_modifier {
+
+namespace attribute = schema::attribute;
 
 namespace {
 
@@ -74,7 +77,7 @@ split_source open_source(const strata::data_group& root, const std::string& path
     source.channels = static_cast<std::uint64_t>(extents[1]);
     source.samples = static_cast<std::uint64_t>(extents[2]);
 
-    const auto labels = source.set.retrieve_attribute("Labels");
+    const auto labels = source.set.retrieve_attribute(attribute::labels);
     const bool labelled = labels && strata::element_kind(labels.type()) == data_type::string;
     if (source.channels > 0 && !labelled) {
         throw split_error{"The source set '" + path +
@@ -82,9 +85,9 @@ split_source open_source(const strata::data_group& root, const std::string& path
     }
     source.labels = read_texts(labels);
     source.number_of_samples =
-        read_number(source.set, "NumSamples", data_type::int64, std::int64_t{extents[2]});
-    source.sample_rate = read_number(source.set, "SampleRate", data_type::float64, 0.0);
-    source.start_time_s = read_number(source.set, "StartTime", data_type::float64, 0.0);
+        read_number(source.set, attribute::num_samples, data_type::int64, std::int64_t{extents[2]});
+    source.sample_rate = read_number(source.set, attribute::sample_rate, data_type::float64, 0.0);
+    source.start_time_s = read_number(source.set, attribute::start_time, data_type::float64, 0.0);
     source.row_attributes = find_row_attributes(source.set, source.channels);
     return source;
 }

@@ -17,7 +17,7 @@ ALLOWED = {
     "schema": PLATFORM,
     "plugins/c3d": PLATFORM | {"schema"},
     "plugins/classical_mechanics": PLATFORM | {"schema"},
-    "plugins/data_modifier": PLATFORM,
+    "plugins/data_modifier": PLATFORM | {"schema"},
     "examples/plugin": PLATFORM,
     "store": PLATFORM | {"schema"},
     "acquisition": PLATFORM | {"schema", "store"},
