@@ -89,8 +89,6 @@ inline constexpr char offset[] = "Offset";          ///< float32
 inline constexpr char scale[] = "Scale";            ///< float32
 inline constexpr char residuals[] =
     "Residuals"; ///< float32 a sample: the fourth word of the file's point records
-inline constexpr char point_scale[] = "PointScale";  ///< float64, of the header: units a step of
-                                                     ///< integer coordinates and of residuals
 inline constexpr char reliability[] = "Reliability"; ///< float32 a sample of rotations
 
 // Of a raw set, an element a channel.
@@ -110,9 +108,10 @@ inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";     
 inline constexpr char analog_values_per_frame[] = "TotalAnalogSamplesPer3dSample";      ///< int32
 inline constexpr char first_frame[] = "FirstFrame";                                     ///< int32
 inline constexpr char last_frame[] = "LastFrame";                                       ///< int32
-inline constexpr char processor[] = "Processor";    ///< int32: 84, 85 or 86
-inline constexpr char storage[] = "Storage";        ///< "integer" or "real"
-inline constexpr char point_scale[] = "PointScale"; ///< float32
+inline constexpr char processor[] = "Processor"; ///< int32: 84, 85 or 86
+inline constexpr char storage[] = "Storage";     ///< "integer" or "real"
+inline constexpr char point_scale[] =
+    "PointScale"; ///< float32: units a step of integer coordinates and of residuals
 inline constexpr char section_head[] =
     "SectionHead"; ///< int16: first bytes of the parameter section
 inline constexpr char header_block[] =
