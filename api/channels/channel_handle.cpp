@@ -9,8 +9,6 @@
 #include <strata/access/same_set.hpp>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
-#include "api/channels/channel_kinds.hpp"
 #include "api/channels/matrix_check.hpp"
 #include "api/channels/write_channels.hpp"
 #include "schema/names.hpp"

@@ -7,7 +7,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "api/channels/channel_numbering.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
@@ -15,26 +15,20 @@
 
 namespace mox::channels {
 
-namespace {
-
-constexpr std::string_view analogs = "Analogs";
-
-} // namespace
-
 std::vector<strata::data_group> groups_of_kind(const strata::data_store& acquisition,
                                                const std::string& kind) {
-    if (kind == all_points)
+    if (kind == schema::name::points)
         return point_groups(acquisition.root());
     return {group_of_kind(acquisition, kind)};
 }
 
 strata::data_group group_of_kind(const strata::data_store& acquisition, const std::string& kind) {
-    if (kind == analogs)
+    if (kind == schema::name::analogs)
         return retrieve_group(acquisition.root(), schema::analogs_export);
-    const auto* type = find_point_type_of_group(kind);
-    if (!type)
+    const auto* found = find_point_kind_of_group(kind);
+    if (!found)
         throw swig_error(error_code::value, fmt::format("There is no kind '{}'", kind));
-    return retrieve_group(acquisition.root(), type->path);
+    return retrieve_group(acquisition.root(), found->path);
 }
 
 std::vector<strata::data_set> channels_of(const std::vector<strata::data_group>& groups) {

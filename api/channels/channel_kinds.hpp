@@ -6,7 +6,6 @@
 #include "store/python.hpp"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <strata/data_group.hpp>
@@ -14,9 +13,6 @@
 #include <strata/data_store.hpp>
 
 namespace mox::channels {
-
-/// What all points together are called.
-inline constexpr std::string_view all_points = "Points";
 
 /// The groups that hold the channels of a kind: one, or five for all points, in the order of their
 /// types. `kind` is "Markers", "Angles", "Forces", "Moments", "Powers", "Points" or "Analogs":

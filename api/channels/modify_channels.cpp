@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
-#include "acquisition/channels/point_types.hpp"
+#include "acquisition/channels/find_point_kind.hpp"
 #include "acquisition/time_base/sampling.hpp"
 #include "api/channels/channel_handle.hpp"
 #include "api/channels/channel_kinds.hpp"
@@ -64,7 +64,7 @@ std::string unit_of_new_channel(const strata::data_group& group) {
                                                  static_cast<std::ptrdiff_t>(units.size());
         return agree ? units.front() : std::string(unit_of_analogs);
     }
-    return units.empty() ? std::string(find_point_type_of_group(group.name())->default_unit)
+    return units.empty() ? std::string(find_point_kind_of_group(group.name())->usual_unit)
                          : units.front();
 }
 
@@ -85,8 +85,8 @@ strata::data_set new_channel(const strata::data_store& acquisition, const strata
     auto channel = is_analog(group) ? make_analog_channel(group, name, index, {})
                                     : make_channel(group, name, index, {});
     if (!is_analog(group)) {
-        const auto* type = find_point_type_of_group(group.name());
-        create_text(channel, attribute::metric_type, std::string(type->word));
+        const auto* kind = find_point_kind_of_group(group.name());
+        create_text(channel, attribute::metric_type, std::string(kind->word));
     }
     write_or_create(channel, attribute::label, label);
     write_or_create(channel, attribute::unit, unit);
