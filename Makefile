@@ -88,7 +88,7 @@ lint: $(venv_ready)
 	@clang-format --dry-run --Werror $(cpp_files)
 	@ruff format --quiet --check .
 	@ruff check --quiet .
-	@python tools/make_stub.py $(stubs)/_moxPY/__init__.pyi
+	@python tools/make_stub.py $(stubs)/_moxPY/__init__.pyi && cp module/trial.pyi $(stubs)/_moxPY
 	@MYPYPATH=$(stubs) mypy
 
 # Minutes, not seconds: the analyzer follows every path.

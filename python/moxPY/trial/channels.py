@@ -63,8 +63,8 @@ class Channels(MutableMapping[str, Channel]):
         """The unit of each channel."""
         return {label: channel.unit for label, channel in self.items()}
 
-    @property
-    def values(self) -> FloatArray:  # type: ignore[override]
+    @property  # type: ignore[override]
+    def values(self) -> FloatArray:
         """All samples, read-only: shape (frames, channels, 3), the channels in the order of
         `labels`. Assign an array of that shape to replace them."""
         shape = self._shape
@@ -86,7 +86,7 @@ class Channels(MutableMapping[str, Channel]):
     def _shape(self) -> tuple[int, ...]:
         return self._trial.frames, len(self), 3
 
-    _axes = ("frames", "channels", "3")
+    _axes: tuple[str, ...] = ("frames", "channels", "3")
 
     def rename(self, labels: Mapping[str, str] | Callable[[str], str]) -> None:
         """Give channels other labels, in place.
@@ -224,8 +224,8 @@ class Analogs(Channels):
         first = (self._trial.first_frame - 1) * ratio
         return read_only((np.arange(self._samples) + first) / (self._trial.rate * ratio))
 
-    @property
-    def values(self) -> FloatArray:  # type: ignore[override]
+    @property  # type: ignore[override]
+    def values(self) -> FloatArray:
         """All samples, read-only: shape (samples, channels), the channels in the order of
         `labels`. Assign an array of that shape to replace them."""
         return super().values
