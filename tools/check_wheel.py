@@ -1,5 +1,7 @@
 """Install the newest wheel of a folder into an empty virtual environment and import it there.
 
+Type checkers have to find the types in it, too.
+
 Usage: check_wheel.py DIST
 """
 
@@ -11,9 +13,13 @@ import sys
 import tempfile
 import tomllib
 import venv
+import zipfile
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
+
+# For type checkers: the stub of the extension module, and the marks of packages that publish types.
+TYPES = {"_moxPY/__init__.pyi", "_moxPY/py.typed", "moxPY/py.typed"}
 
 # Run outside the checkout: only the installed files can answer.
 QUESTION = """
@@ -36,6 +42,11 @@ def newest_wheel(folder: Path) -> Path:
     return wheels[-1].resolve()
 
 
+def missing_types(wheel: Path) -> list[str]:
+    with zipfile.ZipFile(wheel) as archive:
+        return sorted(TYPES - set(archive.namelist()))
+
+
 def answer_of_installed(wheel: Path, folder: Path) -> list[str]:
     """Version and plugin names that the installed wheel reports."""
     environment = folder / "venv"
@@ -55,8 +66,11 @@ def main() -> int:
     wheel = newest_wheel(parser.parse_args().dist)
     with tempfile.TemporaryDirectory() as folder:
         version, *plugins = answer_of_installed(wheel, Path(folder))
-    is_good = version == project_version() and bool(plugins)
+    missing = missing_types(wheel)
+    is_good = version == project_version() and bool(plugins) and not missing
     print(f"{wheel.name}: version {version}, plugins {', '.join(plugins) or 'none'}")
+    if missing:
+        print(f"{wheel.name}: without {', '.join(missing)}")
     return 0 if is_good else 1
 
 
