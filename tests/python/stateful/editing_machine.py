@@ -11,8 +11,8 @@ import _moxPY
 import numpy as np
 import pytest
 from hypothesis.stateful import RuleBasedStateMachine, invariant
-from support.model_acquisition import Acquisition
-from support.model_state import POINT_TYPES, Channel, ChannelGroup, Refused
+from support.model.acquisition import Acquisition
+from support.model.state import POINT_TYPES, Channel, ChannelGroup, Refused
 from support.same_values import require_same
 
 # Everything that reads an acquisition and takes nothing else.

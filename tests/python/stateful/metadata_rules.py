@@ -10,7 +10,7 @@ from hypothesis import strategies as st
 from hypothesis.stateful import rule
 from stateful.editing_machine import EditingMachine
 from stateful.picks import Existing, entry_path, existing_entry, mostly, value_like
-from support.model_state import Refused
+from support.model.state import Refused
 
 groups = st.sampled_from(["MINE", "POINT", "ANALOG", "MINE/DEEP", "", "NOWHERE"])
 entries = st.sampled_from(["NOTE", "NUMBERS", "BITS", "RATE", "LABELS", "DEEP", "", "X/NOTE"])

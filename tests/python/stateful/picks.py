@@ -8,7 +8,7 @@ from typing import Any
 
 import numpy as np
 from hypothesis import strategies as st
-from support.model_state import Channel, Entry, MetadataGroup
+from support.model.state import Channel, Entry, MetadataGroup
 
 
 @dataclass(frozen=True)

@@ -7,7 +7,7 @@ from hypothesis.stateful import precondition, rule
 from stateful.editing_machine import EditingMachine
 from stateful.matrices import Matrix, matrices
 from stateful.picks import Existing, channel_key, existing, mostly
-from support.model_state import GROUP_OF_TYPE, POINT_TYPES
+from support.model.state import GROUP_OF_TYPE, POINT_TYPES
 
 LABELS = ["LASI", "RASI", "Hüfte", "A/B", "A_B", "", "unamed_1", "unamed_2", "LASI_2"]
 

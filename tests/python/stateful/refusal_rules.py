@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import Any
 
 from stateful.editing_machine import EditingMachine
-from support.model_state import Refused
+from support.model.state import Refused
 
 UNAVAILABLE: list[tuple[str, tuple[Any, ...]]] = [
     ("moxSetEventLabel", (0, "Heel")),

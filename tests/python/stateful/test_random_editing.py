@@ -29,7 +29,7 @@ from stateful.start_files import (
 from stateful.writing_rules import WritingRules
 from support.c3d_bytes import C3DFile
 from support.memory import under_a_sanitizer
-from support.model_acquisition import Acquisition, acquisition_of, new_acquisition
+from support.model.acquisition import Acquisition, acquisition_of, new_acquisition
 
 # The same sequences in every run. A number in MOXPY_EDITING_EXAMPLES searches that many new ones.
 EXAMPLES = os.environ.get("MOXPY_EDITING_EXAMPLES")

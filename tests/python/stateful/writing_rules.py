@@ -12,8 +12,8 @@ import numpy as np
 from hypothesis.stateful import rule
 from stateful.editing_machine import EditingMachine
 from support.failures import failure_of
-from support.model_acquisition import Acquisition
-from support.model_state import Entry
+from support.model.acquisition import Acquisition
+from support.model.state import Entry
 
 NO_RATE = (RuntimeError, "Frequency is not set, impossible to export to c3d")
 

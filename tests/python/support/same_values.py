@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_state import Anything
+from .model.state import Anything
 
 
 def require_same(actual: Any, expected: Any, where: str) -> None:

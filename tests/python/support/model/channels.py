@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_state import Array, Channel, ChannelGroup, Refused
+from .state import Array, Channel, ChannelGroup, Refused
 
 ELEMENT_TYPE = (
     "Given matrix should have type as float or double, maybe try casting your array "

@@ -6,9 +6,9 @@ import math
 
 import numpy as np
 
-from .model_channels import resize
-from .model_entries import assign_number, tell_rate
-from .model_state import Anything, ChannelGroup, Entry, Refused, State, single
+from .channels import resize
+from .entries import assign_number, tell_rate
+from .state import Anything, ChannelGroup, Entry, Refused, State, single
 
 
 class SamplingModel(State):

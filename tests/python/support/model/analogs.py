@@ -6,7 +6,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_channels import (
+from .channels import (
     by_index,
     checked,
     close_gap,
@@ -19,8 +19,8 @@ from .model_channels import (
     units,
     unused_name,
 )
-from .model_sampling import SamplingModel
-from .model_state import Array, Channel, Refused, single
+from .sampling import SamplingModel
+from .state import Array, Channel, Refused, single
 
 GAINS = [0.0, 10000.0, 5000.0, 2500.0, 1250.0, 1000.0]
 

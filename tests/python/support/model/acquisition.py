@@ -7,14 +7,15 @@ from collections.abc import Mapping
 
 import numpy as np
 
-from .c3d_bytes import C3DFile
-from .model_analogs import AnalogModel
-from .model_channels import set_name
-from .model_entries import require_readable
-from .model_events import EventModel
-from .model_metadata import MetadataModel
-from .model_point_edits import PointEditModel
-from .model_state import (
+from ..c3d_bytes import C3DFile
+from ..parameters import BYTE, CHARACTER, INTEGER, REAL, Parameter
+from .analogs import AnalogModel
+from .channels import set_name
+from .entries import require_readable
+from .events import EventModel
+from .metadata import MetadataModel
+from .point_edits import PointEditModel
+from .state import (
     POINT_TYPES,
     Channel,
     Entry,
@@ -23,7 +24,6 @@ from .model_state import (
     RawSets,
     single,
 )
-from .parameters import BYTE, CHARACTER, INTEGER, REAL, Parameter
 
 
 class Acquisition(PointEditModel, AnalogModel, EventModel, MetadataModel):

@@ -1,8 +1,4 @@
-"""What an acquisition consists of, as plain Python values and NumPy arrays.
-
-The `model_...` modules say what every function does to an acquisition, without the module under
-test: `Acquisition` in `model_acquisition` has a method for each function, of the same name.
-"""
+"""What an acquisition consists of, as plain Python values and NumPy arrays."""
 
 from __future__ import annotations
 

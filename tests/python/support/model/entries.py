@@ -8,7 +8,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_state import Entry, Refused, single
+from .state import Entry, Refused, single
 
 KIND_OF_FORMAT = {"Integer": "int16", "Byte": "int8", "Char": "str", "Real": "float32"}
 FORMAT_OF_KIND = {

@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_state import Event, Refused, State, single
+from .state import Event, Refused, State, single
 
 UNAVAILABLE = (
     "This function was not implemented because of a change in backend data storage. If you are "

@@ -6,8 +6,8 @@ from typing import Any
 
 import numpy as np
 
-from .model_channels import find, joined, keyed, units
-from .model_state import POINT_TYPES, Array, Channel, State
+from .channels import find, joined, keyed, units
+from .state import POINT_TYPES, Array, Channel, State
 
 Reading = list[Any]
 

@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_channels import (
+from .channels import (
     by_index,
     checked,
     close_gap,
@@ -19,9 +19,9 @@ from .model_channels import (
     spread,
     unused_name,
 )
-from .model_points import PointModel, Reading
-from .model_sampling import SamplingModel
-from .model_state import GROUP_OF_TYPE, Array, Channel, ChannelGroup, Refused
+from .points import PointModel, Reading
+from .sampling import SamplingModel
+from .state import GROUP_OF_TYPE, Array, Channel, ChannelGroup, Refused
 
 
 def _setter(group_name: str) -> Any:

@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from .model_entries import (
+from .entries import (
     KIND_OF_FORMAT,
     exported,
     kind_of,
@@ -17,7 +17,7 @@ from .model_entries import (
     too_large,
     written,
 )
-from .model_state import Entry, MetadataGroup, Refused, State
+from .state import Entry, MetadataGroup, Refused, State
 
 DIFFERENT_SHAPE = (
     "Impossible to write value(s) with a shape different than the one stored in the data attribute"
