@@ -57,6 +57,11 @@ def test_functions_have_examples(name: str):
     assert sections_of(name)[-1] == "Examples"
 
 
+def test_the_examples_of_every_function_are_run():
+    found = {parameters.id.rpartition(".")[2] for parameters in examples()}
+    assert set(FUNCTIONS) - found == set()
+
+
 @pytest.mark.parametrize("name", FUNCTIONS)
 def test_parameters_and_results_are_documented(name: str):
     signature = inspect.signature(getattr(moxPY, name))
