@@ -6,6 +6,7 @@ from types import FunctionType
 from typing import TYPE_CHECKING
 
 from .acquisition.files import *
+from .acquisition.lifecycle import *
 from .acquisition.sampling import *
 from .acquisition.set_sampling import *
 from .analogs.modify_analogs import *
@@ -13,9 +14,11 @@ from .analogs.read_analogs import *
 from .analogs.set_analog_attributes import *
 from .devices.force_platforms import *
 from .devices.rotations import *
+from .devices.wrenches import *
 from .events.modify_events import *
 from .events.read_events import *
 from .metadata.analysis import *
+from .metadata.info_record import *
 from .metadata.modify_metadata import *
 from .metadata.read_metadata import *
 from .plugins import *
