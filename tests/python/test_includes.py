@@ -132,6 +132,18 @@ def test_includes_from_a_subject_upwards_are_noticed(house: str, subject: str, i
     assert not is_below(include, house, subject)
 
 
+def folders_of(pattern: str) -> set[str]:
+    return {path.parent.name for path in REPOSITORY.glob(pattern)}
+
+
+def test_a_family_has_one_name_everywhere():
+    families = folders_of("python/moxPY/functions/*/*.py")
+    # What points and analog channels share is no family of functions; the functions of whole
+    # acquisitions lie in the folder below the families.
+    assert families == folders_of("api/*/*.cpp") - {"channels"} | {"acquisition"}
+    assert families | {"channels"} <= folders_of("tests/python/*/test_*.py")
+
+
 def test_includes_in_quotes_are_paths_from_the_root():
     others = [
         (name_of(path), include)
