@@ -2,14 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 
-#include "plugins/c3d/analogs/analog_offsets.hpp"
+#include "plugins/c3d/analogs/read_scaling.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
@@ -21,51 +21,6 @@ namespace c3d {
 namespace attribute = schema::attribute;
 
 namespace {
-
-void remove_sign(std::span<float> samples) noexcept {
-    for (auto& sample : samples)
-        sample = sample < 0.0F ? sample + 65536.0F : sample;
-}
-
-struct stored_scaling {
-    std::vector<float> scales;
-    std::vector<float> offsets;
-};
-
-/// Reads scale and offset of every channel and gives them to its buffer.
-stored_scaling apply_scaling(analog_samples& samples, const parameter_table& parameters,
-                             sample_storage storage, warnings& notes) {
-    const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
-    const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
-    const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
-    const auto bits = parameters.count("ANALOG", "BITS");
-    const analog_encoding encoding{storage, declared_sign(parameters),
-                                   !bits || *bits == 0 || *bits >= 16};
-    stored_scaling result;
-    for (std::size_t i = 0; i < samples.channels.size(); ++i) {
-        auto& buffer = samples.channels[i];
-        const auto scale = scales.number(i).value_or(1.0);
-        offset_reading offset{offsets.number(i).value_or(0.0), false};
-        if (const auto word = offsets.word(i)) {
-            offset = read_offset(*word, encoding, floats_of(buffer));
-            if (offset.offset != static_cast<double>(*word) &&
-                encoding.declared != word_sign::without) {
-                notes.add("ANALOG:OFFSET of channel {} is {} without ANALOG:FORMAT being UNSIGNED; "
-                          "read as {}",
-                          i + 1, *word, offset.offset);
-            }
-        }
-        if (offset.unsigned_samples)
-            remove_sign(floats_of(buffer));
-        if (scale == 0.0 || general == 0.0) {
-            notes.add("the scale of an analog channel is 0; its values are 0");
-        }
-        buffer.set_scaling(offset.offset, scale * general);
-        result.scales.push_back(static_cast<float>(scale));
-        result.offsets.push_back(static_cast<float>(offset.offset));
-    }
-    return result;
-}
 
 std::vector<std::int32_t> gain_codes(const parameter_table& parameters, std::size_t channels) {
     const channel_entries entries(parameters, "ANALOG", "GAIN", single_value::of_all_channels);
@@ -111,9 +66,14 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto& parameters = file.parameters;
     const auto channels = samples.channels.size();
     const auto count = layout.frames * layout.samples_per_frame;
+<<<<<<< HEAD
     const auto scaling = apply_scaling(samples, parameters, layout.storage, notes);
     auto set = strata::create_channel_set(data, schema::name::analogs, 1, count,
                                           std::move(samples.channels));
+=======
+    const auto scaling = apply_scaling(samples.channels, parameters, layout.storage, notes);
+    auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
+>>>>>>> ada52b5 (Put the reading and the writing of scales and of event sets together)
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
     schema::write_texts(set, attribute::labels, labels);
     schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));

@@ -2,17 +2,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include <fmt/format.h>
 
 #include <strata/data_set.hpp>
 #include <strata/data_type.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/event_types.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -79,7 +84,50 @@ event_set read_event_set(const strata::data_set& set) {
     return result;
 }
 
+std::string type_of(const event_occurrence& event) {
+    return schema::event_type(event.has_icon ? event.icon : -1, event.label);
+}
+
+template <typename Value, typename Member>
+std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
+    std::vector<Value> values;
+    values.reserve(set.occurrences.size());
+    for (const auto& event : set.occurrences)
+        values.push_back(event.*member);
+    return values;
+}
+
 } // namespace
+
+void create_event_set(strata::data_group& events, const event_set& content) {
+    if (events.exists_set(content.name))
+        events.delete_set(content.name);
+    const auto times = column<float>(content, &event_occurrence::time_s);
+    const strata::data_shape shape({static_cast<std::int64_t>(times.size())}, false);
+    auto set = events.create_set(content.name, shape, strata::data_type::float32);
+    if (!set.select(shape, false).write_value(times.data(), strata::data_type::float32)) {
+        throw std::runtime_error(
+            fmt::format("the times of the event '{}' were refused", content.name));
+    }
+    const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
+    const auto& first = content.occurrences.front();
+    schema::write_text(set, attribute::event_context, first.context);
+    schema::write_numbers(set, attribute::event_icons, std::vector<std::int32_t>{icons.front()});
+    schema::write_text(set, attribute::event_subject, first.subject);
+    schema::write_text(set, attribute::event_description, first.description);
+    schema::write_text(set, attribute::event_type, type_of(first));
+    schema::write_texts(set, attribute::occurrence_contexts,
+                        column<std::string>(content, &event_occurrence::context));
+    schema::write_texts(set, attribute::occurrence_labels,
+                        column<std::string>(content, &event_occurrence::label));
+    schema::write_texts(set, attribute::occurrence_subjects,
+                        column<std::string>(content, &event_occurrence::subject));
+    schema::write_texts(set, attribute::occurrence_descriptions,
+                        column<std::string>(content, &event_occurrence::description));
+    schema::write_numbers(set, attribute::occurrence_icons, icons);
+    schema::write_numbers(set, attribute::occurrence_flags,
+                          column<std::int32_t>(content, &event_occurrence::flags));
+}
 
 std::vector<event_set> read_event_sets(const strata::data_group& events) {
     std::vector<event_set> sets;

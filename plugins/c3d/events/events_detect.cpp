@@ -1,75 +1,22 @@
 #include "plugins/c3d/events/events_detect.hpp"
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <initializer_list>
 #include <optional>
-#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include <strata/data_set.hpp>
 #include <strata/plugin/status_of.hpp>
 
 #include "plugins/c3d/events/event_grouping.hpp"
-#include "schema/event_types.hpp"
-#include "schema/names.hpp"
+#include "plugins/c3d/events/event_sets.hpp"
+#include "plugins/c3d/events/read_events.hpp"
 #include "schema/unit_parameters.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
 
 namespace {
-
-namespace attribute = schema::attribute;
-
-std::string type_of(const event_occurrence& event) {
-    return schema::event_type(event.has_icon ? event.icon : -1, event.label);
-}
-
-template <typename Value, typename Member>
-std::vector<Value> column(const event_set& set, Member event_occurrence::* member) {
-    std::vector<Value> values;
-    values.reserve(set.occurrences.size());
-    for (const auto& event : set.occurrences)
-        values.push_back(event.*member);
-    return values;
-}
-
-void create_event_set(strata::data_group& events, const event_set& content) {
-    if (events.exists_set(content.name))
-        events.delete_set(content.name);
-    const auto times = column<float>(content, &event_occurrence::time_s);
-    const strata::data_shape shape({static_cast<std::int64_t>(times.size())}, false);
-    auto set = events.create_set(content.name, shape, strata::data_type::float32);
-    if (!set.select(shape, false).write_value(times.data(), strata::data_type::float32)) {
-        throw std::runtime_error(
-            fmt::format("the times of the event '{}' were refused", content.name));
-    }
-    const auto icons = column<std::int32_t>(content, &event_occurrence::icon);
-    const auto& first = content.occurrences.front();
-    schema::write_text(set, attribute::event_context, first.context);
-    schema::write_numbers(set, attribute::event_icons, std::vector<std::int32_t>{icons.front()});
-    schema::write_text(set, attribute::event_subject, first.subject);
-    schema::write_text(set, attribute::event_description, first.description);
-    schema::write_text(set, attribute::event_type, type_of(first));
-    schema::write_texts(set, attribute::occurrence_contexts,
-                        column<std::string>(content, &event_occurrence::context));
-    schema::write_texts(set, attribute::occurrence_labels,
-                        column<std::string>(content, &event_occurrence::label));
-    schema::write_texts(set, attribute::occurrence_subjects,
-                        column<std::string>(content, &event_occurrence::subject));
-    schema::write_texts(set, attribute::occurrence_descriptions,
-                        column<std::string>(content, &event_occurrence::description));
-    schema::write_numbers(set, attribute::occurrence_icons, icons);
-    schema::write_numbers(set, attribute::occurrence_flags,
-                          column<std::int32_t>(content, &event_occurrence::flags));
-}
 
 /// The group at `path` of a file's tree, wherever `source` begins; nothing when there is none.
 std::optional<strata::data_group> find_group(const strata::data_group& root,
