@@ -3,7 +3,9 @@
 #include <array>
 #include <utility>
 
-#include "platform/strata/src/elements/convert_number.hpp"
+#include <strata/access/convert_number.hpp>
+
+#include "platform/strata/src/elements/element_access.hpp"
 #include "platform/strata/src/elements/number_types.hpp"
 
 namespace strata::detail {

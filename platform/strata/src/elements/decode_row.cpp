@@ -5,7 +5,7 @@
 
 #include "platform/strata/src/elements/channel_rows.hpp"
 #include "platform/strata/src/elements/convert_elements.hpp"
-#include "platform/strata/src/elements/convert_number.hpp"
+#include "platform/strata/src/elements/element_access.hpp"
 
 namespace strata::detail {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/strata/src/elements/channel_rows.hpp"
-#include "platform/strata/src/elements/convert_number.hpp"
+#include "platform/strata/src/elements/element_access.hpp"
 #include "platform/strata/src/elements/number_types.hpp"
 
 namespace strata::detail {

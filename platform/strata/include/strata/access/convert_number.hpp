@@ -1,29 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
-namespace strata::detail {
+namespace strata {
 
-/// Element `index` of `elements`, which need not be aligned for it.
-template <typename Number>
-[[nodiscard]] Number load(const std::byte* elements, std::size_t index) noexcept {
-    if constexpr (std::is_same_v<Number, bool>) {
-        return elements[index] !=
-               std::byte{0}; // any other bit pattern is true, and no valid bool object
-    } else {
-        Number value;
-        std::memcpy(&value, elements + index * sizeof(Number), sizeof(Number));
-        return value;
-    }
-}
-
-template <typename Number>
-void save(std::byte* elements, std::size_t index, Number value) noexcept {
-    std::memcpy(elements + index * sizeof(Number), &value, sizeof(Number));
-}
+namespace detail {
 
 /// Conversion of a real number to an integer type that cuts off the fraction, gives the nearest
 /// limit to numbers beyond the type's range, and 0 to NaN.
@@ -42,15 +24,17 @@ template <typename Integer, typename Real> [[nodiscard]] Integer saturate(Real v
     return static_cast<Integer>(value);
 }
 
+} // namespace detail
+
 /// `value` as another number type: as in C++, saturating where C++ leaves the result undefined.
 template <typename To, typename From> [[nodiscard]] To convert_number(From value) noexcept {
     if constexpr (std::is_same_v<To, bool>) {
         return value != From{};
     } else if constexpr (std::is_floating_point_v<From> && std::is_integral_v<To>) {
-        return saturate<To>(value);
+        return detail::saturate<To>(value);
     } else {
         return static_cast<To>(value);
     }
 }
 
-} // namespace strata::detail
+} // namespace strata
