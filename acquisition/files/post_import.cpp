@@ -4,6 +4,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -55,10 +56,12 @@ void describe_points(const strata::data_group& root, const strata::data_group& g
     for (const auto& set : sets_of(group)) {
         if (!set.exists_attribute(attribute::relative_set_index))
             continue;
-        const auto index = static_cast<std::size_t>(
-            read<std::uint64_t>(set.retrieve_attribute(attribute::relative_set_index)));
+        const auto index =
+            read<std::int64_t>(set.retrieve_attribute(attribute::relative_set_index));
+        const bool is_listed = index >= 0 && std::cmp_less(index, descriptions->size());
         write_or_create(set, attribute::description,
-                        index < descriptions->size() ? (*descriptions)[index] : std::string());
+                        is_listed ? (*descriptions)[static_cast<std::size_t>(index)]
+                                  : std::string());
     }
 }
 

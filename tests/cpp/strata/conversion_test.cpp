@@ -102,11 +102,35 @@ TYPED_TEST(Saturation, CutsOffFractions) {
               (std::vector<TypeParam>{2, 0, 0}));
 }
 
-TEST(ConversionOfIntegers, KeepsTheLowBitsWhereTheTargetIsNarrower) {
-    EXPECT_EQ(converted<std::int8_t>(std::vector<std::int32_t>{300, -129}),
-              (std::vector<std::int8_t>{44, 127}));
-    EXPECT_EQ(converted<std::uint16_t>(std::vector<std::int32_t>{-1}),
-              std::vector<std::uint16_t>{65535});
+TYPED_TEST(Saturation, ClampsIntegersBeyondTheLimits) {
+    using limits = std::numeric_limits<TypeParam>;
+    constexpr auto most = std::numeric_limits<std::uint64_t>::max();
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(converted<TypeParam>(std::vector<std::uint64_t>{most}),
+              std::vector<TypeParam>{limits::max()});
+    EXPECT_EQ(converted<TypeParam>(std::vector<std::int64_t>{least}),
+              std::vector<TypeParam>{limits::min()});
+}
+
+TEST(ConversionOfIntegers, ClampsWhereTheTargetIsNarrower) {
+    EXPECT_EQ(converted<std::int8_t>(std::vector<std::int32_t>{300, 128, 127, -128, -129}),
+              (std::vector<std::int8_t>{127, 127, 127, -128, -128}));
+    EXPECT_EQ(converted<std::int16_t>(std::vector<std::uint16_t>{65535, 32768, 32767}),
+              (std::vector<std::int16_t>{32767, 32767, 32767}));
+}
+
+TEST(ConversionOfIntegers, ClampsNegativeOnesToZeroWhereThereIsNoSign) {
+    EXPECT_EQ(converted<std::uint16_t>(std::vector<std::int32_t>{-1, 65536, 65535}),
+              (std::vector<std::uint16_t>{0, 65535, 65535}));
+    EXPECT_EQ(converted<std::uint64_t>(std::vector<std::int8_t>{-1, 0, 127}),
+              (std::vector<std::uint64_t>{0, 0, 127}));
+}
+
+TEST(ConversionOfIntegers, ClampsWhenWriting) {
+    const data_store store;
+    auto attribute = store.root().create_attribute("a", shape({3}), data_type::int16);
+    give<std::int64_t>(attribute, {70000, -70000, 7});
+    EXPECT_EQ(values<std::int16_t>(attribute), (std::vector<std::int16_t>{32767, -32768, 7}));
 }
 
 TEST(ConversionOfReals, KeepsWhatHasNoNumber) {

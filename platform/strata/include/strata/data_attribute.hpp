@@ -35,11 +35,10 @@ class STRATA_EXPORT data_attribute {
     [[nodiscard]] data_type type() const noexcept;
 
     /// Copies all elements into `buffer`, converted to `requested`, in row-major order of the
-    /// shape. Numbers convert as in C++, saturating where C++ leaves the result undefined (a NaN
-    /// becomes 0); between text and numbers there is no conversion. For `string`, `buffer` is an
-    /// array of `const char*` whose texts are the caller's until it passes the buffer to
-    /// data_converter_string_clean_buffer. False when nothing could be read; `buffer` is then
-    /// unchanged.
+    /// shape. Numbers convert as convert_number says; between text and numbers there is no
+    /// conversion. For `string`, `buffer` is an array of `const char*` whose texts are the caller's
+    /// until it passes the buffer to data_converter_string_clean_buffer. False when nothing could
+    /// be read; `buffer` is then unchanged.
     [[nodiscard]] bool read_value(void* buffer, data_type requested) const;
 
     /// Replaces all elements by those of `buffer`, converted from `given` to the stored type; for

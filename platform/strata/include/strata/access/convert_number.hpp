@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 namespace strata {
 
@@ -26,14 +27,20 @@ template <typename Integer, typename Real> [[nodiscard]] Integer saturate(Real v
 
 } // namespace detail
 
-/// `value` as another number type: as in C++, saturating where C++ leaves the result undefined.
+/// `value` as another number type: a fraction is cut off for integers, what is beyond the range of
+/// an integer type becomes its nearest limit, NaN becomes 0, and whatever is not zero is true.
 template <typename To, typename From> [[nodiscard]] To convert_number(From value) noexcept {
     if constexpr (std::is_same_v<To, bool>) {
         return value != From{};
-    } else if constexpr (std::is_floating_point_v<From> && std::is_integral_v<To>) {
-        return detail::saturate<To>(value);
-    } else {
+    } else if constexpr (std::is_same_v<From, bool> || !std::is_integral_v<To>) {
         return static_cast<To>(value);
+    } else if constexpr (std::is_integral_v<From>) {
+        if (std::in_range<To>(value))
+            return static_cast<To>(value);
+        return std::cmp_less(value, 0) ? std::numeric_limits<To>::min()
+                                       : std::numeric_limits<To>::max();
+    } else {
+        return detail::saturate<To>(value);
     }
 }
 
