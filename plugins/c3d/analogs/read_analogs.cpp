@@ -66,14 +66,9 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto& parameters = file.parameters;
     const auto channels = samples.channels.size();
     const auto count = layout.frames * layout.samples_per_frame;
-<<<<<<< HEAD
-    const auto scaling = apply_scaling(samples, parameters, layout.storage, notes);
+    const auto scaling = apply_scaling(samples.channels, parameters, layout.storage, notes);
     auto set = strata::create_channel_set(data, schema::name::analogs, 1, count,
                                           std::move(samples.channels));
-=======
-    const auto scaling = apply_scaling(samples.channels, parameters, layout.storage, notes);
-    auto set = strata::create_channel_set(data, "Analogs", 1, count, std::move(samples.channels));
->>>>>>> ada52b5 (Put the reading and the writing of scales and of event sets together)
     const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
     schema::write_texts(set, attribute::labels, labels);
     schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));
