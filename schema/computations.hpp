@@ -1,7 +1,7 @@
 #pragma once
 
-// What the computations of the plugins are called, and what they are told: the members of the
-// object that a caller gives to strata::callable_builder.
+// What the computations of the plugins are called, and the members of the object that tells them
+// what to do.
 
 namespace schema {
 
@@ -14,7 +14,6 @@ inline constexpr char ground_reaction_wrench[] = "classical-mechanics.ground-rea
 } // namespace computation
 
 namespace argument {
-inline constexpr char computation[] = "callable_unit"; ///< which of them
 inline constexpr char source_group[] = "SourceGroup";
 inline constexpr char destination_group[] = "DestinationGroup";
 // Of split_set.
@@ -30,13 +29,13 @@ inline constexpr char platform_index[] = "ForceplateIndex";            ///< from
 // Of ground_reaction_wrench.
 inline constexpr char fz_threshold[] = "FzThreshold";                   ///< N, not negative
 inline constexpr char global_transformation[] = "GlobalTransformation"; ///< laboratory's axes
-inline constexpr char location[] = "Location"; ///< a text of `wrench_location`
+inline constexpr char location[] = "Location";                          ///< a text of `location`
 } // namespace argument
 
-/// Where a wrench's moment is about.
-namespace wrench_location {
+/// Values of `Location`: what the moment of a wrench is about.
+namespace location {
 inline constexpr char hardware_origin[] = "hardware-origin";
 inline constexpr char point_of_application[] = "point-of-application";
-} // namespace wrench_location
+} // namespace location
 
 } // namespace schema

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
+#include "schema/computations.hpp"
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
 #include "schema/point_kind_table.hpp"
@@ -21,11 +22,11 @@
 
 namespace mox {
 
+namespace argument = schema::argument;
+
 namespace attribute = schema::attribute;
 
 namespace {
-
-constexpr char split_unit[] = "tarvex.data-modifier.split-set";
 
 /// Throws std::bad_alloc when memory is short: what a step leaves out then is no fault of the file.
 anvil::status evaluate(strata::data_group root, const anvil::json& parameters) {
@@ -94,11 +95,11 @@ bool evaluate_or_log(const strata::data_group& root, std::string_view what,
 /// the points stay without sets.
 bool split_points_of_kind(strata::data_group root, const schema::point_kind& kind,
                           const strata::data_set& points, const std::vector<std::string>& labels) {
-    const anvil::json parameters = {{"callable_unit", split_unit},
-                                    {"SourceSet", schema::points},
-                                    {"LabelsFilter", labels},
-                                    {"DestinationGroup", kind.path},
-                                    {"SourceAttributesSplit",
+    const anvil::json parameters = {{"callable_unit", schema::computation::split_set},
+                                    {argument::source_set, schema::points},
+                                    {argument::labels_filter, labels},
+                                    {argument::destination_group, kind.path},
+                                    {argument::attributes_split,
                                      {{attribute::units, attribute::unit},
                                       {attribute::types, attribute::metric_type},
                                       {attribute::labels, attribute::label},
@@ -135,10 +136,10 @@ void split_points(const strata::data_group& root) {
 
 void split_analogs(const strata::data_group& root) {
     const bool done = evaluate_or_log(root, "the analog channels",
-                                      {{"callable_unit", split_unit},
-                                       {"SourceSet", schema::analogs},
-                                       {"DestinationGroup", schema::analogs_export},
-                                       {"SourceAttributesSplit",
+                                      {{"callable_unit", schema::computation::split_set},
+                                       {argument::source_set, schema::analogs},
+                                       {argument::destination_group, schema::analogs_export},
+                                       {argument::attributes_split,
                                         {{attribute::units, attribute::unit},
                                          {attribute::gain, attribute::gain},
                                          {attribute::scales, attribute::scale},
@@ -157,9 +158,9 @@ void split_analogs(const strata::data_group& root) {
 }
 
 void detect_rotations(const strata::data_group& root) {
-    const auto status = evaluate(root, {{"callable_unit", "org.c3d.detect-rotations"},
-                                        {"SourceGroup", schema::format},
-                                        {"DestinationGroup", schema::skeleton}});
+    const auto status = evaluate(root, {{"callable_unit", schema::computation::detect_rotations},
+                                        {argument::source_group, schema::format},
+                                        {argument::destination_group, schema::skeleton}});
     if (!status)
         // Kept with "occured": scripts compare this text.
         throw_runtime_error("An error has occured while trying to process rotation data.");
@@ -167,10 +168,10 @@ void detect_rotations(const strata::data_group& root) {
 
 void detect_events(const strata::data_group& root) {
     (void)evaluate_or_log(root, "the events",
-                          {{"callable_unit", "org.c3d.events-detect"},
-                           {"SourceGroup", ""},
-                           {"DestinationGroup", schema::events},
-                           {"PartSeparator", "_"}});
+                          {{"callable_unit", schema::computation::detect_events},
+                           {argument::source_group, ""},
+                           {argument::destination_group, schema::events},
+                           {argument::part_separator, "_"}});
     if (root.exists_group(schema::events)) {
         write_or_create(root.retrieve_group(schema::events), attribute::device_type,
                         std::string(schema::device::event_to_export));

@@ -12,6 +12,7 @@
 #include <strata/callable_builder.hpp>
 
 #include "acquisition/platforms/platform_remarks.hpp"
+#include "schema/computations.hpp"
 #include "schema/names.hpp"
 #include "schema/platform_obstacles.hpp"
 #include "schema/read_attribute.hpp"
@@ -21,6 +22,8 @@
 #include "store/typed_access.hpp"
 
 namespace mox {
+
+namespace argument = schema::argument;
 
 namespace attribute = schema::attribute;
 
@@ -98,11 +101,11 @@ bool refers_to(const strata::data_group& group, const std::vector<strata::data_s
 /// Why the platform has no group now; empty when it has one.
 std::string detect(strata::data_group root, std::size_t index, const std::string& path) {
     const auto status = strata::callable_builder().evaluate(
-        root, {{"callable_unit", "org.c3d.forceplate-detect"},
-               {"SourceGroup", schema::analogs_export},
-               {"MetadataSourceGroup", ""},
-               {"DestinationGroup", path},
-               {"ForceplateIndex", static_cast<std::int64_t>(index)}});
+        root, {{"callable_unit", schema::computation::detect_platform},
+               {argument::source_group, schema::analogs_export},
+               {argument::metadata_source_group, ""},
+               {argument::destination_group, path},
+               {argument::platform_index, static_cast<std::int64_t>(index)}});
     if (status.is_out_of_memory())
         throw std::bad_alloc();
     return status ? std::string() : status.message(", ");

@@ -6,10 +6,13 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
+#include "schema/computations.hpp"
 #include "schema/names.hpp"
 #include "store/store_log.hpp"
 
 namespace mox {
+
+namespace argument = schema::argument;
 
 strata::data_set compute_wrench(strata::data_group root, const platform_state& platform,
                                 wrench_place place, double fz_threshold) {
@@ -21,12 +24,13 @@ strata::data_set compute_wrench(strata::data_group root, const platform_state& p
         is_applied ? schema::name::wrench_at_point : schema::name::wrench_at_origin;
     const auto path = fmt::format("{}/{}", schema::force_plates, group.name());
     const auto status = strata::callable_builder().evaluate(
-        root, {{"callable_unit", "classical-mechanics.ground-reaction-wrench"},
-               {"SourceGroup", path},
-               {"DestinationGroup", fmt::format("{}/{}", path, name)},
-               {"FzThreshold", fz_threshold},
-               {"GlobalTransformation", true},
-               {"Location", is_applied ? "point-of-application" : "hardware-origin"}});
+        root, {{"callable_unit", schema::computation::ground_reaction_wrench},
+               {argument::source_group, path},
+               {argument::destination_group, fmt::format("{}/{}", path, name)},
+               {argument::fz_threshold, fz_threshold},
+               {argument::global_transformation, true},
+               {argument::location, is_applied ? schema::location::point_of_application
+                                               : schema::location::hardware_origin}});
     if (status.is_out_of_memory())
         throw std::bad_alloc();
     if (!status) {

@@ -6,6 +6,8 @@
 #include <strata/data_group.hpp>
 #include <strata/plugin/plugin.hpp>
 
+#include "schema/computations.hpp"
+
 namespace classical_mechanics {
 
 /// Computes what a force platform measured as one wrench set: force, moment and point of each
@@ -32,7 +34,7 @@ namespace classical_mechanics {
 /// channels.
 class ground_reaction_wrench final : public strata::callable_unit {
   public:
-    static constexpr const char* id = "classical-mechanics.ground-reaction-wrench";
+    static constexpr const char* id = schema::computation::ground_reaction_wrench;
 
     [[nodiscard]] anvil::status evaluate(strata::data_group& target,
                                          const anvil::json& parameters) const override;

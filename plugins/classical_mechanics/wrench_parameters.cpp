@@ -5,9 +5,12 @@
 #include <fmt/format.h>
 
 #include "plugins/classical_mechanics/ground_reaction_wrench.hpp"
+#include "schema/computations.hpp"
 #include "schema/unit_parameters.hpp"
 
 namespace classical_mechanics {
+
+namespace argument = schema::argument;
 
 namespace {
 
@@ -17,25 +20,25 @@ namespace {
 }
 
 double threshold_of(const anvil::json& parameters) {
-    const auto found = parameters.find("FzThreshold");
+    const auto found = parameters.find(argument::fz_threshold);
     if (found == parameters.end() || !found->is_number() || !(found->get<double>() >= 0.0))
-        throw_expected("a number that is not negative", "FzThreshold");
+        throw_expected("a number that is not negative", argument::fz_threshold);
     return found->get<double>();
 }
 
 bool frame_of(const anvil::json& parameters) {
-    const auto found = parameters.find("GlobalTransformation");
+    const auto found = parameters.find(argument::global_transformation);
     if (found == parameters.end() || !found->is_boolean())
-        throw_expected("true or false", "GlobalTransformation");
+        throw_expected("true or false", argument::global_transformation);
     return found->get<bool>();
 }
 
 wrench_location location_of(const std::string& text) {
-    if (text == "hardware-origin")
+    if (text == schema::location::hardware_origin)
         return wrench_location::hardware_origin;
-    if (text == "point-of-application")
+    if (text == schema::location::point_of_application)
         return wrench_location::point_of_application;
-    throw_expected("\"hardware-origin\" or \"point-of-application\" as", "Location");
+    throw_expected("\"hardware-origin\" or \"point-of-application\" as", argument::location);
 }
 
 } // namespace
@@ -43,9 +46,10 @@ wrench_location location_of(const std::string& text) {
 wrench_parameters read_wrench_parameters(const anvil::json& parameters) {
     constexpr auto* unit = ground_reaction_wrench::id;
     using schema::text_parameter;
-    return {text_parameter(parameters, unit, "SourceGroup"),
-            text_parameter(parameters, unit, "DestinationGroup"), threshold_of(parameters),
-            frame_of(parameters), location_of(text_parameter(parameters, unit, "Location"))};
+    return {text_parameter(parameters, unit, argument::source_group),
+            text_parameter(parameters, unit, argument::destination_group), threshold_of(parameters),
+            frame_of(parameters),
+            location_of(text_parameter(parameters, unit, argument::location))};
 }
 
 } // namespace classical_mechanics

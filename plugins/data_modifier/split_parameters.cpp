@@ -5,9 +5,12 @@
 #include <string_view>
 
 #include "plugins/data_modifier/split_error.hpp"
+#include "schema/computations.hpp"
 #include "schema/names.hpp"
 
 namespace data_modifier {
+
+namespace argument = schema::argument;
 
 namespace {
 
@@ -33,10 +36,10 @@ std::string required_path(const anvil::json& parameters, const std::string& memb
 std::unordered_set<std::string> parse_filter(const anvil::json& labels) {
     std::unordered_set<std::string> filter;
     if (!labels.is_array())
-        throw_bad_member("LabelsFilter", "an array of texts");
+        throw_bad_member(argument::labels_filter, "an array of texts");
     for (const auto& label : labels) {
         if (!label.is_string())
-            throw_bad_member("LabelsFilter", "an array of texts");
+            throw_bad_member(argument::labels_filter, "an array of texts");
         filter.insert(label.get<std::string>());
     }
     return filter;
@@ -56,10 +59,10 @@ void require_free_destination(const std::vector<attribute_split>& splits,
 std::vector<attribute_split> parse_attributes(const anvil::json& attributes) {
     std::vector<attribute_split> splits;
     if (!attributes.is_object())
-        throw_bad_member("SourceAttributesSplit", "an object of texts");
+        throw_bad_member(argument::attributes_split, "an object of texts");
     for (const auto& [source, destination] : attributes.items()) {
         if (!destination.is_string())
-            throw_bad_member("SourceAttributesSplit", "an object of texts");
+            throw_bad_member(argument::attributes_split, "an object of texts");
         require_free_destination(splits, destination.get<std::string>());
         splits.push_back({source, destination.get<std::string>()});
     }
@@ -70,12 +73,13 @@ std::vector<attribute_split> parse_attributes(const anvil::json& attributes) {
 
 split_parameters parse_split_parameters(const anvil::json& parameters) {
     split_parameters parsed;
-    parsed.source_set = required_path(parameters, "SourceSet");
-    parsed.destination_group = required_path(parameters, "DestinationGroup");
-    if (const auto filter = parameters.find("LabelsFilter"); filter != parameters.end()) {
+    parsed.source_set = required_path(parameters, argument::source_set);
+    parsed.destination_group = required_path(parameters, argument::destination_group);
+    if (const auto filter = parameters.find(argument::labels_filter); filter != parameters.end()) {
         parsed.labels_filter = parse_filter(*filter);
     }
-    if (const auto splits = parameters.find("SourceAttributesSplit"); splits != parameters.end()) {
+    if (const auto splits = parameters.find(argument::attributes_split);
+        splits != parameters.end()) {
         parsed.attributes = parse_attributes(*splits);
     }
     return parsed;

@@ -11,10 +11,13 @@
 #include "plugins/c3d/events/event_grouping.hpp"
 #include "plugins/c3d/events/event_sets.hpp"
 #include "plugins/c3d/events/read_events.hpp"
+#include "schema/computations.hpp"
+#include "schema/names.hpp"
 #include "schema/unit_parameters.hpp"
-#include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace argument = schema::argument;
 
 namespace {
 
@@ -30,10 +33,12 @@ std::optional<strata::data_group> find_group(const strata::data_group& root,
 }
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
-    const auto source = schema::text_parameter(parameters, events_detect::id, "SourceGroup");
+    const auto source =
+        schema::text_parameter(parameters, events_detect::id, argument::source_group);
     const auto destination =
-        schema::text_parameter(parameters, events_detect::id, "DestinationGroup");
-    const auto separator = schema::text_parameter(parameters, events_detect::id, "PartSeparator");
+        schema::text_parameter(parameters, events_detect::id, argument::destination_group);
+    const auto separator =
+        schema::text_parameter(parameters, events_detect::id, argument::part_separator);
     std::vector<event_occurrence> from_group;
     if (const auto group = find_group(target, source, schema::below_format::metadata_event))
         from_group = group_events(*group);

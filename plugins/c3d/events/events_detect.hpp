@@ -6,6 +6,8 @@
 #include <strata/data_group.hpp>
 #include <strata/plugin/plugin.hpp>
 
+#include "schema/computations.hpp"
+
 namespace c3d {
 
 /// Makes a set for each event name from the parameters of the group EVENT, and from those events of
@@ -25,7 +27,7 @@ namespace c3d {
 /// `OccurrenceFlags` (int32).
 class events_detect final : public strata::callable_unit {
   public:
-    static constexpr const char* id = "org.c3d.events-detect";
+    static constexpr const char* id = schema::computation::detect_events;
 
     [[nodiscard]] anvil::status evaluate(strata::data_group& target,
                                          const anvil::json& parameters) const override;

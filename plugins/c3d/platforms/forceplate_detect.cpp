@@ -16,6 +16,7 @@
 
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "schema/analog_pairing.hpp"
+#include "schema/computations.hpp"
 #include "schema/force_platform_table.hpp"
 #include "schema/names.hpp"
 #include "schema/plate_frame.hpp"
@@ -24,6 +25,8 @@
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace argument = schema::argument;
 
 namespace attribute = schema::attribute;
 
@@ -135,10 +138,10 @@ void write_group(strata::data_group group, const detected_platform& platform) {
 void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
     using schema::text_parameter;
     constexpr auto* id = forceplate_detect::id;
-    const auto analogs = text_parameter(parameters, id, "SourceGroup");
-    const auto metadata_path = text_parameter(parameters, id, "MetadataSourceGroup");
-    const auto destination = text_parameter(parameters, id, "DestinationGroup");
-    const auto index = schema::integer_parameter(parameters, id, "ForceplateIndex");
+    const auto analogs = text_parameter(parameters, id, argument::source_group);
+    const auto metadata_path = text_parameter(parameters, id, argument::metadata_source_group);
+    const auto destination = text_parameter(parameters, id, argument::destination_group);
+    const auto index = schema::integer_parameter(parameters, id, argument::platform_index);
     if (!target.exists_group(metadata_path))
         throw std::runtime_error(fmt::format("there is no group '{}'", metadata_path));
     const auto metadata = target.retrieve_group(metadata_path);

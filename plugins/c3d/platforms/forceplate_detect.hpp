@@ -6,6 +6,8 @@
 #include <strata/data_group.hpp>
 #include <strata/plugin/plugin.hpp>
 
+#include "schema/computations.hpp"
+
 namespace c3d {
 
 /// Makes the group of one force platform from the FORCE_PLATFORM parameters and the analog
@@ -32,7 +34,7 @@ namespace c3d {
 /// (which type 1 does without) and where a channel is missing.
 class forceplate_detect final : public strata::callable_unit {
   public:
-    static constexpr const char* id = "org.c3d.forceplate-detect";
+    static constexpr const char* id = schema::computation::detect_platform;
 
     [[nodiscard]] anvil::status evaluate(strata::data_group& target,
                                          const anvil::json& parameters) const override;

@@ -19,12 +19,15 @@
 #include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/buffer_elements.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/computations.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/unit_parameters.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
+
+namespace argument = schema::argument;
 
 namespace attribute = schema::attribute;
 
@@ -100,9 +103,10 @@ void create_segment(strata::data_group& segments, const std::string& name, const
 
 void detect(strata::data_group& target, const anvil::json& parameters) {
     const auto source_path =
-        schema::text_parameter(parameters, detect_rotations::id, "SourceGroup");
+        schema::text_parameter(parameters, detect_rotations::id, argument::source_group);
     const auto destination = fmt::format(
-        "{}/{}", schema::text_parameter(parameters, detect_rotations::id, "DestinationGroup"),
+        "{}/{}",
+        schema::text_parameter(parameters, detect_rotations::id, argument::destination_group),
         schema::name::segments);
     strata::data_set rotations;
     if (target.exists_group(source_path)) {

@@ -6,6 +6,8 @@
 #include <strata/data_group.hpp>
 #include <strata/plugin/plugin.hpp>
 
+#include "schema/computations.hpp"
+
 namespace c3d {
 
 /// Makes a group for each segment of the rotations that the importer read.
@@ -21,7 +23,7 @@ namespace c3d {
 /// for each sample; negative or NaN where the sample is invalid).
 class detect_rotations final : public strata::callable_unit {
   public:
-    static constexpr const char* id = "org.c3d.detect-rotations";
+    static constexpr const char* id = schema::computation::detect_rotations;
 
     [[nodiscard]] anvil::status evaluate(strata::data_group& target,
                                          const anvil::json& parameters) const override;
