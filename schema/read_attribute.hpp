@@ -5,9 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include <strata/access/data_type_of.hpp>
 #include <strata/data_attribute.hpp>
-
-#include "schema/data_type_of.hpp"
 
 namespace schema {
 
@@ -32,7 +31,7 @@ template <typename Number>
     if (!attribute)
         return {};
     std::vector<Number> values(static_cast<std::size_t>(attribute.shape().element_count()));
-    if (values.empty() || attribute.read_value(values.data(), data_type_of<Number>))
+    if (values.empty() || attribute.read_value(values.data(), strata::data_type_of<Number>))
         return values;
     log_unreadable_attribute();
     return {};

@@ -6,11 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include <strata/access/data_type_of.hpp>
 #include <strata/data_attribute.hpp>
 #include <strata/data_shape.hpp>
 #include <strata/data_type.hpp>
-
-#include "schema/data_type_of.hpp"
 
 namespace schema {
 
@@ -22,7 +21,7 @@ void set_value(strata::data_attribute attribute, const void* elements, strata::d
 
 template <typename Owner, typename Number>
 void write_number(Owner& owner, std::string_view name, Number value) {
-    constexpr auto type = data_type_of<Number>;
+    constexpr auto type = strata::data_type_of<Number>;
     set_value(owner.create_attribute(name, strata::data_shape(false), type), &value, type);
 }
 
@@ -30,7 +29,7 @@ void write_number(Owner& owner, std::string_view name, Number value) {
 template <typename Owner, typename Number>
 void write_numbers(Owner& owner, std::string_view name, const strata::data_shape& shape,
                    std::span<const Number> values) {
-    constexpr auto type = data_type_of<Number>;
+    constexpr auto type = strata::data_type_of<Number>;
     set_value(owner.create_attribute(name, shape, type), values.data(), type);
 }
 

@@ -6,8 +6,7 @@
 #include <type_traits>
 
 #include <strata/access/append_elements.hpp>
-
-#include "store/typed_access.hpp"
+#include <strata/access/data_type_of.hpp>
 
 namespace mox {
 
@@ -18,9 +17,9 @@ template <typename Native, typename Target>
 [[nodiscard]] bool append_element(const Target& target, const Native& element) {
     if constexpr (std::is_same_v<Native, std::string>) {
         const char* text = element.c_str();
-        return strata::append_elements(target, &text, 1, store_type_of<Native>);
+        return strata::append_elements(target, &text, 1, strata::data_type_of<Native>);
     } else {
-        return strata::append_elements(target, &element, 1, store_type_of<Native>);
+        return strata::append_elements(target, &element, 1, strata::data_type_of<Native>);
     }
 }
 

@@ -29,7 +29,7 @@ template <typename Native>
 void replace(strata::data_group group, const std::string& name, const strata::data_shape& shape,
              const std::vector<Native>& values) {
     group.delete_attribute(name);
-    auto created = group.create_attribute(name, shape, store_type_of<Native>);
+    auto created = group.create_attribute(name, shape, strata::data_type_of<Native>);
     if (created)
         write_vector(created, values);
 }

@@ -19,7 +19,7 @@ using strata::data_type;
 template <typename Native, typename Source>
 Native read_one(const Source& source, std::string_view failure) {
     Native value{};
-    if (!source.read_value(&value, store_type_of<Native>))
+    if (!source.read_value(&value, strata::data_type_of<Native>))
         log_store_failure(failure);
     return value;
 }

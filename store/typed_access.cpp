@@ -36,7 +36,7 @@ bool read_elements(const Source& source, const strata::data_shape& shape,
         return read_texts(source, shape, values);
     } else {
         std::vector<Native> elements(shape.element_count());
-        if (!source.read_value(elements.data(), store_type_of<Native>))
+        if (!source.read_value(elements.data(), strata::data_type_of<Native>))
             return false;
         values = std::move(elements);
         return true;
@@ -52,7 +52,7 @@ bool write_elements(Target& target, const std::vector<Native>& values) {
             pointers.push_back(text.c_str());
         return target.write_value(pointers.data(), strata::data_type::string);
     } else {
-        return target.write_value(values.data(), store_type_of<Native>);
+        return target.write_value(values.data(), strata::data_type_of<Native>);
     }
 }
 
@@ -123,7 +123,7 @@ template <typename Native> bool read(const strata::data_selection& selection, Na
                 return true;
             }
         } else {
-            if (selection.read_value(&value, store_type_of<Native>))
+            if (selection.read_value(&value, strata::data_type_of<Native>))
                 return true;
         }
     }

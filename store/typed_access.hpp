@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <strata/access/data_type_of.hpp>
 #include <strata/data_attribute.hpp>
 #include <strata/data_group.hpp>
 #include <strata/data_selection.hpp>
@@ -15,18 +16,6 @@
 #include "store/store_log.hpp"
 
 namespace mox {
-
-/// Element type of the store for a native type.
-template <typename Native> inline constexpr auto store_type_of = strata::data_type::invalid;
-template <> inline constexpr auto store_type_of<bool> = strata::data_type::boolean;
-template <> inline constexpr auto store_type_of<std::int8_t> = strata::data_type::int8;
-template <> inline constexpr auto store_type_of<std::int16_t> = strata::data_type::int16;
-template <> inline constexpr auto store_type_of<std::int32_t> = strata::data_type::int32;
-template <> inline constexpr auto store_type_of<std::int64_t> = strata::data_type::int64;
-template <> inline constexpr auto store_type_of<std::uint64_t> = strata::data_type::uint64;
-template <> inline constexpr auto store_type_of<float> = strata::data_type::float32;
-template <> inline constexpr auto store_type_of<double> = strata::data_type::float64;
-template <> inline constexpr auto store_type_of<std::string> = strata::data_type::string;
 
 /// All elements of an attribute in order; empty when it has none, cannot be read, or denotes
 /// nothing.
@@ -47,7 +36,7 @@ template <typename Native>
         return values.empty() ? fallback : values.front();
     }
     Native value = fallback;
-    if (!attribute.read_value(&value, store_type_of<Native>))
+    if (!attribute.read_value(&value, strata::data_type_of<Native>))
         log_store_failure(store_failure::read_attribute);
     return value;
 }
@@ -80,7 +69,7 @@ void write_vector(strata::data_attribute attribute, const std::vector<Native>& v
 template <typename Native> void write(strata::data_attribute attribute, const Native& value) {
     if (!attribute || attribute.shape().element_count() != 1) {
         log_store_failure(store_failure::attribute_count);
-    } else if (!attribute.write_value(&value, store_type_of<Native>)) {
+    } else if (!attribute.write_value(&value, strata::data_type_of<Native>)) {
         log_store_failure(store_failure::write_attribute);
     }
 }
@@ -106,7 +95,7 @@ void write_or_create(Owner owner, const char* name, const Native& value) {
     auto attribute =
         owner.exists_attribute(name)
             ? owner.retrieve_attribute(name)
-            : owner.create_attribute(name, strata::data_shape(false), store_type_of<Native>);
+            : owner.create_attribute(name, strata::data_shape(false), strata::data_type_of<Native>);
     if (attribute)
         write(attribute, value);
 }

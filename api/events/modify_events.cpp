@@ -100,7 +100,7 @@ void describe_event(strata::data_set set, const occurrence& added) {
 /// Whether an attribute has an element for each occurrence, as it gets when one is appended.
 template <typename Value>
 bool knows_each_occurrence(const strata::data_attribute& attribute, std::size_t count) {
-    return attribute.type() == store_type_of<Value> &&
+    return attribute.type() == strata::data_type_of<Value> &&
            attribute.shape() == strata::data_shape({static_cast<std::int64_t>(count)}, false);
 }
 
@@ -119,7 +119,7 @@ void extend_occurrences(strata::data_set set, const char* name, std::size_t form
         set.delete_attribute(name);
     auto created = set.create_attribute(
         name, strata::data_shape({static_cast<std::int64_t>(values.size())}, false),
-        store_type_of<Value>);
+        strata::data_type_of<Value>);
     write_vector(created, values);
 }
 

@@ -124,7 +124,7 @@ void fill_set(strata::data_store store, const string& path, const string& native
                     texts.push_back(text.c_str());
                 done = selection.write_value(texts.data(), strata::data_type::string);
             } else {
-                done = selection.write_value(given.data(), store_type_of<Native>);
+                done = selection.write_value(given.data(), strata::data_type_of<Native>);
             }
             if (!done || selection.shape().element_count() != given.size())
                 throw_runtime_error("the set does not take these values");

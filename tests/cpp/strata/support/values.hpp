@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <strata/access/data_type_of.hpp>
 #include <strata/data_attribute.hpp>
 #include <strata/data_converter.hpp>
 #include <strata/data_group.hpp>
@@ -23,28 +24,7 @@ using strata::data_type;
 /// Element type for a C++ type; `char` stands for truth values, since std::vector<bool> is no
 /// array.
 template <typename Value> constexpr data_type type_of() {
-    if constexpr (std::is_same_v<Value, char>)
-        return data_type::boolean;
-    if constexpr (std::is_same_v<Value, std::int8_t>)
-        return data_type::int8;
-    if constexpr (std::is_same_v<Value, std::uint8_t>)
-        return data_type::uint8;
-    if constexpr (std::is_same_v<Value, std::int16_t>)
-        return data_type::int16;
-    if constexpr (std::is_same_v<Value, std::uint16_t>)
-        return data_type::uint16;
-    if constexpr (std::is_same_v<Value, std::int32_t>)
-        return data_type::int32;
-    if constexpr (std::is_same_v<Value, std::uint32_t>)
-        return data_type::uint32;
-    if constexpr (std::is_same_v<Value, std::int64_t>)
-        return data_type::int64;
-    if constexpr (std::is_same_v<Value, std::uint64_t>)
-        return data_type::uint64;
-    if constexpr (std::is_same_v<Value, float>)
-        return data_type::float32;
-    if constexpr (std::is_same_v<Value, double>)
-        return data_type::float64;
+    return strata::data_type_of<std::conditional_t<std::is_same_v<Value, char>, bool, Value>>;
 }
 
 inline data_shape scalar() { return data_shape{false}; }
