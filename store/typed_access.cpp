@@ -1,31 +1,13 @@
 #include "store/typed_access.hpp"
 
 #include <type_traits>
+#include <utility>
 
-#include <strata/data_converter.hpp>
+#include <strata/access/read_texts.hpp>
 
 namespace mox {
 
 namespace {
-
-/// Reads texts from an attribute or a selection of `shape`; false when the store cannot.
-template <typename Source>
-bool read_texts(const Source& source, const strata::data_shape& shape,
-                std::vector<std::string>& texts) {
-    std::vector<const char*> pointers(shape.element_count(), nullptr);
-    if (!source.read_value(pointers.data(), strata::data_type::string))
-        return false;
-    std::vector<std::string> copies;
-    try {
-        copies.assign(pointers.begin(), pointers.end());
-    } catch (...) {
-        strata::data_converter_string_clean_buffer(shape, pointers.data());
-        throw;
-    }
-    strata::data_converter_string_clean_buffer(shape, pointers.data());
-    texts = std::move(copies);
-    return true;
-}
 
 /// Reads the elements of an attribute or a selection of `shape`; false, with `values` unchanged,
 /// when the store cannot.
@@ -33,7 +15,11 @@ template <typename Native, typename Source>
 bool read_elements(const Source& source, const strata::data_shape& shape,
                    std::vector<Native>& values) {
     if constexpr (std::is_same_v<Native, std::string>) {
-        return read_texts(source, shape, values);
+        auto texts = strata::read_texts(source);
+        if (!texts)
+            return false;
+        values = *std::move(texts);
+        return true;
     } else {
         std::vector<Native> elements(shape.element_count());
         if (!source.read_value(elements.data(), strata::data_type_of<Native>))
@@ -77,16 +63,11 @@ template <>
 std::string read<std::string>(const strata::data_attribute& attribute, std::string fallback) {
     if (!attribute)
         return fallback;
-    const auto shape = attribute.shape();
-    if (shape.element_count() == 1) {
-        const char* text = nullptr;
-        if (!attribute.read_value(&text, strata::data_type::string)) {
-            log_store_failure(store_failure::read_attribute);
-            return fallback;
-        }
-        std::string copy = text;
-        strata::data_converter_string_clean_buffer(shape, &text);
-        return copy;
+    if (attribute.shape().element_count() == 1) {
+        if (auto text = strata::read_text(attribute))
+            return *std::move(text);
+        log_store_failure(store_failure::read_attribute);
+        return fallback;
     }
     auto texts = read_vector<std::string>(attribute);
     return texts.empty() ? fallback : texts.front();
@@ -117,9 +98,8 @@ template <typename Native> bool read(const strata::data_selection& selection, Na
     const auto shape = selection.shape();
     if (shape.element_count() == 1) {
         if constexpr (std::is_same_v<Native, std::string>) {
-            std::vector<std::string> texts;
-            if (read_texts(selection, shape, texts)) {
-                value = std::move(texts.front());
+            if (auto texts = strata::read_texts(selection)) {
+                value = std::move(texts->front());
                 return true;
             }
         } else {
