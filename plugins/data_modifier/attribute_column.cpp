@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
-#include "plugins/data_modifier/split_source.hpp"
 #include "schema/names.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace data_modifier {
 
@@ -50,12 +50,14 @@ attribute_column::attribute_column(std::string name, const strata::data_attribut
 
 void attribute_column::read(const strata::data_attribute& values) {
     if (type_ == data_type::string) {
-        texts_ = read_texts(values);
+        texts_ = schema::read_texts(values);
         return;
     }
     numbers_.resize(values.shape().element_count() * element_size(type_));
-    if (!values.read_value(numbers_.data(), type_))
+    if (!numbers_.empty() && !values.read_value(numbers_.data(), type_)) {
+        schema::log_unreadable_attribute();
         numbers_.clear();
+    }
 }
 
 void attribute_column::create_on(strata::data_set& set, std::uint64_t channel) const {

@@ -17,7 +17,7 @@ namespace data_modifier {
 class attribute_column {
   public:
     /// `values`: an array attribute with an element for each channel; may denote nothing, be too
-    /// short, or unfit.
+    /// short, or unfit, of which the last is a line in the log.
     attribute_column(std::string name, const strata::data_attribute& values);
 
     [[nodiscard]] const std::string& name() const noexcept { return name_; }

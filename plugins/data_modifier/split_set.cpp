@@ -15,14 +15,14 @@
 #include "plugins/data_modifier/split_parameters.hpp"
 #include "plugins/data_modifier/split_source.hpp"
 #include "schema/names.hpp"
+#include "schema/read_attribute.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace data_modifier {
 
 namespace attribute = schema::attribute;
 
 namespace {
-
-using strata::data_type;
 
 /// Attributes of every channel set, in order of creation.
 struct channel_columns {
@@ -56,11 +56,10 @@ channel_columns read_columns(const split_source& source,
 
 /// Makes a number an attribute of a group or a set, in the place of one of that name.
 template <typename Owner, typename Number>
-void give_number(Owner& owner, const char* name, data_type type, Number value) {
+void give_number(Owner& owner, const char* name, Number value) {
     if (owner.exists_attribute(name))
         owner.delete_attribute(name);
-    auto attribute = owner.create_attribute(name, strata::data_shape{}, type);
-    static_cast<void>(attribute.write_value(&value, type));
+    schema::write_number(owner, name, value);
 }
 
 void make_channel(const split_source& source, const channel_columns& columns, std::uint64_t channel,
@@ -70,12 +69,11 @@ void make_channel(const split_source& source, const channel_columns& columns, st
                                           std::move(samples));
 
     columns.description.create_on(set, channel);
-    give_number(set, attribute::relative_set_index, data_type::int32,
-                static_cast<std::int32_t>(channel));
+    give_number(set, attribute::relative_set_index, static_cast<std::int32_t>(channel));
     columns.label.create_on(set, channel);
     columns.unit.create_on(set, channel);
-    give_number(set, attribute::sample_rate, data_type::float64, source.sample_rate);
-    give_number(set, attribute::start_time, data_type::float64, source.start_time_s);
+    give_number(set, attribute::sample_rate, source.sample_rate);
+    give_number(set, attribute::start_time, source.start_time_s);
     for (const auto& column : columns.others)
         column.create_on(set, channel);
 
@@ -93,7 +91,8 @@ void split(strata::data_group& root, const split_parameters& parameters) {
 
     destination_group destination{root, parameters.destination_group};
     auto& group = destination.group();
-    channel_names names{group, read_texts(source.set.retrieve_attribute(attribute::set_names)),
+    channel_names names{group,
+                        schema::read_texts(source.set.retrieve_attribute(attribute::set_names)),
                         source.labels};
     for (std::uint64_t channel = 0; channel < source.channels; ++channel) {
         const auto label = channel < source.labels.size() ? source.labels[channel] : std::string{};
@@ -103,9 +102,9 @@ void split(strata::data_group& root, const split_parameters& parameters) {
         destination.announce(name);
         make_channel(source, columns, channel, group, name);
     }
-    give_number(group, attribute::num_samples, data_type::int64, source.number_of_samples);
-    give_number(group, attribute::sample_rate, data_type::float64, source.sample_rate);
-    give_number(group, attribute::start_time, data_type::float64, source.start_time_s);
+    give_number(group, attribute::num_samples, source.number_of_samples);
+    give_number(group, attribute::sample_rate, source.sample_rate);
+    give_number(group, attribute::start_time, source.start_time_s);
     destination.keep();
 }
 

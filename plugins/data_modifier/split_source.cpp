@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include <strata/data_converter.hpp>
 #include <strata/data_type.hpp>
 
 #include "plugins/data_modifier/split_error.hpp"
 #include "schema/names.hpp"
+#include "schema/read_attribute.hpp"
 
 namespace data_modifier {
 
@@ -16,33 +16,9 @@ namespace {
 
 using strata::data_type;
 
-/// Texts that the store hands out, freed whatever happens to their copies.
-class text_buffer {
-  public:
-    explicit text_buffer(strata::data_shape shape)
-        : shape_(std::move(shape)), texts_(shape_.element_count(), nullptr) {}
-    text_buffer(const text_buffer&) = delete;
-    text_buffer& operator=(const text_buffer&) = delete;
-    ~text_buffer() { strata::data_converter_string_clean_buffer(shape_, data()); }
-
-    [[nodiscard]] void* data() noexcept { return static_cast<void*>(texts_.data()); }
-    [[nodiscard]] const std::vector<const char*>& texts() const noexcept { return texts_; }
-
-  private:
-    strata::data_shape shape_;
-    std::vector<const char*> texts_; // null until they are read
-};
-
 template <typename Number>
-Number read_number(const strata::data_set& set, const char* name, data_type type,
-                   Number otherwise) {
-    const auto attribute = set.retrieve_attribute(name);
-    if (attribute && attribute.shape().element_count() == 1) {
-        Number value = otherwise;
-        if (attribute.read_value(&value, type))
-            return value;
-    }
-    return otherwise;
+Number number_of(const strata::data_set& set, const char* name, Number otherwise) {
+    return schema::read_number<Number>(set.retrieve_attribute(name)).value_or(otherwise);
 }
 
 std::vector<std::string> find_row_attributes(const strata::data_set& set, std::uint64_t channels) {
@@ -83,22 +59,13 @@ split_source open_source(const strata::data_group& root, const std::string& path
         throw split_error{"The source set '" + path +
                           "' has no texts 'Labels', one for each channel"};
     }
-    source.labels = read_texts(labels);
+    source.labels = schema::read_texts(labels);
     source.number_of_samples =
-        read_number(source.set, attribute::num_samples, data_type::int64, std::int64_t{extents[2]});
-    source.sample_rate = read_number(source.set, attribute::sample_rate, data_type::float64, 0.0);
-    source.start_time_s = read_number(source.set, attribute::start_time, data_type::float64, 0.0);
+        number_of(source.set, attribute::num_samples, std::int64_t{extents[2]});
+    source.sample_rate = number_of(source.set, attribute::sample_rate, 0.0);
+    source.start_time_s = number_of(source.set, attribute::start_time, 0.0);
     source.row_attributes = find_row_attributes(source.set, source.channels);
     return source;
-}
-
-std::vector<std::string> read_texts(const strata::data_attribute& attribute) {
-    if (!attribute || strata::element_kind(attribute.type()) != data_type::string)
-        return {};
-    text_buffer buffer{attribute.shape()};
-    if (!attribute.read_value(buffer.data(), data_type::string))
-        return {};
-    return {buffer.texts().begin(), buffer.texts().end()};
 }
 
 } // namespace data_modifier

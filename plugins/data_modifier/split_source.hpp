@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include <strata/data_attribute.hpp>
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
@@ -26,8 +25,5 @@ struct split_source {
 /// Throws split_error when there is no such set, when its elements are no numbers with the
 /// dimensions components, channels and samples, or when it has channels but no labels.
 [[nodiscard]] split_source open_source(const strata::data_group& root, const std::string& path);
-
-/// The texts of an array attribute; none when it denotes nothing or holds no texts.
-[[nodiscard]] std::vector<std::string> read_texts(const strata::data_attribute& attribute);
 
 } // namespace data_modifier

@@ -1,3 +1,9 @@
+#include <memory>
+#include <string>
+
+#include <anvil/logging.hpp>
+
+#include "tests/cpp/anvil/support/collecting_sink.hpp"
 #include "tests/cpp/data_modifier/support/split_test.hpp"
 
 namespace {
@@ -140,6 +146,23 @@ TEST_F(SplitSet, KnownAttributesHaveTheirTypeWhateverTheSourceHas) {
     EXPECT_EQ(part("a").retrieve_attribute("Gain").type(), data_type::int32);
     EXPECT_EQ(part("a").retrieve_attribute("Scale").type(), data_type::float32);
     EXPECT_EQ(text("a", "MetricType"), "");
+}
+
+TEST_F(SplitSet, LogsAnAttributeThatDoesNotFit) {
+    const auto sink = std::make_shared<anvil_test::collecting_sink>();
+    anvil::install_default_log_sink(sink);
+    auto source = make_source(1, 2, {"a"});
+    give_texts(source, "Scales", {"0.5"});
+    give_numbers<double>(source, "Types", {7});
+    const auto outcome =
+        split({{"SourceAttributesSplit",
+                {{"Scales", "Scale"}, {"Types", "MetricType"}, {"Missing", "Offset"}}}});
+    anvil::install_default_log_sink(nullptr);
+    ASSERT_EQ(outcome, "");
+    EXPECT_EQ(number<float>("a", "Scale"), 1.0F);
+    EXPECT_EQ(text("a", "MetricType"), "");
+    const std::string line = "[4] [strata] Invalid value to read the content of an attribute";
+    EXPECT_EQ(sink->lines, (names{line, line}));
 }
 
 TEST_F(SplitSet, OtherAttributesKeepTheTypeOfTheSource) {
