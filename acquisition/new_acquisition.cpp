@@ -9,6 +9,7 @@
 #include "acquisition/channels/channels.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
 #include "acquisition/time_base/set_sampling.hpp"
+#include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "schema/point_kind_table.hpp"
 #include "store/path_helpers.hpp"
@@ -67,7 +68,7 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
     sampling::set_analog_samples_per_frame(acquisition, ratio);
     auto markers = retrieve_group(root, schema::markers);
     for (std::int32_t index = 0; index < points; ++index)
-        create_marker(markers, unnamed_channel(index), index);
+        create_marker(markers, schema::unnamed_channel(index), index);
     add_analog_channels(retrieve_group(root, schema::analogs_export), 0, analogs);
     return acquisition;
 }

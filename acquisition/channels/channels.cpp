@@ -55,12 +55,9 @@ void require_new_channel(const strata::data_group& group, const std::string& lab
         throw_channel_exists(label);
 }
 
-// Kept: spelt with one n.
-std::string unnamed_channel(std::int32_t index) { return fmt::format("unamed_{}", index); }
-
 strata::data_set make_channel(const strata::data_group& group, const std::string& given_label,
                               std::int32_t index, const std::string& description) {
-    const auto label = given_label.empty() ? unnamed_channel(index) : given_label;
+    const auto label = given_label.empty() ? schema::unnamed_channel(index) : given_label;
     require_new_channel(group, label);
     const strata::data_shape shape({static_cast<std::int64_t>(components_of(group)), 1,
                                     static_cast<std::int64_t>(samples_of(group))},
@@ -103,7 +100,7 @@ void create_marker(const strata::data_group& group, const std::string& label, st
 
 void add_analog_channels(const strata::data_group& group, std::int32_t first, std::int32_t last) {
     for (auto index = first; index < last; ++index)
-        add_channel(group, make_analog_channel(group, unnamed_channel(index), index, {}));
+        add_channel(group, make_analog_channel(group, schema::unnamed_channel(index), index, {}));
 }
 
 } // namespace mox

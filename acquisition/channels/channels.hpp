@@ -33,9 +33,6 @@ strata::data_group create_device_group(strata::data_group parent, const std::str
 /// channel with this label would get.
 void require_new_channel(const strata::data_group& group, const std::string& label);
 
-/// Name of a channel that has no label.
-[[nodiscard]] std::string unnamed_channel(std::int32_t index);
-
 // A channel is made apart and added to its group when it is complete: when memory runs out
 // meanwhile, the group has no part of it.
 

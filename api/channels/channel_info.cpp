@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "api/channels/distinct_keys.hpp"
+#include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
@@ -30,10 +30,10 @@ std::string unit_text(const strata::data_set& set) {
 std::vector<keyed_set> keyed(std::vector<strata::data_set> sets) {
     std::vector<keyed_set> result;
     result.reserve(sets.size());
-    distinct_keys keys;
+    schema::name_pool keys;
     for (auto& set : sets) {
         // Kept: not the label, which scripts may change.
-        auto key = keys.key_of(set.name());
+        auto key = keys.take_distinct(set.name());
         result.push_back({std::move(key), std::move(set)});
     }
     return result;

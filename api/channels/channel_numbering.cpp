@@ -7,6 +7,7 @@
 
 #include "acquisition/channels/channels.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
+#include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
@@ -53,9 +54,9 @@ void shrink_channels(const std::vector<strata::data_group>& groups, std::int32_t
 
 std::string unused_channel_names::next(std::int32_t index) {
     number_ = std::max(number_, index);
-    auto name = unnamed_channel(number_);
+    auto name = schema::unnamed_channel(number_);
     while (group_.exists_set(name))
-        name = unnamed_channel(++number_);
+        name = schema::unnamed_channel(++number_);
     ++number_;
     return name;
 }

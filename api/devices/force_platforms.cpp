@@ -13,8 +13,8 @@
 #include "acquisition/time_base/rate_parameter.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
 #include "acquisition/time_base/sampling.hpp"
-#include "api/channels/distinct_keys.hpp"
 #include "api/devices/sample_rows.hpp"
+#include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "store/dictionary.hpp"
 #include "store/python_read.hpp"
@@ -93,9 +93,9 @@ outputs<2> force_platforms(strata::data_store acquisition) {
     for (const auto& platform : platforms) {
         auto channels = py_ref::checked(PyDict_New());
         auto units = py_ref::checked(PyDict_New());
-        distinct_keys keys;
+        schema::name_pool keys;
         for (const auto& set : platform.channels) {
-            const auto key = keys.key_of(
+            const auto key = keys.take_distinct(
                 read<std::string>(set.retrieve_attribute(attribute::label), set.name()));
             set_item(channels.get(), std::string_view(key), samples_as_array(set));
             set_item(

@@ -2,19 +2,20 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include <strata/data_group.hpp>
 
+#include "schema/name_pool.hpp"
+
 namespace data_modifier {
 
-/// Chooses names for channels' sets that are free in a group.
+/// Chooses names for channels' sets that are free in a group, to which nobody else adds meanwhile.
 class channel_names {
   public:
     /// `preferred`: a name for each channel, be it empty or missing. `labels`: what names are made
     /// of otherwise.
-    channel_names(strata::data_group group, std::vector<std::string> preferred,
+    channel_names(const strata::data_group& group, std::vector<std::string> preferred,
                   const std::vector<std::string>& labels);
 
     /// The name for the channel with this index. A separator of paths becomes "_", no name at all
@@ -22,12 +23,9 @@ class channel_names {
     [[nodiscard]] std::string choose(std::uint64_t index);
 
   private:
-    strata::data_group group_;
     std::vector<std::string> preferred_;
     const std::vector<std::string>& labels_;
-    // The next suffix to try for a name, so that thousands of channels of one label are named in
-    // linear time.
-    std::unordered_map<std::string, std::uint64_t> next_suffix_;
+    schema::name_pool taken_;
 };
 
 } // namespace data_modifier

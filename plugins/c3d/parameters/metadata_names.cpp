@@ -4,13 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <unordered_map>
-#include <unordered_set>
 
 #include <fmt/format.h>
 
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/name_pool.hpp"
 
 namespace c3d {
 
@@ -46,21 +46,6 @@ bool defines(const defined_group& group, std::string_view parameter) {
     return group.parameters.find(fmt::format(" {} ", upper_case(base))) != std::string_view::npos;
 }
 
-/// Names taken in one store group.
-class taken_names {
-  public:
-    std::string take(const std::string& name) {
-        auto candidate = name;
-        for (std::size_t number = 2; !taken_.insert(candidate).second; ++number) {
-            candidate = fmt::format("{}_{}", name, number);
-        }
-        return candidate;
-    }
-
-  private:
-    std::unordered_set<std::string> taken_;
-};
-
 void name_parameters(const parameter_table& table, const std::vector<std::size_t>& members,
                      const defined_group* defined, metadata_names& names) {
     std::unordered_map<std::string, std::size_t> last_of_name;
@@ -68,14 +53,14 @@ void name_parameters(const parameter_table& table, const std::vector<std::size_t
         const auto name = without_padding(table.parameters()[index].name);
         last_of_name[upper_case(name)] = index;
     }
-    taken_names taken;
+    schema::name_pool taken;
     for (auto index : members) {
         const auto stored = without_padding(table.parameters()[index].name);
         if (last_of_name[upper_case(stored)] != index)
             continue;
         const bool is_defined = defined && defines(*defined, stored);
         const auto name = is_defined ? upper_case(stored) : schema::path_component(as_utf8(stored));
-        names.parameters[index] = taken.take(name.empty() ? "unamed" : name);
+        names.parameters[index] = taken.take_distinct(name.empty() ? schema::unnamed : name);
     }
 }
 
@@ -87,7 +72,7 @@ metadata_names metadata_names_of(const parameter_table& table) {
     names.groups.resize(groups.size());
     names.parameters.resize(table.parameters().size());
     std::vector<std::vector<std::size_t>> members(groups.size());
-    taken_names taken;
+    schema::name_pool taken;
     for (std::size_t i = 0; i < groups.size(); ++i) {
         const auto& group = groups[i];
         auto& all = members[group.first_of_name];
@@ -98,7 +83,8 @@ metadata_names metadata_names_of(const parameter_table& table) {
         }
         const auto* defined = find_defined(group.name);
         const auto name = defined ? std::string(defined->name) : schema::path_component(group.name);
-        names.groups[i] = taken.take(name.empty() ? fmt::format("GROUP_{}", int{group.id}) : name);
+        names.groups[i] =
+            taken.take_distinct(name.empty() ? fmt::format("GROUP_{}", int{group.id}) : name);
     }
     for (std::size_t i = 0; i < groups.size(); ++i) {
         name_parameters(table, members[i], find_defined(groups[i].name), names);

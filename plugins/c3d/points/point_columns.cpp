@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <limits>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "plugins/c3d/points/point_kind_table.hpp"
+#include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
@@ -49,7 +50,7 @@ class label_kinds {
   public:
     explicit label_kinds(const std::vector<indexed_point>& points) {
         for (const auto& point : points)
-            all_.insert(point.column.label);
+            all_.take(point.column.label);
     }
 
     /// True when the label means points of this kind from now on.
@@ -58,17 +59,16 @@ class label_kinds {
     }
 
     /// A label that no point has.
-    std::string distinct(const std::string& label) {
-        for (std::size_t number = 2;; ++number) {
-            auto candidate = fmt::format("{}_{}", label, number);
-            if (all_.insert(candidate).second)
-                return candidate;
-        }
-    }
+    std::string distinct(const std::string& label) { return all_.take_numbered(label); }
 
   private:
+<<<<<<< HEAD
     std::unordered_set<std::string> all_;
     std::unordered_map<std::string, const point_kind*> kinds_;
+=======
+    schema::name_pool all_;
+    std::unordered_map<std::string, std::size_t> kinds_;
+>>>>>>> 85ef438 (Number equal names in one place)
 };
 
 void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
