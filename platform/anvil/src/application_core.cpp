@@ -3,7 +3,7 @@
 #include <atomic>
 #include <utility>
 
-#include "platform/anvil/src/path_text.hpp"
+#include <anvil/path_text.hpp>
 
 namespace anvil {
 
@@ -15,7 +15,7 @@ constinit std::atomic<application_core*> the_instance = nullptr;
 
 application_core::application_core(int argument_count, char** arguments) {
     if (argument_count > 0 && arguments != nullptr && arguments[0] != nullptr)
-        application_name_ = path_to_utf8(path_from_utf8(arguments[0]).stem());
+        application_name_ = text_of_path(path_from_text(arguments[0]).stem());
 
     application_core* none = nullptr;
     the_instance.compare_exchange_strong(none, this);

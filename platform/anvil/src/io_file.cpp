@@ -1,6 +1,7 @@
 #include <anvil/io_file.hpp>
 
-#include "platform/anvil/src/path_text.hpp"
+#include <anvil/path_text.hpp>
+
 #include "platform/anvil/src/read_file.hpp"
 #include "platform/anvil/src/write_file.hpp"
 
@@ -47,6 +48,6 @@ io_result io_file::write(std::span<const std::byte> bytes) noexcept {
 
 std::error_code io_file::commit() noexcept { return state_->writer.commit(); }
 
-std::string io_file::name() const { return path_to_utf8(state_->path); }
+std::string io_file::name() const { return text_of_path(state_->path); }
 
 } // namespace anvil

@@ -4,8 +4,9 @@
 #include <filesystem>
 #include <utility>
 
+#include <anvil/path_text.hpp>
+
 #include "platform/anvil/src/log_queue.hpp"
-#include "platform/anvil/src/path_text.hpp"
 
 namespace anvil {
 
@@ -13,7 +14,7 @@ namespace {
 
 /// Not to be followed by what the program makes its current folder later.
 std::filesystem::path absolute_path(const std::string& text) {
-    auto path = path_from_utf8(text);
+    auto path = path_from_text(text);
     std::error_code error;
     auto absolute = std::filesystem::absolute(path, error);
     return error ? path : absolute;

@@ -1,9 +1,9 @@
-#include "platform/anvil/src/path_text.hpp"
+#include <anvil/path_text.hpp>
 
 namespace anvil {
 
-std::string path_to_utf8(const std::filesystem::path& path) { return path.native(); }
+std::string text_of_path(const std::filesystem::path& path) { return path.native(); }
 
-std::filesystem::path path_from_utf8(std::string_view text) { return text; }
+std::filesystem::path path_from_text(std::string_view text) { return text; }
 
 } // namespace anvil

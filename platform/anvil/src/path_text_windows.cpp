@@ -1,10 +1,10 @@
-#include "platform/anvil/src/path_text.hpp"
+#include <anvil/path_text.hpp>
 
 #include <windows.h>
 
 namespace anvil {
 
-std::string path_to_utf8(const std::filesystem::path& path) {
+std::string text_of_path(const std::filesystem::path& path) {
     const std::wstring& wide = path.native();
     const int wide_length = static_cast<int>(wide.size());
     // Without WC_ERR_INVALID_CHARS, so that a name that is no valid UTF-16 still gives a text for a
@@ -17,7 +17,7 @@ std::string path_to_utf8(const std::filesystem::path& path) {
     return text;
 }
 
-std::filesystem::path path_from_utf8(std::string_view text) {
+std::filesystem::path path_from_text(std::string_view text) {
     const int text_length = static_cast<int>(text.size());
     const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), text_length, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(length), L'\0');

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include <anvil/application_core.hpp>
+#include <anvil/path_text.hpp>
 
-#include "platform/anvil/src/path_text.hpp"
 #include "platform/anvil/src/user_folders.hpp"
 
 namespace anvil {
@@ -38,7 +38,7 @@ std::filesystem::path application_state_folder() {
         return folder;
     for (const auto* name : {&application->organization_name(), &application->application_name()})
         if (!name->empty())
-            folder /= path_from_utf8(*name);
+            folder /= path_from_text(*name);
     return folder;
 }
 
