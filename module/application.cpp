@@ -3,6 +3,7 @@
 #include <string>
 
 #include <anvil/log_sink_file_threaded.hpp>
+#include <anvil/path_text.hpp>
 #include <anvil/standard_paths.hpp>
 
 #include <mox_version.hpp>
@@ -11,12 +12,10 @@ namespace mox {
 
 namespace {
 
-/// Folder of the log file as UTF-8.
+/// Folder of the log file.
 std::string log_folder() {
-    const auto folder =
-        anvil::standard_paths::writable_location(anvil::standard_paths::application_state)
-            .u8string();
-    return {folder.begin(), folder.end()};
+    return anvil::text_of_path(
+        anvil::standard_paths::writable_location(anvil::standard_paths::application_state));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "store/python.hpp"
 
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
 #include "module/application.hpp"
@@ -16,9 +17,8 @@ namespace {
 void start_application() {
     (void)mox::the_application();
     mox::log(anvil::log_level::info, fmt::format("Orvane bindings {} started", mox::version()));
-    const auto path = mox::plugins_path().u8string();
     mox::log(anvil::log_level::info,
-             fmt::format("Plugins path: {}", std::string(path.begin(), path.end())));
+             fmt::format("Plugins path: {}", anvil::text_of_path(mox::plugins_path())));
     mox::load_plugins(mox::plugins_path());
     mox::module_logger()->flush();
 }

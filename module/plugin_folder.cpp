@@ -1,6 +1,7 @@
 #include "module/plugin_folder.hpp"
 
 #include <anvil/module_path.hpp>
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
 #include "module/application.hpp"
@@ -8,11 +9,6 @@
 namespace mox {
 
 namespace {
-
-std::string utf8_of(const std::filesystem::path& path) {
-    const auto text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 bool is_separator(char c) { return c == '/' || c == '\\'; }
 
@@ -43,8 +39,7 @@ std::string parent_of(std::string_view path) {
 }
 
 std::filesystem::path module_folder() {
-    const auto folder = parent_of(utf8_of(anvil::module_path()));
-    return {std::u8string(folder.begin(), folder.end())};
+    return anvil::path_from_text(parent_of(anvil::text_of_path(anvil::module_path())));
 }
 
 std::filesystem::path plugins_path() { return module_folder() / "plugins"; }
@@ -54,12 +49,12 @@ void load_plugins(const std::filesystem::path& path) {
     if (!std::filesystem::is_directory(path, failure)) {
         log(anvil::log_level::error,
             fmt::format("The path set to discover and load plugins is not valid. Path : {}",
-                        utf8_of(path)));
+                        anvil::text_of_path(path)));
         return;
     }
     for (const auto& entry : std::filesystem::directory_iterator(path)) {
         strata::plugin_handle handle;
-        the_application().plugins().load(&handle, utf8_of(entry.path()));
+        the_application().plugins().load(&handle, anvil::text_of_path(entry.path()));
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include <cctype>
 
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
-#include "acquisition/files/path_text.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox {
@@ -19,7 +19,7 @@ bool starts_with_drive(std::string_view path) {
 } // namespace
 
 std::filesystem::path canonical_path(const std::string& name) {
-    const auto path = path_from_text(name);
+    const auto path = anvil::path_from_text(name);
     std::error_code failure;
     if (name.find('\0') != std::string::npos || !std::filesystem::exists(path, failure))
         throw_runtime_error(fmt::format("The filename '{}' does not exist", name));
@@ -27,7 +27,7 @@ std::filesystem::path canonical_path(const std::string& name) {
     if (failure)
         throw_runtime_error(
             fmt::format("Error when retrieving the canonical path for the filename '{}'", name));
-    return path_from_text(without_long_path_prefix(text_of_path(canonical)));
+    return anvil::path_from_text(without_long_path_prefix(anvil::text_of_path(canonical)));
 }
 
 std::string without_long_path_prefix(std::string_view path) {

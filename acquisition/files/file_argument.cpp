@@ -6,7 +6,7 @@
 
 namespace mox {
 
-std::string path_text(PyObject* path) {
+std::string path_argument(PyObject* path) {
     if (!PyUnicode_Check(path)) {
         throw swig_error(error_code::type,
                          "Invalid call! The given path is not a str, maybe try to explicitly "

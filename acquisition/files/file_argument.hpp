@@ -10,7 +10,7 @@ namespace mox {
 
 /// The text of a file path, as bytes of the file system's encoding. TypeError when `path` is not a
 /// str.
-[[nodiscard]] std::string path_text(PyObject* path);
+[[nodiscard]] std::string path_argument(PyObject* path);
 
 /// Raises the failure of an import or export: `introduction` and its messages, each but the first
 /// on a line of its own behind a tab and a dash. MemoryError when memory was short, else

@@ -14,7 +14,7 @@
 namespace mox::reading {
 
 strata::data_store read_acquisition(PyObject* path) {
-    const auto name = path_text(path);
+    const auto name = path_argument(path);
     anvil::io_file file;
     file.open(canonical_path(name), anvil::io_read);
     if (!file.is_open())

@@ -6,11 +6,11 @@
 #include <cctype>
 
 #include <anvil/io_file.hpp>
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 #include <strata/data_exporter.hpp>
 
 #include "acquisition/files/file_argument.hpp"
-#include "acquisition/files/path_text.hpp"
 #include "acquisition/platforms/force_platforms.hpp"
 #include "acquisition/time_base/sample_agreement.hpp"
 #include "acquisition/time_base/sampling.hpp"
@@ -25,7 +25,7 @@ namespace {
 
 /// From the last dot on. A name that is nothing but its extension counts as one that has it.
 std::string extension_of(const std::filesystem::path& path) {
-    const auto name = text_of_path(path.filename());
+    const auto name = anvil::text_of_path(path.filename());
     const auto dot = name.rfind('.');
     if (name == "." || name == ".." || dot == std::string::npos)
         return {};
@@ -53,8 +53,8 @@ anvil::status export_to(const std::filesystem::path& path, const strata::data_gr
     if (path.native().find('\0') == std::filesystem::path::string_type::npos)
         file.open(path, anvil::io_write);
     if (!file.is_open()) {
-        throw_runtime_error(
-            fmt::format("Export to c3d failed, could not create file at: {}", text_of_path(path)));
+        throw_runtime_error(fmt::format("Export to c3d failed, could not create file at: {}",
+                                        anvil::text_of_path(path)));
     }
     auto status = strata::data_exporter(&file, "org.c3d.c3d").write(root);
     file.close();
@@ -64,7 +64,7 @@ anvil::status export_to(const std::filesystem::path& path, const strata::data_gr
 } // namespace
 
 void write_acquisition(strata::data_store acquisition, PyObject* path) {
-    const auto file_path = path_from_text(path_text(path));
+    const auto file_path = anvil::path_from_text(path_argument(path));
     if (!has_c3d_extension(file_path))
         throw_runtime_error("The only supported export format is c3d.");
     if (sampling::point_frequency(acquisition) == 0.0)

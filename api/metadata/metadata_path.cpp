@@ -1,8 +1,8 @@
 #include "api/metadata/metadata_path.hpp"
 
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
-#include "acquisition/files/path_text.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -24,7 +24,7 @@ strata::data_group format_group(const strata::data_store& acquisition) {
 
 entry_path path_of(const std::string& group, const std::string& entry) {
     return {fmt::format("{}/{}", schema::name::metadata, group),
-            text_of_path(path_from_text(entry).filename())};
+            anvil::text_of_path(anvil::path_from_text(entry).filename())};
 }
 
 entry_path path_of(const std::string& path) {

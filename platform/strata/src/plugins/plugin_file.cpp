@@ -5,6 +5,8 @@
 #include <system_error>
 #include <utility>
 
+#include <anvil/path_text.hpp>
+
 #include "platform/strata/src/plugins/load_failure.hpp"
 #include "platform/strata/src/plugins/plugin_catalog.hpp"
 #include "platform/strata/src/plugins/registration.hpp"
@@ -17,7 +19,7 @@ using entry_point = std::uint32_t(plugin_registry*, std::uint32_t);
 
 /// The file's one true path.
 std::filesystem::path find_file(const std::string& path) {
-    const std::filesystem::path given{std::u8string{path.begin(), path.end()}};
+    const auto given = anvil::path_from_text(path);
     std::error_code error;
     const auto state = std::filesystem::status(given, error);
     if (state.type() == std::filesystem::file_type::not_found)
