@@ -4,14 +4,11 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
-#include <fmt/format.h>
-
 #include "api/channels/channel_kinds.hpp"
+#include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "store/python_read.hpp"
 #include "store/typed_access.hpp"
@@ -27,21 +24,16 @@ std::string label_of(const strata::data_set& channel) {
     return label.empty() ? channel.name() : label;
 }
 
-/// The keys of channels with these labels.
+/// The keys of channels with these labels: whichever label is there once stays what it is.
 std::vector<std::string> distinct(std::vector<std::string> labels) {
-    std::unordered_set<std::string> taken(labels.begin(), labels.end());
-    if (taken.size() == labels.size())
-        return labels;
-    std::unordered_set<std::string> met;
+    schema::name_pool names;
+    std::vector<std::string*> repeated;
     for (auto& label : labels) {
-        if (met.insert(label).second)
-            continue;
-        int number = 2;
-        auto key = fmt::format("{}_{}", label, number);
-        while (!taken.insert(key).second)
-            key = fmt::format("{}_{}", label, ++number);
-        label = std::move(key);
+        if (!names.take(label))
+            repeated.push_back(&label);
     }
+    for (auto* label : repeated)
+        *label = names.take_numbered(*label);
     return labels;
 }
 

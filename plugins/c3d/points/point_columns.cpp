@@ -7,7 +7,6 @@
 
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
-#include "plugins/c3d/points/point_kind_table.hpp"
 #include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
@@ -62,13 +61,8 @@ class label_kinds {
     std::string distinct(const std::string& label) { return all_.take_numbered(label); }
 
   private:
-<<<<<<< HEAD
-    std::unordered_set<std::string> all_;
-    std::unordered_map<std::string, const point_kind*> kinds_;
-=======
     schema::name_pool all_;
-    std::unordered_map<std::string, std::size_t> kinds_;
->>>>>>> 85ef438 (Number equal names in one place)
+    std::unordered_map<std::string, const point_kind*> kinds_;
 };
 
 void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
