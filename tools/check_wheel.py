@@ -19,7 +19,12 @@ from pathlib import Path
 PROJECT = Path(__file__).resolve().parent.parent
 
 # For type checkers: the stub of the extension module, and the marks of packages that publish types.
-TYPES = {"_moxPY/__init__.pyi", "_moxPY/py.typed", "moxPY/py.typed"}
+TYPES = {
+    "_moxPY/__init__.pyi",
+    "_moxPY/trial.pyi",
+    "_moxPY/py.typed",
+    "moxPY/py.typed",
+}
 
 # Run outside the checkout: only the installed files can answer.
 QUESTION = """

@@ -30,7 +30,6 @@ namespace attribute = schema::attribute;
 
 namespace {
 
-constexpr std::string_view unknown_unit = "Unknown";
 constexpr std::string_view unit_of_analogs = "V"; // what channels of different units all begin as
 
 bool is_analog(const strata::data_group& group) {
@@ -50,7 +49,7 @@ std::vector<std::string> known_units(const strata::data_group& group) {
     std::vector<std::string> units;
     for (const auto& set : sets_of(group)) {
         auto unit = read<std::string>(set.retrieve_attribute(attribute::unit));
-        if (!unit.empty() && unit != unknown_unit)
+        if (!unit.empty() && unit != schema::unknown_unit)
             units.push_back(std::move(unit));
     }
     return units;

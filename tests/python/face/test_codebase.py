@@ -29,7 +29,7 @@ PLUMBING = {
 
 
 def table() -> list[str]:
-    return [name for name in dir(_moxPY) if not name.startswith("__")]
+    return [name for name, value in vars(_moxPY).items() if inspect.isroutine(value)]
 
 
 def face() -> dict[str, Any]:

@@ -14,6 +14,7 @@ from typing import Any
 
 import moxPY
 import pytest
+from moxPY.trial import Trial
 
 TRIAL = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
 MODULES = [
@@ -45,7 +46,8 @@ def test_examples_are_true(
     shutil.copyfile(TRIAL, path)
     example.globs |= vars(moxPY) | {"path": path}
     with moxPY.moxReadAcquisition(path) as trial:
-        example.globs["trial"] = trial
+        is_of_object_view = example.name.startswith("moxPY.trial.")
+        example.globs["trial"] = Trial.of(trial) if is_of_object_view else trial
         with capsys.disabled():
             report: list[str] = []
             results = doctest.DocTestRunner().run(example, out=report.append)
