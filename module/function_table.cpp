@@ -13,6 +13,7 @@
 #include "api/devices/force_platforms.hpp"
 #include "api/devices/rotations.hpp"
 #include "api/devices/wrenches.hpp"
+#include "api/events/append_event.hpp"
 #include "api/events/modify_events.hpp"
 #include "api/events/read_events.hpp"
 #include "api/metadata/analysis.hpp"
