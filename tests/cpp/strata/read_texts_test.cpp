@@ -13,7 +13,7 @@ using strata_test::scalar;
 using strata_test::shape;
 using strata_test::whole;
 
-using texts = std::vector<std::string>;
+using text_list = std::vector<std::string>;
 
 class ReadTexts : public testing::Test {
   protected:
@@ -32,22 +32,22 @@ class ReadTexts : public testing::Test {
 
 TEST_F(ReadTexts, TakesAllOfAnAttributeInOrder) {
     const auto attribute = text_attribute(shape({2, 2}), {"a", "", "c c", "\xC3\xA4"});
-    EXPECT_EQ(read_texts(attribute), (texts{"a", "", "c c", "\xC3\xA4"}));
+    EXPECT_EQ(read_texts(attribute), (text_list{"a", "", "c c", "\xC3\xA4"}));
 }
 
 TEST_F(ReadTexts, TakesAnAttributeWithoutDimensionsAsOne) {
-    EXPECT_EQ(read_texts(text_attribute(scalar(), {"alone"})), texts{"alone"});
+    EXPECT_EQ(read_texts(text_attribute(scalar(), {"alone"})), text_list{"alone"});
 }
 
 TEST_F(ReadTexts, HasNoneOfAnEmptyAttribute) {
-    EXPECT_EQ(read_texts(text_attribute(shape({0}), {})), texts{});
+    EXPECT_EQ(read_texts(text_attribute(shape({0}), {})), text_list{});
 }
 
 TEST_F(ReadTexts, TakesWhatIsSelected) {
     auto set = store_.root().create_set("set", shape({3}), data_type::string);
     give_texts(whole(set), {"a", "b", "c"});
-    EXPECT_EQ(read_texts(whole(set)), (texts{"a", "b", "c"}));
-    EXPECT_EQ(read_texts(strata_test::part(set, {1, 2})), (texts{"b", "c"}));
+    EXPECT_EQ(read_texts(whole(set)), (text_list{"a", "b", "c"}));
+    EXPECT_EQ(read_texts(strata_test::part(set, {1, 2})), (text_list{"b", "c"}));
 }
 
 TEST_F(ReadTexts, RefusesNumbersHoweverMany) {
