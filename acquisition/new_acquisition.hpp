@@ -1,3 +1,13 @@
+// What an acquisition is, made of the data store. From the ground up:
+//
+// | file            |                                                            |
+// |-----------------|------------------------------------------------------------|
+// | channels/       | channels and their groups                                  |
+// | time_base/      | rates, frames and samples                                  |
+// | platforms/      | force platforms, kept in line with parameters and channels |
+// | files/          | reading and writing                                        |
+// | new_acquisition | an acquisition without a file                              |
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,15 @@
+// What the functions do, by family.
+//
+// | file        |                                                              |
+// |-------------|--------------------------------------------------------------|
+// | channels/   | for points and analog channels: finding, numbering, matrices |
+// | points/     | points                                                       |
+// | analogs/    | analog channels                                              |
+// | events/     | events                                                       |
+// | devices/    | force platforms, wrenches, rotations                         |
+// | metadata/   | metadata and ANALYSIS                                        |
+// | unavailable | refusals                                                     |
+
 #pragma once
 
 #include "store/swig_error.hpp"

@@ -1,3 +1,23 @@
+// The extension module: start-up and the calling convention.
+//
+// | file             |                                             |
+// |------------------|---------------------------------------------|
+// | module           | start-up                                    |
+// | application      | the one application of the process          |
+// | plugin_folder    | where the plugins are                       |
+// | numpy_binding    | NumPy's functions                           |
+// | function_table   | a row for each function                     |
+// | function_row     | what a row is made of                       |
+// | overload         | one function of several of a name           |
+// | call_frame       | arguments, call, result, failure            |
+// | parameter        | what an argument may be, and its conversion |
+// | result           | what a result becomes                       |
+// | call_failure     | which exception a failure becomes           |
+// | handle_proxy     | objects of Python that hold one of C++      |
+// | wrapped          | which types these can be                    |
+// | shadow_class     | handles as instances of the face's class    |
+// | handle_functions | functions on handles, for other modules     |
+
 #pragma once
 
 #include "store/python.hpp"

@@ -1,3 +1,22 @@
+// What module and plugins share about the data store of an acquisition.
+//
+// | file                 |                                                       |
+// |----------------------|-------------------------------------------------------|
+// | names                | where everything lies, and what it is called          |
+// | data_type_of         | element types of C++ numbers                          |
+// | read_attribute       | attributes, where what is missing counts as none      |
+// | write_attribute      | attributes that are created                           |
+// | unit_parameters      | what callable units are asked for                     |
+// | channel_names        | names of channels' sets                               |
+// | event_types          | what types of events are called                       |
+// | split_record         | which channels of a file became sets                  |
+// | parameter_list       | texts of the parameters, over all parts of a list     |
+// | analog_pairing       | the set that a channel number of the parameters means |
+// | table_shape          | how a table's dimensions divide its numbers           |
+// | plate_frame          | axes of a force platform from its corners             |
+// | force_platform_table | what FORCE_PLATFORM says of each platform             |
+// | platform_obstacles   | what keeps a platform from having a wrench            |
+
 #pragma once
 
 // What everything of an acquisition is called in the store. Nowhere else are these names spelt.

@@ -1,3 +1,10 @@
+// Channels and their groups.
+//
+// | file        |                                      |
+// |-------------|--------------------------------------|
+// | point_types | the five kinds of points             |
+// | channels    | device groups, and channels for them |
+
 #pragma once
 
 // Device groups and the channel sets in them, as every acquisition has them.

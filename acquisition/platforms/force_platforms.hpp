@@ -1,3 +1,13 @@
+// Force platforms as they are now.
+//
+// | file                     |                                                   |
+// |--------------------------|---------------------------------------------------|
+// | force_platforms          | brings all that depends on them up to date        |
+// | platform_detection       | the group of each platform                        |
+// | platform_remarks         | what is odd about the channels, told once         |
+// | platform_channel_numbers | FORCE_PLATFORM:CHANNEL while channels are removed |
+// | platform_wrench          | the wrench of one of them                         |
+
 #pragma once
 
 #include <optional>

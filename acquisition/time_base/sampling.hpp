@@ -1,3 +1,15 @@
+// Rates, numbers of frames and of samples.
+//
+// | file               |                                                     |
+// |--------------------|-----------------------------------------------------|
+// | sampling           | what they are                                       |
+// | rate_parameter     | a rate among the parameters                         |
+// | sample_agreement   | analog samples that belong to so many frames        |
+// | set_sampling       | what they are to be                                 |
+// | resize_acquisition | all that follows from a number of frames or samples |
+// | resize_channels    | the channels of a group                             |
+// | resize_rotations   | the rotations of the segments                       |
+
 #pragma once
 
 // The time base of an acquisition: rates, frame counts, first frame, analog sampling. Counts are

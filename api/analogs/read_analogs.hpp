@@ -1,3 +1,12 @@
+// Functions of analog channels.
+//
+// | file                  |                                               |
+// |-----------------------|-----------------------------------------------|
+// | read_analogs          | what they are                                 |
+// | gain_table            | what a gain code stands for                   |
+// | modify_analogs        | new samples, new channels, fewer channels     |
+// | set_analog_attributes | label, description, unit, gain, offset, scale |
+
 #pragma once
 
 #include "store/python.hpp"

@@ -1,3 +1,15 @@
+// What points and analog channels have in common.
+//
+// | file              |                                               |
+// |-------------------|-----------------------------------------------|
+// | channel_lookup    | the channel of an index or a label            |
+// | channel_info      | what information dictionaries say of channels |
+// | distinct_keys     | keys of a dictionary                          |
+// | values_matrix     | the samples of all channels as a matrix       |
+// | matrix_check      | a matrix that a script gives                  |
+// | write_channels    | its values into channels                      |
+// | channel_numbering | indices and names while channels come and go  |
+
 #pragma once
 
 // Finding a channel by its index or its label. Points and analog channels are found alike.

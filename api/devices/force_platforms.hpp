@@ -1,3 +1,12 @@
+// Functions of force platforms and rotations.
+//
+// | file            |                                                      |
+// |-----------------|------------------------------------------------------|
+// | force_platforms | what platforms are, and what their channels measured |
+// | wrenches        | their wrenches                                       |
+// | rotations       | rotations of segments                                |
+// | sample_rows     | samples and numbers as arrays                        |
+
 #pragma once
 
 #include "store/python.hpp"

@@ -1,3 +1,11 @@
+// Functions of events.
+//
+// | file          |                                                |
+// |---------------|------------------------------------------------|
+// | read_events   | what they are                                  |
+// | event_sets    | the set of a name                              |
+// | modify_events | new events, what is said of them, fewer events |
+
 #pragma once
 
 #include "store/python.hpp"

@@ -1,3 +1,15 @@
+// Functions of metadata.
+//
+// | file                |                                       |
+// |---------------------|---------------------------------------|
+// | export_metadata     | metadata as dictionaries              |
+// | format_names        | what the types of entries are called  |
+// | metadata_path       | the entry that a script names         |
+// | info_record         | the new entry that a script describes |
+// | modify_metadata     | entries that are new, other or gone   |
+// | analysis            | the group ANALYSIS                    |
+// | data_set_dictionary | a set as a dictionary                 |
+
 #pragma once
 
 #include "store/python.hpp"

@@ -1,3 +1,11 @@
+// Functions of points.
+//
+// | file             |                                                  |
+// |------------------|--------------------------------------------------|
+// | read_points      | what they are                                    |
+// | set_point_values | new coordinates                                  |
+// | modify_points    | new points, other labels and kinds, fewer points |
+
 #pragma once
 
 #include "store/python.hpp"

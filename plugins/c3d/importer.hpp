@@ -1,3 +1,25 @@
+// The C3D plugin, from the ground up: a folder includes nothing of those that come after it.
+//
+// | file            |                                                               |
+// |-----------------|---------------------------------------------------------------|
+// | bytes/          | numbers and texts of files, reading and writing bytes, errors |
+// | parameters/     | header and parameters                                         |
+// | frames/         | how many frames there are, and where their samples lie        |
+// | samples/        | samples between a data section and the channels               |
+// | points/         | what a point is: label, kind, unit; its set, its parameters   |
+// | analogs/        | the same of analog channels, and their scales                 |
+// | events/         | events of EVENT and of the header, and their sets             |
+// | rotations/      | the rotation section and its segments                         |
+// | platforms/      | force platforms for whoever computes wrenches                 |
+// | importer        | a file as a whole becomes an acquisition                      |
+// | header_group    | what scripts, and the exporter, learn of the header: `Header` |
+// | exporter        | an acquisition becomes a file as a whole                      |
+// | require_split   | refuses to write what would lose channels                     |
+// | written_content | all that a file is made of, before any of it is written       |
+// | header_block    | the header of a file that is written                          |
+// | section_places  | the blocks where samples and rotations begin                  |
+// | plugin          | what the plugin offers                                        |
+
 #pragma once
 
 #include <anvil/io_device.hpp>

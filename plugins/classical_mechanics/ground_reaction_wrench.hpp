@@ -1,3 +1,13 @@
+// Wrenches of force platforms.
+//
+// | file                   |                                                 |
+// |------------------------|-------------------------------------------------|
+// | ground_reaction_wrench | the unit                                        |
+// | wrench_parameters      | what it is asked for                            |
+// | measured_platform      | what a platform's group says                    |
+// | sample_block           | force, moment and point, some samples at a time |
+// | plugin                 | what the plugin offers                          |
+
 #pragma once
 
 #include <anvil/json.hpp>

@@ -1,3 +1,16 @@
+// One set with many channels becomes a set for each.
+//
+// | file              |                                              |
+// |-------------------|----------------------------------------------|
+// | split_set         | the unit                                     |
+// | split_parameters  | what it is asked for                         |
+// | split_source      | the set with all channels                    |
+// | channel_names     | names of their sets                          |
+// | attribute_column  | values that become an attribute of each set  |
+// | destination_group | where the sets go; taken back when one fails |
+// | split_error       | why a set cannot be split                    |
+// | plugin            | what the plugin offers                       |
+
 #pragma once
 
 #include <strata/plugin/plugin.hpp>

@@ -1,3 +1,15 @@
+// Analog channels on their way between a file and the data store.
+//
+// | file            |                                                                   |
+// |-----------------|-------------------------------------------------------------------|
+// | read_analogs    | a file's channels become the set `Analogs`                        |
+// | read_scaling    | their samples get scale and offset                                |
+// | analog_offsets  | what an offset word means, and whether samples have a sign        |
+// | analog_columns  | the channels that are written, in the order of the file           |
+// | write_analogs   | what ANALOG says of them                                          |
+// | write_scaling   | their values become samples; what ANALOG says of scale and offset |
+// | channel_scaling | the scale and the offset with which one channel survives that     |
+
 #pragma once
 
 #include <cstdint>

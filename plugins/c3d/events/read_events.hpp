@@ -1,3 +1,13 @@
+// Events on their way between a file and the data store.
+//
+// | file           |                                                   |
+// |----------------|---------------------------------------------------|
+// | read_events    | the events of EVENT and of the header, one by one |
+// | event_grouping | which of them are one set, and its name           |
+// | event_sets     | the sets of the data store, made and read back    |
+// | events_detect  | the unit that makes the sets of a file            |
+// | write_events   | what EVENT and the header say of the sets         |
+
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,13 @@
+// How many frames a file has, and where they lie.
+//
+// | file              |                                                                |
+// |-------------------|----------------------------------------------------------------|
+// | layout_candidates | what header and parameters say, the most trusted first         |
+// | frame_count       | who says how many frames there are, and whom to believe        |
+// | frame_layout      | what all of them and the length of the file agree on           |
+// | rotation_layout   | the same of the rotation section                               |
+// | frame_range       | the frames of a file that is written, in header and parameters |
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,27 @@
+// Header and parameters: of a file, in the data store, and of a file that is written.
+//
+// | file                |                                                               |
+// |---------------------|---------------------------------------------------------------|
+// | parameter           | one parameter of a file: type, dimensions, elements           |
+// | header              | the header block and its events                               |
+// | parameter_record    | a record of a section as it describes itself                  |
+// | read_section        | the records of a section, however odd their chain is          |
+// | parameter_table     | the parameters of a file, bound to groups and found by name   |
+// | channel_entries     | a list with an entry for each channel: NAME, NAME2, NAME3 …   |
+// | c3d_file            | all of a file before its samples; whether it is one at all    |
+// | metadata_names      | what groups and parameters are called below `Format/Metadata` |
+// | read_metadata       | parameters become the attributes of `Format/Metadata`         |
+// | kept_records        | what those do not say is kept for writing, and found again    |
+// | parameter_tree      | groups and parameters of a file that is going to be written   |
+// | parameter_values    | numbers and texts become the elements of such a parameter     |
+// | stored_attribute    | an attribute of the metadata becomes one                      |
+// | write_metadata      | all of `Format/Metadata` becomes a tree                       |
+// | put_parameter       | a parameter gets a value, or stays where it says that already |
+// | put_entries         | the same of a list with an entry for each channel             |
+// | standard_parameters | what every file should have, for one that was never read      |
+// | set_attributes      | label, unit and index of a set that is written                |
+// | write_section       | the tree as the bytes of a section                            |
+
 #pragma once
 
 #include <array>

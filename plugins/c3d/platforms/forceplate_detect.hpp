@@ -1,3 +1,10 @@
+// What FORCE_PLATFORM says; schema/force_platform_table.hpp reads it.
+//
+// | file                    |                                                  |
+// |-------------------------|--------------------------------------------------|
+// | forceplate_detect       | the unit that makes a platform's group of it     |
+// | write_platform_channels | FORCE_PLATFORM:CHANNEL of a file that is written |
+
 #pragma once
 
 #include <anvil/json.hpp>

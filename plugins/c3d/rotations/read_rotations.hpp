@@ -1,3 +1,11 @@
+// Rotations on their way between a file and the data store.
+//
+// | file             |                                                         |
+// |------------------|---------------------------------------------------------|
+// | read_rotations   | the rotation section becomes the set `Rotations`        |
+// | detect_rotations | the unit that makes a group of each segment             |
+// | write_rotations  | the rows of the section, and what ROTATION says of them |
+
 #pragma once
 
 #include <array>

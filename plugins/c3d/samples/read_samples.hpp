@@ -1,3 +1,20 @@
+// Samples on their way between a file and the channels; no more than a block at a time.
+//
+// | file             |                                                         |
+// |------------------|---------------------------------------------------------|
+// | read_samples     | a data section, block by block, becomes the channels    |
+// | decoder          | the loops that do it, for one kind of data section      |
+// | decode_kernels   | how they are written, once for all processors           |
+// | write_samples    | channels become a data section, block by block          |
+// | sample_source    | the singles that a file holds for a channel             |
+// | encoder          | the loops that write them                               |
+// | encode_kernels   | how they are written, once for all processors           |
+// | lanes_portable   | four singles at once, on any processor                  |
+// | lanes_sse2       | the same on x86-64                                      |
+// | kernels_portable | the loops over the portable lanes                       |
+// | kernels_sse2     | or over those of x86-64; the build takes one of the two |
+// | buffer_elements  | the elements of a buffer where they lie                 |
+
 #pragma once
 
 #include <cstdint>

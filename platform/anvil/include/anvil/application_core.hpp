@@ -1,3 +1,17 @@
+// What any program needs of its system.
+//
+// | file                   |                                                    |
+// |------------------------|----------------------------------------------------|
+// | application_core       | who the program is                                 |
+// | status                 | success, or why not                                |
+// | io_device              | bytes from somewhere, to somewhere                 |
+// | io_file                | a file, which is replaced as a whole or not at all |
+// | standard_paths         | folders of the system                              |
+// | module_path            | the file that code was loaded from                 |
+// | logging                | lines, loggers and where lines end up              |
+// | log_sink_file_threaded | a file of lines                                    |
+// | json                   | JSON                                               |
+
 #pragma once
 
 #include <string>
