@@ -72,8 +72,34 @@ def test_the_worked_example_of_the_format_is_a_file(tmp_path: Path):
     assert (info["units"], info["frequency"]) == ("N", 200.0)
 
 
+def without_indents(text: str) -> str:
+    return "\n".join(line.strip() for line in text.splitlines())
+
+
+def test_the_example_of_a_new_function_is_what_the_sources_say():
+    _, found, rest = text_of("CONTRIBUTING.md").partition("\n## Adding a function\n")
+    recipe = rest.partition("\n## ")[0]
+    assert found
+    names = [name for name in re.findall(r"`([\w/]+\.\w+)`", recipe) if "/" in name]
+    sources = [without_indents(text_of(name)) for name in names]
+    examples = re.findall(r"^```\w+\n(.*?)^```", recipe, re.DOTALL | re.MULTILINE)
+    assert len(examples) >= 5
+    others = [
+        example
+        for example in examples
+        if not any(without_indents(example) in source for source in sources)
+    ]
+    assert others == []
+
+
 @pytest.mark.parametrize(
-    "document", ["README.md", "CONTRIBUTING.md", *sorted(Path(REPOSITORY).glob("docs/*.md"))]
+    "document",
+    [
+        "README.md",
+        "CONTRIBUTING.md",
+        "tests/README.md",
+        *sorted(Path(REPOSITORY).glob("docs/*.md")),
+    ],
 )
 def test_links_lead_to_files(document: str | Path):
     folder = (REPOSITORY / document).parent
