@@ -7,6 +7,7 @@
 #include "plugins/c3d/analogs/read_analogs.hpp"
 #include "plugins/c3d/analogs/write_scaling.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/frames/frame_layout.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
@@ -33,9 +34,9 @@ float told_rate(const analog_rate& rate) {
     const auto samples = static_cast<double>(rate.samples_per_frame);
     // Others divide the rates as they are stored.
     const auto computed = samples * double{static_cast<float>(rate.point_rate)};
-    const bool agrees =
-        rate.rate > 0.0 && (rate.point_rate <= 0.0 ||
-                            std::abs(rate.rate / rate.point_rate - samples) <= 0.01 * samples);
+    const bool agrees = rate.rate > 0.0 && (rate.point_rate <= 0.0 ||
+                                            std::abs(rate.rate / rate.point_rate - samples) <=
+                                                rate_tolerance * samples);
     const auto told = static_cast<float>(agrees ? rate.rate : computed);
     if (!std::isfinite(told))
         throw export_error("ANALOG:RATE would be {} Hz, more than a C3D file holds", computed);

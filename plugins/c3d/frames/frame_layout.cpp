@@ -175,7 +175,7 @@ double analog_rate_of(const frame_layout& layout, double stored, warnings& notes
     if (stored <= 0.0)
         return computed;
     if (layout.point_rate <= 0.0 ||
-        std::abs(stored / layout.point_rate - samples) <= 0.01 * samples) {
+        std::abs(stored / layout.point_rate - samples) <= rate_tolerance * samples) {
         return stored;
     }
     notes.add(

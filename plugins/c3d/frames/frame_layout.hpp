@@ -17,6 +17,10 @@
 
 namespace c3d {
 
+/// How far a rate may be off, as a part of it, and still be a multiple of another: both were
+/// rounded when they were written, such as 600 Hz beside 59.94 Hz.
+inline constexpr double rate_tolerance = 0.01;
+
 /// How the data section is laid out, once header, parameters and the file's length have been heard.
 struct frame_layout {
     sample_storage storage = sample_storage::real;

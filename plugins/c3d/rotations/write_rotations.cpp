@@ -12,6 +12,7 @@
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/frames/frame_layout.hpp"
 #include "plugins/c3d/frames/rotation_layout.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
@@ -46,7 +47,8 @@ double rate_of(const strata::data_set& set, double ratio, double point_rate) {
     const auto stored =
         schema::read_number<double>(set.retrieve_attribute(attribute::sample_rate)).value_or(0.0);
     const auto computed = ratio * point_rate;
-    return stored > 0.0 && std::abs(stored - computed) <= 0.01 * computed ? stored : computed;
+    return stored > 0.0 && std::abs(stored - computed) <= rate_tolerance * computed ? stored
+                                                                                    : computed;
 }
 
 /// A row that the file lacked is not made up: a claim of the file is no reason for any number of
