@@ -17,8 +17,9 @@ namespace {
 constexpr std::size_t usual_channels = 6;
 constexpr std::size_t polynomial_coefficients = 12; // six for each axis
 
+/// 0, which no type and no channel is, for what is none: types and channels may be stored as reals.
 std::int64_t whole_number(double value) noexcept {
-    constexpr double largest = 1e9;
+    constexpr double largest = 1e9; // far beyond both
     return std::abs(value) < largest && std::trunc(value) == value
                ? static_cast<std::int64_t>(value)
                : 0;
@@ -131,6 +132,8 @@ void force_platform_table::drop(numbers& table, const char* name) {
     table.values.clear();
 }
 
+/// One row of numbers says nothing of its width. Equal shares are right where they suffice for a
+/// platform; else a platform of type 3 makes the rows of all eight wide.
 std::size_t force_platform_table::width_of_flattened_channels() const {
     const auto platforms = types_.values.size();
     const auto total = channels_.values.size();

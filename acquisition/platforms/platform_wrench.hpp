@@ -7,7 +7,8 @@
 
 namespace mox {
 
-inline constexpr double default_fz_threshold = 10.0; // in the unit of the force channels
+/// In the unit of the force channels. Low for a person, high for the noise of a platform.
+inline constexpr double default_fz_threshold = 10.0;
 
 /// Where the moment of a wrench is taken.
 enum class wrench_place { hardware_origin, point_of_application };

@@ -20,7 +20,7 @@ namespace attribute = schema::attribute;
 
 namespace {
 
-constexpr double exact_counts = 9007199254740992.0; // 2^53
+constexpr double exact_counts = 9007199254740992.0; // 2^53: whole numbers have gaps beyond
 
 /// Writes an attribute of a device group and of each of its sets.
 void write_to_group_and_sets(const strata::data_group& group, const char* name, double value) {

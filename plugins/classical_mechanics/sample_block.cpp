@@ -77,6 +77,8 @@ void sample_block::combine_center_of_pressure(const vector3& origin) {
     }
 }
 
+/// The sensors stand in the quadrants of their numbers: 1 (+x, +y), 2 (−x, +y), 3 (−x, −y),
+/// 4 (+x, −y). Fx12 is that of 1 and 2 together, and so on.
 void sample_block::combine_eight_forces(double sensor_x, double sensor_y) {
     const auto& [fx12, fx34, fy14, fy23, fz1, fz2, fz3, fz4] = channels_;
     for (std::size_t i = 0; i < samples_; ++i) {
@@ -138,6 +140,7 @@ void sample_block::find_point_of_application(const measured_platform& platform) 
     }
 }
 
+/// The point is a quotient by Fz: beside a small one it is the noise of the moments.
 void sample_block::forget_points_under(double fz_threshold) {
     for (std::size_t i = 0; i < samples_; ++i) {
         const auto load = std::abs(force_[2][i]);

@@ -31,7 +31,8 @@ double level_of(std::span<const float> samples) {
     return count > 0.0 ? sum / count : 0.0;
 }
 
-/// True when the samples leave no doubt between the two.
+/// True when the samples leave no doubt between the two, which are 65,536 apart: a signal reaches
+/// far from its zero, but not all the time.
 bool clearly_nearer(double level, double candidate, double other) {
     return std::abs(level - candidate) * 8.0 < std::abs(level - other);
 }
@@ -55,15 +56,19 @@ offset_reading read_offset(std::int16_t word, const analog_encoding& encoding,
     const double as_unsigned = as_signed + 65536.0;
 
     if (encoding.declared == word_sign::without) {
+        // Some writers declare UNSIGNED and yet store the small negative zeros of amplifiers.
         const bool small = as_signed >= least_small_offset &&
                            clearly_nearer(level_of(samples), as_signed, as_unsigned);
         return {small ? as_signed : as_unsigned, false};
     }
     if (encoding.storage == sample_storage::integer) {
+        // The samples have been read with a sign and cannot tell. Files that are older than FORMAT
+        // hold unsigned words of 16 bits all the same, with the zero in the middle of their range.
         const bool middle =
             !encoding.declared && encoding.may_have_16_bits && as_signed <= most_middle_word;
         return {middle ? as_unsigned : as_signed, middle};
     }
+    // Reals carry their sign themselves, so they outdo even a FORMAT that says SIGNED.
     const bool middle = !encoding.declared && word == -32768;
     if (middle || clearly_nearer(level_of(samples), as_unsigned, as_signed))
         return {as_unsigned, false};

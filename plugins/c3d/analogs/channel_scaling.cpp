@@ -18,7 +18,8 @@ constexpr double wanted_range = 32000.0;
 
 /// How far a value that is read again may be off, as a part of the channel's largest one.
 constexpr double tolerance = 2.0 * float_limits::epsilon();
-/// Up to this part of the largest stored number, an offset keeps within the tolerance.
+/// Up to this part of the largest stored number, an offset keeps within the tolerance: with it a
+/// stored number is at most four times as large, and is off by half an epsilon of itself.
 constexpr double harmless_offset = 3.0;
 
 /// The largest magnitude of the finite values.

@@ -22,6 +22,7 @@ namespace attribute = schema::attribute;
 
 namespace {
 
+/// A list that ends before, or is missing, tells no range: 0.
 std::vector<std::int32_t> gain_codes(const parameter_table& parameters, std::size_t channels) {
     const channel_entries entries(parameters, "ANALOG", "GAIN", single_value::of_all_channels);
     std::vector<std::int32_t> codes(channels);

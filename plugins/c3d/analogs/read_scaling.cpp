@@ -20,6 +20,7 @@ void remove_sign(std::span<float> samples) noexcept {
 stored_scaling apply_scaling(std::span<strata::channel_buffer> channels,
                              const parameter_table& parameters, sample_storage storage,
                              warnings& notes) {
+    // Files without these parameters hold values as they are.
     const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
     const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
@@ -42,6 +43,7 @@ stored_scaling apply_scaling(std::span<strata::channel_buffer> channels,
         }
         if (offset.unsigned_samples)
             remove_sign(floats_of(buffer));
+        // Some writers leave 0 at channels that nobody used; what the file says stays.
         if (scale == 0.0 || general == 0.0) {
             notes.add("the scale of an analog channel is 0; its values are 0");
         }

@@ -51,7 +51,8 @@ bool ratio_is_told(double stored, const analog_rate& rate) {
                static_cast<double>(rate.samples_per_frame);
 }
 
-/// Codes that mean nothing to a reader stay with their channels.
+/// Files hold other numbers than codes in GAIN, too: those stay with their channels until a script
+/// gives these another one.
 void put_gains(parameter_tree& tree, std::span<const analog_column> columns, surplus rule) {
     std::vector<std::int64_t> codes;
     {

@@ -20,7 +20,8 @@ float seconds(float minutes, float rest) {
     return static_cast<float>(double{minutes} * 60.0 + double{rest});
 }
 
-/// True when the first half can be the minutes of all events, and not every other value.
+/// True when the first half can be the minutes of all events, and not every other value: where the
+/// dimensions are exchanged, the order may be as well.
 bool is_planes(const std::vector<float>& values) {
     const auto is_whole = [](float value) { return std::floor(value) == value; };
     bool pairs = true;
@@ -82,6 +83,7 @@ void append_part(const event_part& part, std::size_t used, std::vector<event_occ
         part.numbers({"ICON_IDS", "ICONS_IDS"}); // the second is a spelling of real files
     const auto flags = part.numbers({"GENERIC_FLAGS"});
     const std::string none;
+    // Lists of one file differ in length: an event has a time, the rest may be missing.
     for (std::size_t i = 0; i < std::min(times.size(), used); ++i) {
         events.push_back({element_or(contexts, i, none), element_or(labels, i, none),
                           element_or(subjects, i, none), element_or(descriptions, i, none),
@@ -97,6 +99,7 @@ std::vector<float> event_seconds(const std::vector<float>& values,
     const bool two_dimensions = extents.size() == 2;
     const bool by_pairs = two_dimensions && extents[1] == 2;
     const bool by_two = two_dimensions && extents[0] == 2 && extents[1] != 1;
+    // One row, as some writers store it, is seconds, unless it is twice as long as USED says.
     const bool unsaid = !by_pairs && !by_two && (!two_dimensions || extents[1] != 1);
     const bool twice = unsaid && values.size() == 2 * used;
     if (!by_pairs && !by_two && !twice)

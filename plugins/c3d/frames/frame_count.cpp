@@ -75,6 +75,7 @@ std::optional<frame_count> claimed_frames(const frame_claims& claims) {
         return frame_count{*claims.long_frames, "POINT:LONG_FRAMES", exact};
     if (const auto frames = above_zero(claims.real_frames))
         return frame_count{*frames, "POINT:FRAMES", exact};
+    // Before TRIAL, in which files that were cut out of a longer recording often keep its range.
     const bool is_saturated = claims.word_frames == word_limit;
     if (const auto frames = above_zero(claims.word_frames); frames && !is_saturated)
         return frame_count{*frames, "POINT:FRAMES", may_be_wrapped};

@@ -158,6 +158,7 @@ void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout
         limit_channels_without_frames(file, layout, notes);
 }
 
+/// The magnitude of the scale; a scale of 0 or NaN scales nothing, and residuals count in units.
 float scale_of(const c3d_file& file) {
     for (auto scale :
          {file.parameters.number("POINT", "SCALE").value_or(0.0), double{file.head.scale}}) {

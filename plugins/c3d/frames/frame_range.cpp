@@ -104,6 +104,7 @@ header_range header_range_of(const frame_range& range) noexcept {
     const auto word = [](std::uint64_t number) { return static_cast<std::uint16_t>(number); };
     if (range.last() <= largest_word)
         return {word(range.first), word(range.last())};
+    // From 1 to 65,535 there are as many frames as here: a reader would believe the 1.
     if (range.frames == largest_word)
         return {word(std::min(range.first, largest_word)), word(largest_word)};
     return {1, word(largest_word)};

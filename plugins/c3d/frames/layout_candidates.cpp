@@ -111,6 +111,7 @@ std::vector<analog_grid> analog_grids(const c3d_file& file, std::uint64_t ratio)
         if (!used)
             consider(values, 1);
     }
+    // The last resort, where neither the rates nor the header's product divide.
     if (used)
         consider(*used, 1);
     return grids;
@@ -128,6 +129,7 @@ layout_candidates candidates_of(const c3d_file& file) {
         result.point_rate = rate_of(file.head.rate);
     result.analog_rate = rate_of(file.parameters.number("ANALOG", "RATE"));
     std::uint64_t ratio = 0;
+    // The header has a word for the ratio. Rounded, not cut: rates are stored as singles.
     if (result.point_rate > 0.0 && result.analog_rate / result.point_rate < 65536.0) {
         ratio = static_cast<std::uint64_t>(std::llround(result.analog_rate / result.point_rate));
     }

@@ -33,6 +33,7 @@ std::uint64_t ratio_of(const c3d_file& file, double rate, double point_rate) {
         ratio && *ratio > 0 && *ratio <= 65535) {
         return *ratio;
     }
+    // Without RATIO it is that of the rates, where they give one that RATIO could hold.
     if (rate > 0.0 && point_rate > 0.0 && rate / point_rate >= 0.5 && rate / point_rate < 65535.0) {
         return static_cast<std::uint64_t>(std::llround(rate / point_rate));
     }
@@ -55,6 +56,7 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
     // No file is so long that as many rows as this could be in it.
     constexpr std::uint64_t most_rows = std::uint64_t{1} << 40U;
     const auto announced = std::min(frames.frames * result.ratio, most_rows);
+    // More segments than a word counts are a lie, and their bytes would be beyond 64 bits.
     const auto bytes = segments > 65535 ? 0 : announced * result.row_bytes();
     result.offset = rotation_offset(file, frames, bytes, notes);
 

@@ -15,7 +15,7 @@ namespace {
 /// layout.
 constexpr std::byte points_key{0x50};
 
-/// As far as a header is looked for behind zeros.
+/// As far as a header is looked for: some files begin with a run of zeros, all with something.
 constexpr std::size_t most_zeros = 65536;
 
 /// Read at first; most sections are smaller.
@@ -64,7 +64,8 @@ std::uint64_t zeros_at_end(const file_reader& reader) {
     return static_cast<std::uint64_t>(last - bytes.rbegin());
 }
 
-/// For files whose processor byte is none: the format in which the header makes sense.
+/// For files whose processor byte is none: the format in which the header makes sense. Read in the
+/// byte order of another one, a usual rate is next to nothing or beyond any camera.
 std::optional<number_format> guess_format(const header_block& block) {
     for (auto format : {number_format::intel, number_format::dec, number_format::mips}) {
         const auto head = decode_header(format, block);

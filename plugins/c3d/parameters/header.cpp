@@ -55,6 +55,8 @@ bool is_printable(std::string_view text) noexcept {
 std::vector<header_event> decode_events(const block_reader& block) {
     const bool has_key = block.word(150) == four_character_labels;
     std::size_t count = block.word(151);
+    // More do not fit: where the key says that these are events, the count is off, else there are
+    // none.
     if (count > most_header_events)
         count = has_key ? most_header_events : 0;
     const auto width = has_key ? header_place::event_label_bytes : 2;

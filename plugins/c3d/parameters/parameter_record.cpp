@@ -34,7 +34,8 @@ bool is_name_character(char character) noexcept {
     return octet >= 0x20 && octet != 0x7F;
 }
 
-/// Adds what a group's or parameter's own lengths say about its extent.
+/// Adds what a group's or parameter's own lengths say about its extent. A length byte that a cut
+/// file lacks counts as 0.
 void measure_description(parameter_record& record, const section_bytes& section) noexcept {
     const auto length = section.has(record.description, 1) ? section.at(record.description) : 0u;
     record.end = record.description + 1 + length;

@@ -16,6 +16,8 @@ namespace {
 constexpr std::size_t longest_name = 127;
 constexpr std::size_t longest_description = 255;
 constexpr std::size_t longest_distance = 65535;
+/// Some readers stop at the distance 0 of the last record, others at a name without length behind
+/// it: both find what they look for.
 constexpr std::size_t bytes_behind_last_record = 4;
 
 /// Of a record, beside its name, extents, elements and description.

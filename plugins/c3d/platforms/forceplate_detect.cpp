@@ -78,6 +78,7 @@ std::vector<strata::data_set> channels_of(const force_platform& platform,
                                           warnings& notes) {
     std::vector<strata::data_set> channels;
     for (const auto number : platform.channels) {
+        // Nobody knows which of the two is meant; what the file says is done.
         if (std::ranges::count(platform.channels, number) > 1)
             notes.add("FORCE_PLATFORM:CHANNEL names the analog channel {} repeatedly", number);
         channels.push_back(columns[static_cast<std::size_t>(number) - 1]);

@@ -27,6 +27,8 @@ point_kinds::point_kinds(const parameter_table& parameters) {
     for (const auto& kind : schema::point_kind_table) {
         auto units = channel_entries(parameters, "POINT", kind.unit_parameter).all_texts();
         unit_by_kind_.emplace(&kind, first_or(units, kind.usual_unit));
+        // Some writers store a unit for each point; where they are all equal, it is that of
+        // markers.
         if (&kind == &schema::marker_kind) {
             if (units.size() > 1 && !all_equal(units))
                 unit_by_point_ = std::move(units);

@@ -13,6 +13,8 @@ namespace c3d {
 
 namespace {
 
+/// What integers of 16 bits hold, with some room: who makes integers of the file later needs no
+/// other scale.
 constexpr float wanted_range = 32000.0F;
 
 float largest_coordinate(std::span<const point_source> points, std::uint64_t frames) {

@@ -71,6 +71,8 @@ segment make_segment(std::span<const float> components, std::size_t samples) {
         const auto from = components.subspan(component * samples, samples);
         const auto to = floats_of(result.rows[row]).subspan(column * samples, samples);
         for (std::size_t i = 0; i < samples; ++i) {
+            // Like a residual: negative where the segment was not seen. NaN is no reliability
+            // either.
             to[i] = trust[i] >= 0.0F ? from[i] : std::numeric_limits<float>::quiet_NaN();
         }
     }
