@@ -12,8 +12,7 @@ namespace mox {
 [[nodiscard]] std::filesystem::path canonical_path(const std::string& name);
 
 /// `path` without the prefix of Windows long paths: "\\?\UNC\server" becomes "\\server", "\\?\C:\"
-/// loses the prefix; paths below
-/// "\\?\GLOBALROOT", and any other, stay as they are.
+/// loses the prefix; paths below "\\?\GLOBALROOT", and any other, stay as they are.
 [[nodiscard]] std::string without_long_path_prefix(std::string_view path);
 
 } // namespace mox

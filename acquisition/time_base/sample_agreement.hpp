@@ -22,8 +22,8 @@ namespace mox {
 /// The frames that sampling::point_frame_number counts; none where there is nothing to count.
 [[nodiscard]] std::optional<double> counted_frames(const strata::data_store& acquisition);
 
-/// True when an analog channel of `samples` samples has what belongs to the counted
-/// frames; false where none are counted.
+/// True when an analog channel of `samples` samples has what belongs to the counted frames; false
+/// where none are counted.
 [[nodiscard]] bool belong_to_frames(const strata::data_store& acquisition, std::uint64_t samples);
 
 /// RuntimeError that names both counts, and the functions that mend them, when the analog channels

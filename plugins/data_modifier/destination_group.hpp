@@ -26,8 +26,8 @@ class destination_group {
 
   private:
     strata::data_group root_;
-    std::string
-        created_; // path of the topmost group that was created; empty when the group existed
+    // Path of the topmost group that was created; empty when the group existed.
+    std::string created_;
     strata::data_group group_;
     std::vector<std::string> announced_;
     bool kept_ = false;

@@ -20,15 +20,12 @@ namespace data_modifier {
 /// Makes one set for each channel of a set with many, sharing the samples. Parameters:
 ///
 /// - `SourceSet`: path of a set of numbers with the dimensions components, channels and samples,
-/// and with the texts
-///   `Labels`, one for each channel;
+///   and with the texts `Labels`, one for each channel;
 /// - `DestinationGroup`: path of the group that receives the sets; created when missing. It
-/// receives `NumSamples`,
-///   `SampleRate` and `StartTime` of the source;
+///   receives `NumSamples`, `SampleRate` and `StartTime` of the source;
 /// - `LabelsFilter` (optional): array of the labels of the channels to take;
 /// - `SourceAttributesSplit` (optional): object that maps array attributes of the source, one
-/// element for each channel, to
-///   attributes of the channels' sets.
+///   element for each channel, to attributes of the channels' sets.
 ///
 /// Numeric attributes of the source with a row for each channel follow the channels under their
 /// names. After a failure the tree is as it was before.

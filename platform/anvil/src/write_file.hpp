@@ -37,8 +37,8 @@ class write_file {
     void remove_temporary() noexcept;
 
     file_handle file_;
-    file_handle
-        old_; ///< the file to be replaced, where its rights have to be copied; else not open
+    /// The file to be replaced, where its rights have to be copied; else not open.
+    file_handle old_;
     std::filesystem::path destination_;
     std::filesystem::path temporary_; ///< what is written so far; empty when there is nothing
     std::error_code failure_;         ///< of the first write that failed

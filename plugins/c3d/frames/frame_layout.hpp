@@ -26,8 +26,8 @@ struct frame_layout {
     sample_storage storage = sample_storage::real;
     std::uint64_t points = 0;   ///< in a frame
     std::uint64_t channels = 0; ///< analog channels
-    std::uint64_t samples_per_frame =
-        1;                         ///< of each analog channel; at least 1, also without channels
+    /// Of each analog channel; at least 1, also without channels.
+    std::uint64_t samples_per_frame = 1;
     std::uint64_t frames = 0;      ///< that are in the file
     std::uint64_t data_offset = 0; ///< of the first frame in the file
     std::uint64_t first_frame = 1; ///< number of the first stored frame

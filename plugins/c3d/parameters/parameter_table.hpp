@@ -19,8 +19,8 @@ struct parameter_group {
     std::uint8_t id = 0;     ///< 1 to 127
     bool locked = false;
     bool has_record = true;
-    std::size_t first_of_name =
-        0; ///< index of the first group of this name; its own for all but repeated names
+    /// Index of the first group of this name; its own for all but repeated names.
+    std::size_t first_of_name = 0;
     std::vector<std::size_t> parameters; ///< indices of parameter_table::parameters()
 };
 
@@ -69,8 +69,8 @@ class parameter_table {
     std::vector<parameter_group> groups_;
     std::vector<parameter> parameters_;
     std::unordered_map<std::string, std::size_t> by_name_; // upper case -> first group of the name
-    std::vector<std::vector<std::size_t>>
-        merged_; // by first group: parameters of all groups of the name
+    // By first group: parameters of all groups of the name.
+    std::vector<std::vector<std::size_t>> merged_;
 };
 
 /// ASCII letters in upper case.

@@ -37,8 +37,8 @@ inline constexpr std::size_t section_head_bytes = 4;
 /// Where a section lies in its file.
 struct section_place {
     std::uint64_t offset = 0; ///< first byte of the section
-    std::uint64_t data_start =
-        0; ///< first byte of the data section by the header; 0 when not known
+    /// First byte of the data section by the header; 0 when not known.
+    std::uint64_t data_start = 0;
 };
 
 /// Walks the records of `section`, which begins with its head. Follows the offsets of the records

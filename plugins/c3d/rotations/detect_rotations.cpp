@@ -38,8 +38,8 @@ constexpr std::size_t reliability = matrix_edge * matrix_edge;
 
 /// One segment, ready to be given to the store.
 struct segment {
-    std::vector<strata::channel_buffer>
-        rows; ///< by matrix row: all samples of column 0, then of column 1 and so on
+    /// By matrix row: all samples of column 0, then of column 1 and so on.
+    std::vector<strata::channel_buffer> rows;
     strata::channel_buffer reliabilities;
 };
 

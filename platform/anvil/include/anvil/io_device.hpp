@@ -13,8 +13,8 @@ namespace anvil {
 /// What one read or write did.
 struct io_result {
     std::size_t bytes = 0; ///< bytes transferred, also when `error` is set
-    std::error_code
-        error; ///< why fewer bytes were transferred than the device could have given or taken
+    /// Why fewer bytes were transferred than the device could have given or taken.
+    std::error_code error;
 };
 
 /// A random-access source and a sequential sink of bytes. Not thread-safe. No member throws.

@@ -11,8 +11,8 @@ struct ANVIL_EXPORT standard_paths {
     /// Location codes.
     enum location : int {
         /// What the program keeps for this user between runs, such as its log: `$XDG_STATE_HOME` or
-        /// `~/.local/state`
-        /// (Windows: `%LOCALAPPDATA%`), then organization name and application name.
+        /// `~/.local/state` (Windows: `%LOCALAPPDATA%`), then organization name and application
+        /// name.
         /// `<APPLICATION NAME IN UPPER CASE>_STATE_DIR`, where set, names the folder itself.
         application_state = 1,
     };

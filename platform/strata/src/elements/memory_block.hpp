@@ -8,7 +8,8 @@ namespace strata::detail {
 
 /// What a new block holds.
 enum class initial_content {
-    zero, ///< zero bytes; a large block takes no memory of the machine for them until it is touched
+    /// Zero bytes; a large block takes no memory of the machine for them until it is touched.
+    zero,
     whatever ///< anything
 };
 

@@ -31,8 +31,8 @@ class run_walk {
 
     const element_layout& layout_;
     const element_box& box_;
-    std::array<std::uint64_t, maximum_rank>
-        index_{};             // of the coming run, relative to the block's offset
+    // Of the coming run, relative to the block's offset.
+    std::array<std::uint64_t, maximum_rank> index_{};
     std::size_t stepped_ = 0; // dimensions that are not part of a run
     element_run run_;         // the coming run
     bool done_;

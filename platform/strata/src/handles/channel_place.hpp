@@ -9,8 +9,8 @@ namespace strata::detail {
 
 /// Where one channel of a set lies.
 struct channel_place {
-    const channel_buffer* row =
-        nullptr;                  ///< the row that holds it; null when there is no such channel
+    /// The row that holds it; null when there is no such channel.
+    const channel_buffer* row = nullptr;
     std::uint64_t first = 0;      ///< element of the row that is the first component's first sample
     std::uint64_t components = 0; ///< components of the channel
     std::uint64_t step = 0;       ///< elements from one component to the next

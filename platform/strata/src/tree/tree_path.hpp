@@ -24,8 +24,8 @@ inline constexpr char path_separator = '/';
 
 /// Where a path's last component is looked up.
 struct owner_and_name {
-    group_node* owner =
-        nullptr; ///< the group that the components before the last denote; null when there is none
+    /// The group that the components before the last denote; null when there is none.
+    group_node* owner = nullptr;
     std::string_view name; ///< the last component; may be empty
 };
 

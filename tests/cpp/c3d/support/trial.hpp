@@ -26,8 +26,8 @@ struct trial {
     std::vector<stored_sample> samples = {{1, 2, 3, 0}, {4, 5, 6, 0}}; ///< frame by frame
     std::vector<std::string> analog_labels;
     int samples_per_frame = 1;
-    std::vector<float>
-        analogs; ///< frame by frame, in it sample by sample, in it channel by channel
+    /// Frame by frame, in it sample by sample, in it channel by channel.
+    std::vector<float> analogs;
 
     std::set<std::string> left_out;                         ///< parameters, as "POINT:FRAMES"
     std::function<void(parameter_writer&)> more_parameters; ///< behind all others: they win
