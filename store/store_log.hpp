@@ -6,7 +6,7 @@
 
 namespace mox {
 
-/// Writes a failure line to the store library's logger; the caller goes on with default values.
+/// Writes a failure line to the data store's logger; the caller goes on with default values.
 void log_store_failure(std::string_view text) noexcept;
 
 /// The failures that are logged, not raised.

@@ -6,5 +6,5 @@
 
 #include <strata/export.hpp>
 
-/// The store library's logger, "strata".
+/// The data store's logger, "strata".
 [[nodiscard]] STRATA_EXPORT std::shared_ptr<anvil::log_stream> get_strata_logger();
