@@ -8,6 +8,9 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 deps := $(BUILD)/deps
 release := $(BUILD)/release
 sanitize := $(BUILD)/sanitize
+tidy_tree := $(BUILD)/tidy
+tidied := platform schema plugins store acquisition api module
+MOST ?= 60
 venv_ready := $(VENV)/ready
 stubs := $(BUILD)/stubs
 sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
@@ -15,10 +18,10 @@ sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
 # The programs of the virtual environment come first: cmake, ninja, pytest.
 export PATH := $(abspath $(VENV))/bin:$(PATH)
 in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_STATE_HOME=$(abspath $(release))/state
-configure = cmake --log-level=NOTICE --preset $(1) -B $(BUILD)/$(1) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
+configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps build demo test test-sanitize test-wheel wheel bench format lint tidy clean
+.PHONY: help venv deps build demo test test-sanitize test-wheel wheel bench format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -29,7 +32,7 @@ help:
 	@echo "make test-wheel     install that wheel into an empty environment and import it"
 	@echo "make bench          compare reading and writing with plain C++ programs and other packages"
 	@echo "make build          the module alone, in $(release)/package"
-	@echo "make format, lint, tidy, clean"
+	@echo "make format, lint, tidy, tidy-changed, clean"
 
 venv: $(venv_ready)
 
@@ -43,11 +46,15 @@ $(venv_ready): pyproject.toml tools/find_python.sh tools/make_venv.sh
 	@touch $@
 
 $(release)/configured: $(venv_ready) $(sources)
-	@$(call configure,release) -DMOX_BUILD_TESTS=ON -DMOX_BUILD_BENCHMARKS=ON
+	@$(call configure,release,$(release)) -DMOX_BUILD_TESTS=ON -DMOX_BUILD_BENCHMARKS=ON
 	@touch $@
 
 $(sanitize)/configured: $(venv_ready) $(sources)
-	@$(call configure,sanitize) -DMOX_BUILD_BENCHMARKS=OFF
+	@$(call configure,sanitize,$(sanitize)) -DMOX_BUILD_BENCHMARKS=OFF
+	@touch $@
+
+$(tidy_tree)/configured: $(venv_ready) $(sources)
+	@$(call configure,dev,$(tidy_tree)) -DMOX_BUILD_TESTS=OFF -DMOX_BUILD_BENCHMARKS=OFF
 	@touch $@
 
 build: $(release)/configured
@@ -91,11 +98,18 @@ lint: $(venv_ready)
 	@python tools/make_stub.py $(stubs)/_moxPY/__init__.pyi && cp module/trial.pyi $(stubs)/_moxPY
 	@MYPYPATH=$(stubs) mypy
 
-# Minutes, not seconds: the analyzer follows every path.
-tidy: $(release)/configured
+# Minutes, not seconds: the analyzer follows every path. FILES="a.cpp b.cpp" looks at these alone.
+# A tree of its own, which is configured only: where sources are compiled together, no command names one.
+tidy: $(tidy_tree)/configured
 	@python -m pip install -qq --group tidy
-	@cmake --build $(release) --parallel $(JOBS)
-	@run-clang-tidy.py -quiet -j $(JOBS) -p $(release) '$(CURDIR)/(platform|schema|plugins|store|acquisition|api|module)/'
+	@run-clang-tidy.py -quiet -j $(JOBS) -p $(tidy_tree) \
+		$(if $(FILES),$(FILES:%='^$(CURDIR)/%$$'),$(tidied:%='^$(CURDIR)/%/'))
+
+# Those that changed since BASE, by default since this branch left the main one; at most MOST of them.
+tidy-changed: $(venv_ready)
+	@files=$$(python tools/changed_sources.py $(BASE:%=--base %) --most $(MOST) $(tidied)) && \
+		if [ -z "$$files" ]; then echo "No C++ source has changed"; \
+		else $(MAKE) --no-print-directory tidy FILES="$$(echo $$files)"; fi
 
 clean:
 	rm -rf $(BUILD) dist
