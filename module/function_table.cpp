@@ -45,6 +45,7 @@ constexpr char reload_documentation[] =
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-function-size): a table, with a row for each function
 PyMethodDef* function_table() {
     // clang-format off
     static PyMethodDef table[] = {

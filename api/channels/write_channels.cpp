@@ -19,7 +19,7 @@ namespace attribute = schema::attribute;
 namespace {
 
 /// Rows taken from the matrix for all channels before the next ones: as many as stay in the cache.
-constexpr std::uint64_t bytes_per_block = 256 * 1024;
+constexpr std::uint64_t bytes_per_block = std::uint64_t{256} * 1024;
 
 } // namespace
 

@@ -20,6 +20,7 @@ struct shared_state {
 
 /// Made when the library is loaded and never destroyed: lines may be given until the very end of
 /// the process.
+// NOLINTNEXTLINE(bugprone-throwing-static-initialization): without memory, nothing can be loaded
 shared_state& shared = *new shared_state;
 
 using state_lock = std::lock_guard<std::mutex>;
@@ -36,6 +37,7 @@ struct process_hooks {
     ~process_hooks() { install_default_log_sink(nullptr); }
 };
 
+// NOLINTNEXTLINE(bugprone-throwing-static-initialization): as above
 const process_hooks hooks;
 
 std::shared_ptr<log_sink> default_sink() noexcept {

@@ -126,13 +126,13 @@ bool is_out_of_proportion(const c3d_file& file, const frame_layout& layout) {
 }
 
 /// Without samples, only rotations can tell how many of the announced frames are there.
-void limit_to_rotations(const c3d_file& file, const std::optional<frame_count>& claimed,
-                        frame_layout& layout, warnings& notes) {
+void limit_to_rotations(const c3d_file& file, const frame_count& claimed, frame_layout& layout,
+                        warnings& notes) {
     const auto held = frames_with_rotations(file, layout);
     if (held == 0 || held >= layout.frames)
         return;
-    notes.add("{} says {} frames, the file holds rotations of {}; these are read", claimed->source,
-              claimed->frames, held);
+    notes.add("{} says {} frames, the file holds rotations of {}; these are read", claimed.source,
+              claimed.frames, held);
     layout.frames = held;
 }
 
@@ -141,7 +141,8 @@ void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout
     const auto claimed = claimed_frames(claims);
     if (layout.frame_bytes() == 0) {
         layout.frames = claimed ? std::min(claimed->frames, most_frames_without_data) : 0;
-        limit_to_rotations(file, claimed, layout, notes);
+        if (claimed)
+            limit_to_rotations(file, *claimed, layout, notes);
         return;
     }
     const auto room = room_of(file, layout);

@@ -139,6 +139,7 @@ void write_rows(file_writer& target, std::span<const sample_source> columns, std
     const auto block_rows = records_in_block(row_bytes, rows);
     const auto block = std::make_unique_for_overwrite<std::byte[]>(block_rows * row_bytes);
     std::vector<std::byte*> places;
+    places.reserve(block_rows);
     for (std::size_t i = 0; i < block_rows; ++i)
         places.push_back(block.get() + i * row_bytes);
     column_encoder encoder(columns, block_rows);
