@@ -1,5 +1,6 @@
 #include "platform/strata/src/elements/channel_rows.hpp"
 
+#include <atomic>
 #include <limits>
 #include <new>
 #include <utility>
@@ -17,7 +18,11 @@ struct buffer_access {
         return row;
     }
     static bool owned_alone(const channel_buffer& row) noexcept {
-        return row.elements_.use_count() == 1;
+        if (row.elements_.use_count() != 1)
+            return false;
+        // Whoever dropped the last other share, perhaps in another thread, has read what it read.
+        std::atomic_thread_fence(std::memory_order_acquire);
+        return true;
     }
     static void set_count(channel_buffer& row, std::uint64_t count) noexcept { row.count_ = count; }
 };

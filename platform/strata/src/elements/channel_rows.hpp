@@ -16,7 +16,7 @@ namespace strata::detail {
 [[nodiscard]] std::vector<channel_buffer> make_rows(data_type stored, std::uint64_t elements,
                                                     std::uint64_t rows, initial_content content);
 
-/// Whether nobody else holds the elements.
+/// Whether nobody else holds the elements, so that they may be written to.
 [[nodiscard]] bool owned_alone(const channel_buffer& row) noexcept;
 
 /// Makes `row` end after `count` elements. Requires that its memory has room for as many.

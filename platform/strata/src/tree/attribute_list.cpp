@@ -41,8 +41,7 @@ void attribute_list::copy(const attribute_node& attribute) {
 
 attribute_list attribute_list::copy() const {
     attribute_list made;
-    for (const auto& name : names())
-        made.nodes_.add(find(name)->copy());
+    nodes_.for_each([&](const attribute_node& node) { made.nodes_.add(node.copy()); });
     return made;
 }
 

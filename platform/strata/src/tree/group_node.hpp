@@ -26,8 +26,11 @@ class group_node final : public counted {
     [[nodiscard]] std::size_t depth() const noexcept { return depth_; }
     /// To look groups up and add some; remove_group removes them.
     [[nodiscard]] named_list<group_node>& groups() noexcept { return groups_; }
+    [[nodiscard]] const named_list<group_node>& groups() const noexcept { return groups_; }
     [[nodiscard]] named_list<set_entry>& sets() noexcept { return sets_; }
+    [[nodiscard]] const named_list<set_entry>& sets() const noexcept { return sets_; }
     [[nodiscard]] attribute_list& attributes() noexcept { return attributes_; }
+    [[nodiscard]] const attribute_list& attributes() const noexcept { return attributes_; }
     [[nodiscard]] recent_path& recent() noexcept { return recent_; }
 
     /// Removes a child group; false when there is none of that name.

@@ -53,13 +53,19 @@ template <typename Node> class named_list {
 
     [[nodiscard]] std::size_t count() const noexcept { return count_; }
 
+    /// Calls `visit` with each node, in order of addition. Nothing may be added or removed
+    /// meanwhile.
+    template <typename Visit> void for_each(Visit visit) const {
+        for (const auto& node : nodes_) {
+            if (node)
+                visit(*node);
+        }
+    }
+
     [[nodiscard]] std::vector<std::string> names() const {
         std::vector<std::string> list;
         list.reserve(count_);
-        for (const auto& node : nodes_) {
-            if (node)
-                list.emplace_back(node->name());
-        }
+        for_each([&](const Node& node) { list.emplace_back(node.name()); });
         return list;
     }
 
