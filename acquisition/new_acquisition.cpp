@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <strata/access/copy_store.hpp>
 
 #include "acquisition/channels/channels.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
@@ -81,6 +82,8 @@ strata::data_store new_acquisition(int points, int frames) {
 strata::data_store new_acquisition(int points, int frames, int analogs) {
     return new_acquisition(points, frames, analogs, 1);
 }
+
+strata::data_store copy(strata::data_store acquisition) { return strata::copy_store(acquisition); }
 
 void close_acquisition(strata::data_store /*acquisition*/) {}
 

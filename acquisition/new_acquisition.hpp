@@ -28,6 +28,10 @@ namespace mox::lifecycle {
 [[nodiscard]] strata::data_store new_acquisition(int points, int frames, int analogs);
 [[nodiscard]] strata::data_store new_acquisition(int points, int frames, int analogs, int ratio);
 
+/// An acquisition of its own with all that `acquisition` has; samples are shared until either of
+/// both changes them. Throws std::bad_alloc.
+[[nodiscard]] strata::data_store copy(strata::data_store acquisition);
+
 /// Closing and deleting check the handle and leave the acquisition as it is: it lives until its
 /// last handle goes.
 void close_acquisition(strata::data_store acquisition);

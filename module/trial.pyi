@@ -1,15 +1,19 @@
 """Types of `_moxPY.trial`: what the object view needs beyond the functions of the module.
 
 The first argument is an acquisition, in whatever form: a `Trial`, a `data_store` or the handle in
-it. ValueError once it was closed. `channel` is a handle of `find_channel`: KeyError once the channel
-was removed. Kinds are "Markers", "Angles", "Forces", "Moments", "Powers", "Points" (all of these)
-and "Analogs".
+it. ValueError once it was closed. `channel` is a handle of `find_channel`: KeyError once the
+channel was removed. Kinds are "Markers", "Angles", "Forces", "Moments", "Powers", "Points" (all of
+these) and "Analogs".
 """
 
 from typing import Any
 
 import numpy as np
+from moxPY.acquisition import data_store
 from numpy.typing import NDArray
+
+# Whole trials.
+def copy(acquisition: Any, /) -> data_store: ...
 
 # Channels.
 def channel_keys(acquisition: Any, kind: str, /) -> list[str]: ...
@@ -24,9 +28,7 @@ def channel_values(acquisition: Any, channel: object, /) -> NDArray[np.float64]:
 def set_channel_values(
     acquisition: Any, channel: object, matrix: NDArray[np.float64], /
 ) -> None: ...
-def carry_channel(
-    acquisition: Any, channel: object, source: Any, original: object, /
-) -> None: ...
+def carry_channel(acquisition: Any, channel: object, source: Any, original: object, /) -> None: ...
 def append_channel(
     acquisition: Any, kind: str, label: str, matrix: NDArray[np.float64], /
 ) -> object: ...

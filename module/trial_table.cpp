@@ -2,6 +2,7 @@
 
 #include "module/trial_table.hpp"
 
+#include "acquisition/new_acquisition.hpp"
 #include "api/channels/channel_handle.hpp"
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
@@ -14,6 +15,7 @@ namespace mox {
 PyMethodDef* trial_table() {
     // clang-format off
     static PyMethodDef table[] = {
+        trial_row<"copy", &lifecycle::copy>(),
         trial_row<"channel_keys", &channels::keys>(),
         trial_row<"channel_count", &channels::count>(),
         trial_row<"find_channel", &channels::find>(),

@@ -8,6 +8,7 @@ channels       mappings of labels: markers, angles …, analog channels
 channel        one channel and its samples
 samples        what counts as samples when something is assigned
 gaps           runs of frames in which a point was not seen
+copying        a trial like another one
 =============  =================================================================
 """
 

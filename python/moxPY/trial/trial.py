@@ -8,6 +8,7 @@ from typing import Any, Self
 import _moxPY
 import numpy as np
 
+from . import copying
 from .channels import Analogs, Channels, Points
 from .samples import FloatArray, read_only
 
@@ -150,6 +151,10 @@ class Trial:
     def analogs(self) -> Analogs:
         """The analog channels."""
         return Analogs(self)
+
+    copy = copying.copy
+    __copy__ = copying.copy
+    __deepcopy__ = copying.deep_copy
 
     @property
     def closed(self) -> bool:
