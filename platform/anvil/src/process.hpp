@@ -4,6 +4,8 @@
 #include <functional>
 #include <thread>
 
+#include <anvil/on_fork.hpp>
+
 namespace anvil {
 
 /// The running process's number.
@@ -12,10 +14,6 @@ namespace anvil {
 /// Differs between a process and every process forked from it, also where the system has given
 /// a descendant the number of an ancestor that ended. Always 0 where there is no fork.
 [[nodiscard]] std::uint64_t fork_generation() noexcept;
-
-/// Calls `before` ahead of every fork of the process and `after` behind it, in the parent and in
-/// the child. Nothing happens where there is no fork.
-void on_fork(void (*before)(), void (*after)()) noexcept;
 
 /// True once the system has ended every thread but the caller's. Windows does that at the end of a
 /// process, before the exit code of libraries runs; other systems never do.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +13,9 @@
 
 namespace strata::detail {
 
-/// The plugins that the process's managers hold, in order of loading. Used by one thread at a time,
-/// as stores are.
+/// The plugins that the process's managers hold, in order of loading. Threads that read and write
+/// files look offers up while another one loads and drops plugins: the lock guards nothing but the
+/// copying of pointers, so nobody waits for long, and whoever holds it waits for nothing.
 class plugin_catalog {
   public:
     /// The process's catalog. It is never destroyed, so that managers may be destroyed at any time.
@@ -32,6 +34,7 @@ class plugin_catalog {
     /// An offer under its id. It keeps its plugin loaded; null when there is none.
     template <typename Offer>
     [[nodiscard]] std::shared_ptr<Offer> find_offer(std::string_view id) const noexcept {
+        const std::lock_guard lock{mutex_};
         for (const auto& entry : entries_) {
             if (auto* offer = entry.plugin->offered().template of<Offer>().find(id))
                 return {entry.plugin, offer};
@@ -47,6 +50,7 @@ class plugin_catalog {
     /// All offers of a kind, in order of registration.
     template <typename Offer> [[nodiscard]] std::vector<named_offer<Offer>> all_offers() const {
         std::vector<named_offer<Offer>> all;
+        const std::lock_guard lock{mutex_};
         for (const auto& entry : entries_) {
             for (const auto& row : entry.plugin->offered().template of<Offer>().rows()) {
                 all.push_back({row.id, {entry.plugin, row.offer.get()}});
@@ -56,10 +60,13 @@ class plugin_catalog {
     }
 
   private:
+    plugin_catalog();
+
     struct held_plugin {
         std::shared_ptr<loaded_plugin> plugin;
         std::size_t holders = 0; // managers
     };
+    mutable std::mutex mutex_; // free in a forked child
     std::vector<held_plugin> entries_;
 };
 
