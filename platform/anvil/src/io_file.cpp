@@ -12,6 +12,17 @@ struct io_file::state {
     read_file reader;
     write_file writer;
     std::filesystem::path path; ///< of the last open, whether it succeeded or not
+    std::error_code failure;    ///< of the last open, or the first one since then
+
+    std::error_code remember(std::error_code error) noexcept {
+        if (!failure)
+            failure = error;
+        return error;
+    }
+    io_result remember(io_result result) noexcept {
+        static_cast<void>(remember(result.error));
+        return result;
+    }
 };
 
 io_file::io_file() : state_{std::make_unique<state>()} {}
@@ -21,16 +32,19 @@ io_file::~io_file() = default;
 void io_file::open(const std::filesystem::path& path, int mode) {
     close();
     state_->path = path;
+    state_->failure = {};
     if (mode == io_read)
-        state_->reader.open(path);
+        state_->failure = state_->reader.open(path);
     if (mode == io_write)
-        state_->writer.open(path);
+        state_->failure = state_->writer.open(path);
 }
 
 void io_file::close() {
     state_->reader.close();
     state_->writer.close();
 }
+
+std::error_code io_file::failure() const noexcept { return state_->failure; }
 
 bool io_file::is_open() const noexcept {
     return state_->reader.is_open() || state_->writer.is_open();
@@ -39,14 +53,14 @@ bool io_file::is_open() const noexcept {
 std::uint64_t io_file::size() const noexcept { return state_->reader.size(); }
 
 io_result io_file::read_at(std::uint64_t offset, std::span<std::byte> buffer) noexcept {
-    return state_->reader.read_at(offset, buffer);
+    return state_->remember(state_->reader.read_at(offset, buffer));
 }
 
 io_result io_file::write(std::span<const std::byte> bytes) noexcept {
-    return state_->writer.write(bytes);
+    return state_->remember(state_->writer.write(bytes));
 }
 
-std::error_code io_file::commit() noexcept { return state_->writer.commit(); }
+std::error_code io_file::commit() noexcept { return state_->remember(state_->writer.commit()); }
 
 std::string io_file::name() const { return text_of_path(state_->path); }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <system_error>
 
 #include <anvil/io_device.hpp>
 
@@ -14,8 +15,9 @@ namespace anvil {
 /// A regular file that is read. The members have the contracts of io_device.
 class read_file {
   public:
-    /// Requires: not open. A directory, a pipe or a device node is not opened.
-    void open(const std::filesystem::path& path) noexcept;
+    /// Requires: not open. A directory, a pipe or a device node is not opened. Gives the reason
+    /// when the file is not open afterwards.
+    [[nodiscard]] std::error_code open(const std::filesystem::path& path) noexcept;
     void close() noexcept;
 
     [[nodiscard]] bool is_open() const noexcept { return file_.is_open(); }

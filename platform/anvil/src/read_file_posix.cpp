@@ -12,20 +12,21 @@ namespace anvil {
 
 static_assert(sizeof(::off_t) == 8, "files are longer than 2 GiB");
 
-void read_file::open(const std::filesystem::path& path) noexcept {
+std::error_code read_file::open(const std::filesystem::path& path) noexcept {
     auto file = open_regular_file(path, O_RDONLY);
     if (!file.is_open())
-        return;
+        return {errno, std::system_category()};
 
     const int descriptor = descriptor_of(file);
     struct ::stat about{};
     if (::fstat(descriptor, &about) != 0)
-        return;
+        return {errno, std::system_category()};
     // Acquisitions are decoded from front to back: let the system read further ahead. Only advice,
     // so it may fail.
     static_cast<void>(::posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL));
     size_ = static_cast<std::uint64_t>(about.st_size);
     file_ = std::move(file);
+    return {};
 }
 
 void read_file::close() noexcept {

@@ -15,17 +15,21 @@ HANDLE handle_of(const file_handle& file) noexcept {
 
 } // namespace
 
-void read_file::open(const std::filesystem::path& path) noexcept {
+std::error_code read_file::open(const std::filesystem::path& path) noexcept {
     // Without FILE_FLAG_BACKUP_SEMANTICS a directory is refused.
     file_handle file{reinterpret_cast<file_handle::value_type>(CreateFileW(
         path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr))};
     LARGE_INTEGER length{};
-    if (!file.is_open() || GetFileType(handle_of(file)) != FILE_TYPE_DISK ||
-        !GetFileSizeEx(handle_of(file), &length))
-        return;
+    if (!file.is_open())
+        return {static_cast<int>(GetLastError()), std::system_category()};
+    if (GetFileType(handle_of(file)) != FILE_TYPE_DISK)
+        return std::make_error_code(std::errc::invalid_argument);
+    if (!GetFileSizeEx(handle_of(file), &length))
+        return {static_cast<int>(GetLastError()), std::system_category()};
     size_ = static_cast<std::uint64_t>(length.QuadPart);
     file_ = std::move(file);
+    return {};
 }
 
 void read_file::close() noexcept {

@@ -20,8 +20,9 @@ class write_file {
     write_file& operator=(const write_file&) = delete;
     ~write_file() { close(); }
 
-    /// Requires: not open. The destination is not touched.
-    void open(const std::filesystem::path& path);
+    /// Requires: not open. The destination is not touched. Gives the reason when the file is not
+    /// open afterwards.
+    [[nodiscard]] std::error_code open(const std::filesystem::path& path);
 
     /// Drops what was written and not committed.
     void close() noexcept;

@@ -35,22 +35,24 @@ void sync_folder(const std::filesystem::path& folder) noexcept {
 
 } // namespace
 
-void write_file::open(const std::filesystem::path& path) {
+std::error_code write_file::open(const std::filesystem::path& path) {
     destination_ = without_links(path);
     // Whoever may not change the old file must not replace it either.
     old_ = open_regular_file(destination_, O_WRONLY);
     if (!old_.is_open() && errno != ENOENT)
-        return;
+        return last_error();
     // Who may see what an old file holds is settled when the new one is complete.
     const ::mode_t permissions = old_.is_open() ? 0600 : 0666;
     do {
         temporary_ = temporary_name(destination_);
         file_ = open_regular_file(temporary_, O_WRONLY | O_CREAT | O_EXCL, permissions);
     } while (!file_.is_open() && errno == EEXIST);
-    if (!file_.is_open()) {
-        temporary_.clear();
-        old_.close();
-    }
+    if (file_.is_open())
+        return {};
+    const auto failure = last_error();
+    temporary_.clear();
+    old_.close();
+    return failure;
 }
 
 io_result write_file::write_bytes(std::span<const std::byte> bytes) noexcept {

@@ -26,7 +26,7 @@ std::error_code last_error() noexcept {
 
 } // namespace
 
-void write_file::open(const std::filesystem::path& path) {
+std::error_code write_file::open(const std::filesystem::path& path) {
     std::error_code failure;
     destination_ = std::filesystem::weakly_canonical(path, failure);
     if (failure)
@@ -35,13 +35,16 @@ void write_file::open(const std::filesystem::path& path) {
     const auto old = create_file(destination_, OPEN_EXISTING);
     if (old.is_open() ? GetFileType(handle_of(old)) != FILE_TYPE_DISK
                       : GetLastError() != ERROR_FILE_NOT_FOUND)
-        return;
+        return old.is_open() ? std::make_error_code(std::errc::invalid_argument) : last_error();
     do {
         temporary_ = temporary_name(destination_);
         file_ = create_file(temporary_, CREATE_NEW);
     } while (!file_.is_open() && GetLastError() == ERROR_FILE_EXISTS);
-    if (!file_.is_open())
-        temporary_.clear();
+    if (file_.is_open())
+        return {};
+    const auto reason = last_error();
+    temporary_.clear();
+    return reason;
 }
 
 io_result write_file::write_bytes(std::span<const std::byte> bytes) noexcept {

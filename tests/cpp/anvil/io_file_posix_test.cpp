@@ -50,6 +50,42 @@ TEST(IoFilePosix, UnreadableFileIsNotOpened) {
     EXPECT_FALSE(file.is_open());
 }
 
+TEST(IoFilePosix, SaysWhyItIsNotOpen) {
+    const temporary_folder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    make_file(folder / "file", "");
+    for (const int mode : {anvil::io_read, anvil::io_write}) {
+        io_file file;
+        const auto failure = [&](const std::filesystem::path& path) {
+            file.open(path, mode);
+            return file.failure();
+        };
+        EXPECT_EQ(failure(folder / "missing" / "walk.c3d"), std::errc::no_such_file_or_directory);
+        EXPECT_EQ(failure(folder / "file" / "walk.c3d"), std::errc::not_a_directory);
+        EXPECT_EQ(failure(folder.path()), std::errc::is_a_directory);
+        EXPECT_TRUE(failure(folder / "pipe"));
+        EXPECT_EQ(failure(folder / std::string(300, 'a')), std::errc::filename_too_long);
+        EXPECT_FALSE(failure(folder / "file"));
+    }
+}
+
+TEST(IoFilePosix, KeepsItsFirstFailureUntilItIsOpenedAgain) {
+    const temporary_folder folder;
+    io_file file;
+    file.open(folder / "walk.c3d", anvil::io_write);
+    {
+        const anvil_test::full_disk disk{700};
+        EXPECT_TRUE(file.write(std::vector<std::byte>(1000)).error);
+    }
+    file.close();
+    EXPECT_TRUE(file.commit()); // it is not open
+    EXPECT_EQ(file.failure(), std::errc::file_too_large);
+    file.open(folder / "walk.c3d", anvil::io_write);
+    EXPECT_FALSE(file.failure());
+    EXPECT_FALSE(file.commit());
+    EXPECT_FALSE(file.failure());
+}
+
 TEST(IoFilePosix, FullDiskIsAnErrorWithTheBytesThatWereWritten) {
     const temporary_folder folder;
     io_file file;

@@ -31,10 +31,14 @@ class ANVIL_EXPORT io_file final : public io_device {
     ~io_file() override;
 
     /// Opens `path`; a file that was open is closed first. Reports no failure itself: ask
-    /// is_open(). A directory, a pipe or a device node is not opened, nor for writing a file that
-    /// must not be changed. A link is followed.
+    /// is_open() and failure(). A directory, a pipe or a device node is not opened, nor for writing
+    /// a file that must not be changed. A link is followed.
     void open(const std::filesystem::path& path, int mode);
     void close();
+
+    /// Why the last open did not open, or why the first read, write or commit that failed since
+    /// then did; no error when all went well. Closing leaves it.
+    [[nodiscard]] std::error_code failure() const noexcept;
 
     [[nodiscard]] bool is_open() const noexcept override;
     [[nodiscard]] std::uint64_t size() const noexcept override;
