@@ -1,5 +1,6 @@
 #include "schema/read_attribute.hpp"
 
+#include <cstddef>
 #include <utility>
 
 #include <anvil/logging.hpp>
@@ -28,6 +29,11 @@ std::vector<std::string> read_texts(const strata::data_attribute& attribute) {
         return {};
     }
     return *std::move(texts);
+}
+
+std::string read_text(const strata::data_attribute& attribute) {
+    auto texts = read_texts(attribute);
+    return texts.empty() ? std::string() : std::move(texts.front());
 }
 
 } // namespace schema

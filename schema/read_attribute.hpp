@@ -25,6 +25,9 @@ void log_unreadable_attribute() noexcept;
 /// All texts in row-major order; empty when there are none.
 [[nodiscard]] std::vector<std::string> read_texts(const strata::data_attribute& attribute);
 
+/// The first text; empty when there is none.
+[[nodiscard]] std::string read_text(const strata::data_attribute& attribute);
+
 /// All numbers in row-major order, converted; empty when there are none.
 template <typename Number>
 [[nodiscard]] std::vector<Number> read_numbers(const strata::data_attribute& attribute) {

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 
-#include <fmt/format.h>
+#include "schema/event_sets.hpp"
 
 namespace c3d {
 
@@ -16,28 +15,14 @@ namespace {
 /// Half a millisecond: the header block and the group hold the same time with different roundings.
 constexpr float same_time_s = 0.0005F;
 
-std::string without(std::string text, std::string_view part) {
-    if (part.empty())
-        return text;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at))
-        text.erase(at, part.size());
-    return text;
-}
-
-std::string name_of(const event_occurrence& event, const std::string& separator) {
-    auto name = without(event.context + separator + event.label, separator);
-    name = without(without(std::move(name), "/"), "\\");
-    return name.empty() ? "Event" : name;
-}
-
 class event_sets {
   public:
     explicit event_sets(std::string separator) : separator_(std::move(separator)) {}
 
     void add(event_occurrence event) {
-        const auto name = name_of(event, separator_);
-        auto candidate = name;
-        for (std::size_t number = 2;; ++number) {
+        const auto name = schema::event_set_name(event.context, event.label, separator_);
+        for (std::size_t number = 1;; ++number) {
+            const auto candidate = schema::numbered_event_set(name, number);
             const auto [entry, is_new] = by_name_.try_emplace(candidate, sets_.size());
             if (is_new)
                 sets_.push_back({candidate, {}});
@@ -46,7 +31,6 @@ class event_sets {
                 occurrences.push_back(std::move(event));
                 return;
             }
-            candidate = fmt::format("{} {}", name, number);
         }
     }
 

@@ -14,10 +14,9 @@ struct event_set {
 };
 
 /// Gathers events into sets: those of the parameter group, then those of the header that the group
-/// does not have. A set's name is context and label, joined; the separator is dropped wherever it
-/// stands, and so are "/" and "\"; an event without a name is an "Event". Sets and occurrences are
-/// in order of appearance. Contexts that differ are never mixed, even where context and label
-/// happen to read the same together: the later one's set gets a number.
+/// does not have. schema/event_sets.hpp says how a set is called. Sets and occurrences are in order
+/// of appearance. Contexts that differ are never mixed, even where context and label happen to read
+/// the same together: the later one's set gets a number.
 [[nodiscard]] std::vector<event_set>
 grouped_events(const std::vector<event_occurrence>& from_group,
                const std::vector<event_occurrence>& from_header, const std::string& separator);

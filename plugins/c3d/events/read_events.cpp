@@ -85,9 +85,10 @@ void append_part(const event_part& part, std::size_t used, std::vector<event_occ
     const std::string none;
     // Lists of one file differ in length: an event has a time, the rest may be missing.
     for (std::size_t i = 0; i < std::min(times.size(), used); ++i) {
-        events.push_back({element_or(contexts, i, none), element_or(labels, i, none),
-                          element_or(subjects, i, none), element_or(descriptions, i, none),
-                          times[i], element_or(icons, i, 0), element_or(flags, i, 0), events.size(),
+        events.push_back({{element_or(contexts, i, none), element_or(labels, i, none),
+                           element_or(subjects, i, none), element_or(descriptions, i, none),
+                           times[i], element_or(icons, i, 0), element_or(flags, i, 0)},
+                          events.size(),
                           i < icons.size()});
     }
 }

@@ -11,22 +11,17 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <cstdint>
 #include <vector>
 
 #include <strata/data_group.hpp>
 
+#include "schema/event_sets.hpp"
+
 namespace c3d {
 
 /// One event as a file has it.
-struct event_occurrence {
-    std::string context; ///< "Left", "Right", "General" or any other text
-    std::string label;
-    std::string subject;
-    std::string description;
-    float time_s = 0.0F; ///< on the clock of the file
-    int icon = 0;
-    int flags = 0;
+struct event_occurrence : schema::event_occurrence {
     std::size_t position = 0; ///< among the events of the file
     bool has_icon = false;    ///< false when the file has none for it
 };

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "plugins/c3d/events/event_grouping.hpp"
 #include "plugins/c3d/events/event_sets.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
+#include "schema/event_sets.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
@@ -26,20 +28,13 @@ using word = std::numeric_limits<std::int16_t>;
 
 constexpr char part_separator[] = "_"; // that events are named with when a file is read
 
-bool are_equal(const event_occurrence& left, const event_occurrence& right) {
-    return left.context == right.context && left.label == right.label &&
-           left.subject == right.subject && left.description == right.description &&
-           left.time_s == right.time_s && left.icon == right.icon && left.flags == right.flags;
-}
-
+/// Wherever the file has them.
 bool are_equal(const std::vector<event_set>& left, const std::vector<event_set>& right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                       [](const event_set& a, const event_set& b) {
                           return a.name == b.name &&
-                                 std::equal(
-                                     a.occurrences.begin(), a.occurrences.end(),
-                                     b.occurrences.begin(), b.occurrences.end(),
-                                     [](const auto& x, const auto& y) { return are_equal(x, y); });
+                                 std::ranges::equal(a.occurrences, b.occurrences,
+                                                    std::equal_to<schema::event_occurrence>());
                       });
 }
 

@@ -12,8 +12,7 @@ namespace c3d {
 namespace attribute = schema::attribute;
 
 std::string text_of(const strata::data_set& set, const char* attribute) {
-    auto texts = schema::read_texts(set.retrieve_attribute(attribute));
-    return texts.empty() ? std::string() : std::move(texts.front());
+    return schema::read_text(set.retrieve_attribute(attribute));
 }
 
 std::string label_of(const strata::data_set& set) {
