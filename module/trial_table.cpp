@@ -7,6 +7,7 @@
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
 #include "api/channels/modify_channels.hpp"
+#include "api/events/single_events.hpp"
 #include "api/points/residuals.hpp"
 #include "module/function_row.hpp"
 
@@ -33,6 +34,10 @@ PyMethodDef* trial_table() {
         trial_row<"set_kind_values", &channels::set_all_values>(),
         trial_row<"channel_residuals", &points::residuals>(),
         trial_row<"channel_cameras", &points::cameras>(),
+        trial_row<"events", &events::list_events>(),
+        trial_row<"append_event", &events::append_event>(),
+        trial_row<"remove_event", &events::remove_event>(),
+        trial_row<"replace_event", &events::replace_event>(),
         {nullptr, nullptr, 0, nullptr},
     };
     // clang-format on

@@ -1,8 +1,9 @@
 """Call a function again and again, each time with another allocation failing; see memory_shim.cpp.
 
 Usage: appends_without_memory.py NAME
-NAME is one of CALLS. The answer is a line of JSON: how often the function had done nothing, how
-often all that it does (it failed while it read the result), and how often anything else.
+NAME is one of CALLS or VIEW_CALLS. The answer is a line of JSON: how often the function had done
+nothing, how often all that it does (it failed while it read the result), and how often anything
+else.
 """
 
 from __future__ import annotations
@@ -18,6 +19,7 @@ from typing import Any
 import _mox_probe as probe
 import _moxPY
 import numpy as np
+from _moxPY import trial as view
 from support.store_tree import snapshot
 
 EVENT = "Format/Events/LeftA"
@@ -74,8 +76,46 @@ CALLS: dict[str, tuple[Change, Change]] = {
 }
 
 
+SOLE = (1.0, "A lonely event of a longer name", "Left", "", "", 0)
+FIRST = (0.25, "A", "Left", "a subject that is too long", "a description that is too long", 2)
+ADDED = (1.5, "A", "Left", "another subject that is too long", "a description", 3)
+RENAMED = (1.5, "Another event of a longer name", "Left", "a subject that is too long", "", 3)
+
+
+def single_events(acquisition: Any) -> None:
+    """Three occurrences of an event, one of another."""
+    for time in (0.25, 0.75, 0.5):
+        view.append_event(acquisition, (time, *FIRST[1:]))
+    view.append_event(acquisition, SOLE)
+
+
+def adding(event: Any) -> Change:
+    return lambda acquisition: view.append_event(acquisition, event)
+
+
+def removing(event: Any) -> Change:
+    return lambda acquisition: view.remove_event(acquisition, event)
+
+
+def replacing(event: Any, by: Any) -> Change:
+    return lambda acquisition: view.replace_event(acquisition, event, by)
+
+
+# The same of what the object view does, which has nothing to read when it is done.
+VIEW_CALLS: dict[str, tuple[Change, Change]] = {
+    "add a single event": (single_events, adding(ADDED)),
+    "add another event": (single_events, adding(RENAMED)),
+    "remove an event": (single_events, removing(FIRST)),
+    "remove the last of an event": (single_events, removing(SOLE)),
+    "replace an event": (single_events, replacing(FIRST, ADDED)),
+    "replace an event by another": (single_events, replacing(FIRST, RENAMED)),
+    "replace an event that joins others": (single_events, replacing(SOLE, ADDED)),
+    "replace the last of an event": (single_events, replacing(SOLE, RENAMED)),
+}
+
+
 def main() -> None:
-    prepare, call = CALLS[sys.argv[1]]
+    prepare, call = (CALLS | VIEW_CALLS)[sys.argv[1]]
     shim = ctypes.CDLL(None)
 
     def prepared() -> Any:
