@@ -10,6 +10,7 @@ import numpy as np
 
 from . import copying
 from .channels import Analogs, Channels, Points
+from .events import Events
 from .samples import FloatArray, read_only
 
 
@@ -155,6 +156,11 @@ class Trial:
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy
+
+    @property
+    def events(self) -> Events:
+        """The events, in order of time."""
+        return Events(self)
 
     @property
     def closed(self) -> bool:
