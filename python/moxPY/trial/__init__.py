@@ -10,6 +10,8 @@ samples        what counts as samples when something is assigned
 gaps           runs of frames in which a point was not seen
 copying        a trial like another one
 events         instants such as foot strikes
+cycles         stretches from an event to the next one of its side
+normalize      samples over the course of cycles
 =============  =================================================================
 """
 
@@ -17,17 +19,21 @@ from __future__ import annotations
 
 from .channel import Channel
 from .channels import Analogs, Channels, Points
+from .cycles import Cycle
 from .events import Event, Events
 from .gaps import Gap
+from .normalize import MeanCycle
 from .trial import Trial
 
 __all__ = [
     "Analogs",
     "Channel",
     "Channels",
+    "Cycle",
     "Event",
     "Events",
     "Gap",
+    "MeanCycle",
     "Points",
     "Trial",
 ]

@@ -10,6 +10,7 @@ from _moxPY import trial as calls
 from numpy.lib.mixins import NDArrayOperatorsMixin
 from numpy.typing import DTypeLike, NDArray
 
+from .normalize import mean_cycle, normalize
 from .samples import FloatArray, samples_of
 
 if TYPE_CHECKING:
@@ -128,6 +129,9 @@ class Channel(NDArrayOperatorsMixin):
     def cameras(self) -> NDArray[np.bool_]:
         """Which of the first seven cameras saw the point, shape (frames, 7)."""
         return calls.channel_cameras(self._trial, self._handle)
+
+    normalize = normalize
+    mean_cycle = mean_cycle
 
     def carry(self, channel: Channel) -> None:
         """Take over unit, description, residuals and camera masks of another channel, which may

@@ -10,6 +10,7 @@ import numpy as np
 
 from . import copying
 from .channels import Analogs, Channels, Points
+from .cycles import cycles
 from .events import Events
 from .samples import FloatArray, read_only
 
@@ -161,6 +162,8 @@ class Trial:
     def events(self) -> Events:
         """The events, in order of time."""
         return Events(self)
+
+    cycles = cycles
 
     @property
     def closed(self) -> bool:
