@@ -4,9 +4,11 @@
 
 #include "store/python.hpp"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <anvil/json.hpp>
 #include <strata/data_set.hpp>
@@ -38,6 +40,16 @@ template <typename Value> py_ref to_result(std::optional<Value> value) {
 }
 
 inline py_ref to_result(anvil::json value) { return wrap(std::move(value)); }
+
+/// A list.
+template <typename Value> py_ref to_result(std::vector<Value> values) {
+    auto list = py_ref::checked(PyList_New(static_cast<Py_ssize_t>(values.size())));
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i),
+                        to_result(std::move(values[i])).release());
+    }
+    return list;
+}
 
 /// A list of the outputs in order; None for one that is empty.
 template <std::size_t Count> py_ref to_result(outputs<Count> results) {

@@ -7,6 +7,8 @@
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
 #include "api/channels/modify_channels.hpp"
+#include "api/devices/platforms.hpp"
+#include "api/devices/wrenches.hpp"
 #include "api/events/single_events.hpp"
 #include "api/points/residuals.hpp"
 #include "module/function_row.hpp"
@@ -20,6 +22,7 @@ PyMethodDef* trial_table() {
         trial_row<"channel_keys", &channels::keys>(),
         trial_row<"channel_count", &channels::count>(),
         trial_row<"find_channel", &channels::find>(),
+        trial_row<"channel_index", &channels::index>(),
         trial_row<"channel_kind", &channels::kind>(),
         trial_row<"channel_text", &channels::text>(),
         trial_row<"set_channel_text", &channels::set_text>(),
@@ -38,6 +41,10 @@ PyMethodDef* trial_table() {
         trial_row<"append_event", &events::append_event>(),
         trial_row<"remove_event", &events::remove_event>(),
         trial_row<"replace_event", &events::replace_event>(),
+        trial_row<"platform_count", &devices::platform_count>(),
+        trial_row<"platform_description", &devices::platform_description>(),
+        trial_row<"platform_channels", &devices::platform_channels>(),
+        trial_row<"platform_wrench", &devices::wrench_of_platform>(),
         {nullptr, nullptr, 0, nullptr},
     };
     // clang-format on

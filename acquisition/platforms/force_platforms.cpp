@@ -24,11 +24,8 @@ std::vector<platform_state> platforms_of(const schema::force_platform_table& tab
     platforms.reserve(table.count());
     for (std::size_t i = 0; i < table.count(); ++i) {
         platform_state platform{table.platform(i), {}, std::nullopt};
-        for (const auto number : platform.described.channels) {
-            const auto index = static_cast<std::size_t>(number) - 1; // huge for the unused 0
-            if (index < columns.size() && columns[index])
-                platform.channels.push_back(columns[index]);
-        }
+        platform.channels = channels_by_place(platform.described, columns);
+        std::erase_if(platform.channels, [](const strata::data_set& set) { return !set; });
         platforms.push_back(std::move(platform));
     }
     return platforms;
@@ -96,6 +93,23 @@ std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root) 
     if (root.exists_group(schema::analogs_export))
         number_channels(root.retrieve_group(schema::analogs_export), columns, platforms);
     return platforms;
+}
+
+std::vector<platform_state> describe_platforms(const strata::data_group& root) {
+    if (!root.exists_group(schema::metadata_force_platform))
+        return {};
+    return platforms_of(schema::force_platform_table(root), schema::pair_analogs(root));
+}
+
+std::vector<strata::data_set> channels_by_place(const schema::force_platform& platform,
+                                                const std::vector<strata::data_set>& columns) {
+    std::vector<strata::data_set> channels;
+    channels.reserve(platform.channels.size());
+    for (const auto number : platform.channels) {
+        const auto index = static_cast<std::size_t>(number) - 1; // huge for the unused 0
+        channels.push_back(index < columns.size() ? columns[index] : strata::data_set());
+    }
+    return channels;
 }
 
 } // namespace mox

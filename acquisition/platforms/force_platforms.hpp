@@ -43,4 +43,13 @@ struct platform_state {
 /// Gives all platforms.
 std::vector<platform_state> bring_platforms_up_to_date(strata::data_group root);
 
+/// All platforms as the parameters describe them now, without groups. Changes nothing.
+[[nodiscard]] std::vector<platform_state> describe_platforms(const strata::data_group& root);
+
+/// The channels that a platform's table names, in its order; a handle that denotes nothing for each
+/// one that is not there. `columns`: the sets of the analog columns.
+[[nodiscard]] std::vector<strata::data_set>
+channels_by_place(const schema::force_platform& platform,
+                  const std::vector<strata::data_set>& columns);
+
 } // namespace mox

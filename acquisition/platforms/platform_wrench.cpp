@@ -15,11 +15,11 @@ namespace mox {
 namespace argument = schema::argument;
 
 strata::data_set compute_wrench(strata::data_group root, const platform_state& platform,
-                                wrench_place place, double fz_threshold) {
+                                const wrench_request& request) {
     if (!platform.group)
         return {};
     auto group = *platform.group;
-    const bool is_applied = place == wrench_place::point_of_application;
+    const bool is_applied = request.place == wrench_place::point_of_application;
     const std::string name =
         is_applied ? schema::name::wrench_at_point : schema::name::wrench_at_origin;
     const auto path = fmt::format("{}/{}", schema::force_plates, group.name());
@@ -27,8 +27,8 @@ strata::data_set compute_wrench(strata::data_group root, const platform_state& p
         root, {{"callable_unit", schema::computation::ground_reaction_wrench},
                {argument::source_group, path},
                {argument::destination_group, fmt::format("{}/{}", path, name)},
-               {argument::fz_threshold, fz_threshold},
-               {argument::global_transformation, true},
+               {argument::fz_threshold, request.fz_threshold},
+               {argument::global_transformation, request.axes == wrench_axes::laboratory},
                {argument::location, is_applied ? schema::location::point_of_application
                                                : schema::location::hardware_origin}});
     if (status.is_out_of_memory())

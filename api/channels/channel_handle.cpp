@@ -3,6 +3,7 @@
 #include "api/channels/channel_handle.hpp"
 
 #include <array>
+#include <cstdint>
 
 #include <fmt/format.h>
 #include <strata/access/fill_matrix.hpp>
@@ -85,6 +86,12 @@ strata::data_group holder_of(const strata::data_store& acquisition,
 std::string kind(strata::data_store acquisition, strata::data_set channel) {
     const auto name = holder_of(acquisition, channel).name();
     return name == schema::name::analogs_export ? schema::name::analogs : name;
+}
+
+py_ref index(strata::data_store acquisition, strata::data_set channel) {
+    (void)holder_of(acquisition, channel);
+    return py_ref::checked(PyLong_FromLong(
+        read<std::int32_t>(channel.retrieve_attribute(attribute::relative_set_index))));
 }
 
 std::string text(strata::data_store acquisition, strata::data_set channel,

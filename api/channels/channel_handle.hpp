@@ -21,6 +21,10 @@ namespace mox::channels {
 /// "Markers", "Angles", "Forces", "Moments", "Powers" or "Analogs".
 [[nodiscard]] std::string kind(strata::data_store acquisition, strata::data_set channel);
 
+/// The index of a channel as the functions count it, from 0: analog channels one by one, points of
+/// all kinds in one sequence.
+[[nodiscard]] py_ref index(strata::data_store acquisition, strata::data_set channel);
+
 /// The text `name` of a channel, "Label", "Unit" or "Description"; empty when it has none.
 /// ValueError for any other name.
 [[nodiscard]] std::string text(strata::data_store acquisition, strata::data_set channel,

@@ -2,7 +2,11 @@
 
 #include "store/python.hpp"
 
+#include <string>
+
 #include <strata/data_store.hpp>
+
+#include "store/outputs.hpp"
 
 namespace mox::devices {
 
@@ -23,5 +27,13 @@ namespace mox::devices {
 /// RuntimeError when the threshold is negative or NaN.
 [[nodiscard]] py_ref ground_reaction_wrenches_over(strata::data_store acquisition,
                                                    const double& fz_threshold);
+
+/// Force, moment and point of the platform of an index, from 0, as arrays of (samples, 3) that are
+/// not writable; NaN where it has no wrench. `place` is "cop" or "origin", `axes` is "lab" or
+/// "plate": its own axes at the centre of its surface. ValueError for any other text and for a
+/// threshold that is negative or NaN, IndexError without such a platform.
+[[nodiscard]] outputs<3> wrench_of_platform(strata::data_store acquisition, int index,
+                                            const std::string& place, const std::string& axes,
+                                            double fz_threshold);
 
 } // namespace mox::devices

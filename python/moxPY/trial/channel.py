@@ -93,6 +93,12 @@ class Channel(NDArrayOperatorsMixin):
         return calls.channel_rate(self._trial, self._handle)
 
     @property
+    def index(self) -> int:
+        """Where the channel stands, from 0, as the ``mox…`` functions take it: analog channels are
+        counted by themselves, points of all kinds in one sequence."""
+        return calls.channel_index(self._trial, self._handle)
+
+    @property
     def label(self) -> str:
         """The label, as the file has it."""
         return calls.channel_text(self._trial, self._handle, "Label")
