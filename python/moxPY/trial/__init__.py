@@ -12,6 +12,10 @@ copying        a trial like another one
 events         instants such as foot strikes
 cycles         stretches from an event to the next one of its side
 normalize      samples over the course of cycles
+platforms      the force platforms of a trial
+platform       one force platform
+wrench         what a platform measured
+up_axis        which axis of the laboratory is the vertical one
 =============  =================================================================
 """
 
@@ -23,7 +27,10 @@ from .cycles import Cycle
 from .events import Event, Events
 from .gaps import Gap
 from .normalize import MeanCycle
+from .platform import Platform
+from .platforms import Platforms
 from .trial import Trial
+from .wrench import Wrench, WrenchUnits
 
 __all__ = [
     "Analogs",
@@ -34,6 +41,10 @@ __all__ = [
     "Events",
     "Gap",
     "MeanCycle",
+    "Platform",
+    "Platforms",
     "Points",
     "Trial",
+    "Wrench",
+    "WrenchUnits",
 ]

@@ -12,6 +12,7 @@ from . import copying
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .events import Events
+from .platforms import Platforms
 from .samples import FloatArray, read_only
 
 
@@ -164,6 +165,11 @@ class Trial:
         return Events(self)
 
     cycles = cycles
+
+    @property
+    def platforms(self) -> Platforms:
+        """The force platforms."""
+        return Platforms(self)
 
     @property
     def closed(self) -> bool:
