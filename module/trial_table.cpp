@@ -8,6 +8,8 @@
 #include "api/channels/channel_kinds.hpp"
 #include "api/channels/modify_channels.hpp"
 #include "api/devices/platforms.hpp"
+#include "api/devices/rotations.hpp"
+#include "api/devices/set_rotation.hpp"
 #include "api/devices/wrenches.hpp"
 #include "api/events/single_events.hpp"
 #include "api/points/residuals.hpp"
@@ -45,6 +47,11 @@ PyMethodDef* trial_table() {
         trial_row<"platform_description", &devices::platform_description>(),
         trial_row<"platform_channels", &devices::platform_channels>(),
         trial_row<"platform_wrench", &devices::wrench_of_platform>(),
+        trial_row<"rotation_labels", &devices::rotation_labels>(),
+        trial_row<"rotation_ratio", &devices::rotation_ratio>(),
+        trial_row<"rotation_samples", &devices::rotation_samples>(),
+        trial_row<"rotation_values", &devices::rotation>(),
+        trial_row<"set_rotation", &devices::set_rotation>(),
         {nullptr, nullptr, 0, nullptr},
     };
     // clang-format on

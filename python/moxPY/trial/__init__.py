@@ -16,6 +16,7 @@ platforms      the force platforms of a trial
 platform       one force platform
 wrench         what a platform measured
 up_axis        which axis of the laboratory is the vertical one
+rotations      rotations of segments
 =============  =================================================================
 """
 
@@ -29,6 +30,7 @@ from .gaps import Gap
 from .normalize import MeanCycle
 from .platform import Platform
 from .platforms import Platforms
+from .rotations import Rotations
 from .trial import Trial
 from .wrench import Wrench, WrenchUnits
 
@@ -44,6 +46,7 @@ __all__ = [
     "Platform",
     "Platforms",
     "Points",
+    "Rotations",
     "Trial",
     "Wrench",
     "WrenchUnits",

@@ -13,6 +13,7 @@ from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .events import Events
 from .platforms import Platforms
+from .rotations import Rotations
 from .samples import FloatArray, read_only
 
 
@@ -170,6 +171,11 @@ class Trial:
     def platforms(self) -> Platforms:
         """The force platforms."""
         return Platforms(self)
+
+    @property
+    def rotations(self) -> Rotations:
+        """The rotations of segments."""
+        return Rotations(self)
 
     @property
     def closed(self) -> bool:
