@@ -16,6 +16,7 @@ platforms      the force platforms of a trial
 platform       one force platform
 wrench         what a platform measured
 up_axis        which axis of the laboratory is the vertical one
+foot_contacts  when feet came down on a platform and left it
 rotations      rotations of segments
 =============  =================================================================
 """
