@@ -32,7 +32,7 @@ std::vector<std::string> read_texts(const strata::data_attribute& attribute) {
 }
 
 std::string read_text(const strata::data_attribute& attribute) {
-    auto texts = read_texts(attribute);
+    auto texts = schema::read_texts(attribute);
     return texts.empty() ? std::string() : std::move(texts.front());
 }
 
