@@ -6,6 +6,7 @@
 
 #include "plugins/c3d/bytes/element_bytes.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/header_attribute.hpp"
 #include "schema/names.hpp"
@@ -77,13 +78,12 @@ header_block header_block_of(const header_content& content, const strata::data_g
 }
 
 std::uint64_t interpolation_gap_of(const strata::data_group& format) {
-    constexpr std::int64_t most = 65535;
     const auto gap = schema::read_number<std::int64_t>(
                          header_attribute(format, schema::attribute::interpolation_gap))
                          .value_or(0);
-    if (gap < 0 || gap > most) {
+    if (gap < 0 || std::cmp_greater(gap, largest_word)) {
         throw export_error("the maximum interpolation gap is {} frames; a C3D file holds 0 to {}",
-                           gap, most);
+                           gap, largest_word);
     }
     return static_cast<std::uint64_t>(gap);
 }

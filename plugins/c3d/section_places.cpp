@@ -2,12 +2,13 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/file_reader.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 
 namespace c3d {
 
 namespace {
 
-constexpr std::uint64_t largest_block_number = 65535;
+constexpr std::uint64_t largest_block_number = largest_word;
 
 std::uint64_t blocks_of(std::uint64_t bytes) { return (bytes + block_bytes - 1) / block_bytes; }
 

@@ -7,7 +7,9 @@
 #include "plugins/c3d/analogs/read_analogs.hpp"
 #include "plugins/c3d/analogs/write_scaling.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/frames/frame_layout.hpp"
+#include "plugins/c3d/parameters/put_column.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
@@ -15,7 +17,7 @@ namespace c3d {
 
 namespace {
 
-constexpr std::uint64_t most_values_per_frame = 65535;
+constexpr std::uint64_t most_values_per_frame = largest_word;
 constexpr std::size_t least_label_width = 4;
 
 void require_room(std::uint64_t channels, std::uint64_t samples_per_frame) {

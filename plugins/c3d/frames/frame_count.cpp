@@ -2,11 +2,11 @@
 
 #include <array>
 
+#include "plugins/c3d/bytes/format_limits.hpp"
+
 namespace c3d {
 
 namespace {
-
-constexpr std::uint64_t word_limit = 65535;
 
 /// A 32-bit number held as two words, the low one first. Some writers use reals or a single
 /// element; all are understood.
@@ -76,16 +76,16 @@ std::optional<frame_count> claimed_frames(const frame_claims& claims) {
     if (const auto frames = above_zero(claims.real_frames))
         return frame_count{*frames, "POINT:FRAMES", exact};
     // Before TRIAL, in which files that were cut out of a longer recording often keep its range.
-    const bool is_saturated = claims.word_frames == word_limit;
+    const bool is_saturated = claims.word_frames == largest_word;
     if (const auto frames = above_zero(claims.word_frames); frames && !is_saturated)
         return frame_count{*frames, "POINT:FRAMES", may_be_wrapped};
     if (const auto frames = trial_frames(claims))
         return frame_count{*frames, "TRIAL", exact};
     if (is_saturated)
-        return frame_count{word_limit, "POINT:FRAMES", saturated};
+        return frame_count{largest_word, "POINT:FRAMES", saturated};
     // A FRAMES of 0 beside a header range comes from writers that count no frames without points.
     if (const auto frames = header_frames(claims)) {
-        const bool at_end = claims.header_last == word_limit;
+        const bool at_end = claims.header_last == largest_word;
         return frame_count{*frames, "the header", at_end ? saturated : may_be_wrapped};
     }
     if (claims.word_frames || claims.real_frames)

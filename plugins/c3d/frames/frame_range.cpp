@@ -10,6 +10,7 @@
 #include <strata/data_set.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/frames/frame_count.hpp"
 #include "plugins/c3d/parameters/header_attribute.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
@@ -21,7 +22,6 @@ namespace c3d {
 
 namespace {
 
-constexpr std::uint64_t largest_word = 65535;
 constexpr std::uint64_t largest_frame = 0xFFFFFFFF;
 
 bool is_exact_real(std::uint64_t count) noexcept {

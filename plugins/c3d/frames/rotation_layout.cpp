@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plugins/c3d/bytes/format_limits.hpp"
+
 namespace c3d {
 
 namespace {
@@ -30,7 +32,7 @@ std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, 
 
 std::uint64_t ratio_of(const c3d_file& file, double rate, double point_rate) {
     if (const auto ratio = file.parameters.count("ROTATION", "RATIO");
-        ratio && *ratio > 0 && *ratio <= 65535) {
+        ratio && *ratio > 0 && *ratio <= largest_word) {
         return *ratio;
     }
     // Without RATIO it is that of the rates, where they give one that RATIO could hold.

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 
 namespace c3d {
 
 namespace {
 
-constexpr std::uint64_t most_entries = 255;
+constexpr std::uint64_t most_entries = largest_extent;
 
 std::uint64_t entry_count(const parameter& item) noexcept {
     return item.type == element_type::character ? item.text_count() : item.element_count();

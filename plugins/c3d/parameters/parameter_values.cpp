@@ -4,14 +4,12 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 
 namespace c3d {
 
 namespace {
-
-constexpr std::size_t longest_text = 255;
-constexpr std::int64_t largest_extent = 255;
 
 std::size_t longest_of(const std::vector<std::string>& texts) {
     std::size_t longest = 0;
@@ -37,17 +35,17 @@ std::vector<std::string> stored_texts(parameter_place place, std::span<const std
     std::vector<std::string> stored;
     stored.reserve(texts.size());
     for (const auto& text : texts)
-        stored.push_back(as_stored_within(text, longest_text));
+        stored.push_back(as_stored_within(text, largest_extent));
     if (longest_of(stored) > width.least && width.was_windows_1252) {
         auto as_read = shortened(stored, texts, width.least);
         if (longest_of(as_read) <= width.least)
             return as_read;
     }
     for (const auto& text : stored) {
-        if (text.size() > longest_text) {
+        if (text.size() > largest_extent) {
             throw export_error("the parameter {}:{} has a text of {} bytes; a C3D file holds {}: "
                                "'{}'",
-                               place.group, place.name, text.size(), longest_text, text);
+                               place.group, place.name, text.size(), largest_extent, text);
         }
     }
     return stored;
@@ -64,7 +62,7 @@ std::vector<std::uint8_t> stored_extents(parameter_place place,
     std::vector<std::uint8_t> stored;
     stored.reserve(extents.size());
     for (auto extent : extents) {
-        if (extent < 0 || extent > largest_extent) {
+        if (extent < 0 || std::cmp_greater(extent, largest_extent)) {
             throw export_error("the parameter {}:{} has {} elements along a dimension; a C3D file "
                                "holds {}",
                                place.group, place.name, extent, largest_extent);

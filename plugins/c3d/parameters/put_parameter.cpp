@@ -6,13 +6,12 @@
 #include <cstddef>
 #include <optional>
 
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
 
 namespace c3d {
 
 namespace {
-
-constexpr std::size_t entries_in_one = 255;
 
 parameter as_read(const written_parameter& item) {
     parameter seen;
@@ -67,7 +66,7 @@ void remove_parts(written_group& group, std::string_view name, std::size_t first
 template <typename Value, typename Fill>
 void put_list(written_group& group, std::string_view name, std::span<const Value> values,
               std::size_t values_per_entry, Fill fill) {
-    const auto step = entries_in_one * values_per_entry;
+    const auto step = largest_extent * values_per_entry;
     std::size_t part = 0;
     do {
         const auto first = part * step;

@@ -12,6 +12,7 @@
 #include <strata/data_store.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/kept_records.hpp"
@@ -40,14 +41,10 @@ bool is_derived(std::string_view group, std::string_view name) {
            (same_name(group, "ANALOG") && has(derived_of_channels));
 }
 
-std::string stored_name(const std::string& text) {
-    constexpr std::size_t longest = 127;
-    return as_stored_within(text, longest);
-}
+std::string stored_name(const std::string& text) { return as_stored_within(text, longest_name); }
 
 std::string stored_description(const std::string& text) {
-    constexpr std::size_t longest = 255;
-    return as_stored_within(text, longest);
+    return as_stored_within(text, longest_description);
 }
 
 /// Names that a reader takes for one, whatever their case.

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/c3d_file.hpp"
@@ -13,9 +14,7 @@ namespace c3d {
 
 namespace {
 
-constexpr std::size_t longest_name = 127;
-constexpr std::size_t longest_description = 255;
-constexpr std::size_t longest_distance = 65535;
+constexpr std::size_t longest_distance = largest_word;
 /// Some readers stop at the distance 0 of the last record, others at a name without length behind
 /// it: both find what they look for.
 constexpr std::size_t bytes_behind_last_record = 4;

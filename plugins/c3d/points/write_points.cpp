@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
@@ -24,7 +25,7 @@ using schema::point_kind_table;
 
 constexpr std::size_t least_label_width = 4;
 constexpr std::size_t unit_width = 4;
-constexpr std::size_t most_points = 65535;
+constexpr std::size_t most_points = largest_word;
 
 using label_set = std::unordered_set<std::string>;
 

@@ -12,6 +12,7 @@
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/frames/frame_layout.hpp"
 #include "plugins/c3d/frames/rotation_layout.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
@@ -76,7 +77,7 @@ rotation_source source_of(const strata::data_set& set, std::uint64_t wanted, std
 
 rotation_source put_rotations(parameter_tree& tree, const strata::data_group& data,
                               std::uint64_t frames, double point_rate) {
-    constexpr std::uint64_t most_segments = 65535;
+    constexpr std::uint64_t most_segments = largest_word;
     const auto set = data.exists_set(schema::name::rotations)
                          ? data.retrieve_set(schema::name::rotations)
                          : strata::data_set();
