@@ -19,7 +19,7 @@ namespace mox::reading {
 
 /// A new acquisition with the content of the file that `path`, a str, names. The importer is chosen
 /// by the file's content. TypeError when `path` is not a str; RuntimeError when there is no such
-/// file, it cannot be opened, or the importer fails.
+/// file, it cannot be opened, or the importer fails. Other threads run Python meanwhile.
 [[nodiscard]] strata::data_store read_acquisition(PyObject* path);
 
 } // namespace mox::reading

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <anvil/io_device.hpp>
+#include <anvil/status.hpp>
+#include <strata/data_store.hpp>
+
+namespace mox {
+
+/// What an import gave.
+struct imported {
+    anvil::status status;           ///< of the importer; its messages name the device
+    strata::data_store acquisition; ///< only when the status is a success
+};
+
+/// A new acquisition with what `device`, which is open, holds. The importer is chosen by the
+/// content. Throws as shape_imported_layout does.
+///
+/// Needs no interpreter, and threads may import at once: nobody else sees the acquisition yet.
+[[nodiscard]] imported import_acquisition(anvil::io_device& device);
+
+} // namespace mox
