@@ -9,7 +9,6 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/frames/frame_layout.hpp"
-#include "plugins/c3d/parameters/put_column.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
