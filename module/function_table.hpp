@@ -7,6 +7,7 @@
 // | plugin_folder    | where the plugins are                       |
 // | numpy_binding    | NumPy's functions                           |
 // | function_table   | a row for each function                     |
+// | trial_table      | the functions of the object view            |
 // | function_row     | what a row is made of                       |
 // | overload         | one function of several of a name           |
 // | call_frame       | arguments, call, result, failure            |

@@ -3,12 +3,15 @@
 // | file                 |                                                       |
 // |----------------------|-------------------------------------------------------|
 // | names                | where everything lies, and what it is called          |
-// | data_type_of         | element types of C++ numbers                          |
+// | computations         | what callable units are called, and told              |
+// | point_kind_table     | the five kinds of points                              |
 // | read_attribute       | attributes, where what is missing counts as none      |
 // | write_attribute      | attributes that are created                           |
 // | unit_parameters      | what callable units are asked for                     |
 // | channel_names        | names of channels' sets                               |
+// | name_pool            | names of which no two are equal                       |
 // | event_types          | what types of events are called                       |
+// | event_sets           | how the occurrences of an event lie in its set        |
 // | split_record         | which channels of a file became sets                  |
 // | parameter_list       | texts of the parameters, over all parts of a list     |
 // | analog_pairing       | the set that a channel number of the parameters means |

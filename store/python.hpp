@@ -1,29 +1,30 @@
 // This folder converts between Python and the data store (<strata/...>): values, paths, failures.
 // Nothing here knows what an acquisition is.
 //
-// | file               |                                                                     |
-// |--------------------|---------------------------------------------------------------------|
-// | python             | the one place where Python and NumPy enter                          |
-// | swig_error         | failures that become a Python exception                             |
-// | outputs            | several results of one function                                     |
-// | nesting            | how deep containers of Python may lie in each other                 |
-// | path_helpers       | groups, sets and attributes at a path, or the failure that names it |
-// | store_log          | failures that are a line in the log                                 |
-// | numpy_types        | element types of NumPy and of the data store                        |
-// | integer_range      | integers that are beyond a type                                     |
-// | unreadable_scalar  | types of which a single value has no Python form                    |
-// | python_read        | a stored value as a Python one                                      |
-// | list_elements      | the items of nested lists, in order                                 |
-// | python_write       | a Python value into an attribute                                    |
-// | frozen_lists       | lists that nobody changes meanwhile                                 |
-// | matrix_writer      | matrices of doubles into sets                                       |
-// | typed_access       | a stored value as a C++ one, and back                               |
-// | append_element     | one element more                                                    |
-// | element_conversion | a number or a text as another type                                  |
-// | attribute_rebuild  | an attribute with another extent or type                            |
-// | dimension_list     | extents that a script gives                                         |
-// | dictionary         | dictionaries of results                                             |
-// | json_conversion    | dictionaries as JSON, and back                                      |
+// | file                |                                                                     |
+// |---------------------|---------------------------------------------------------------------|
+// | python              | the one place where Python and NumPy enter                          |
+// | interpreter_release | lets other threads run                                              |
+// | swig_error          | failures that become a Python exception                             |
+// | outputs             | several results of one function                                     |
+// | nesting             | how deep containers of Python may lie in each other                 |
+// | path_helpers        | groups, sets and attributes at a path, or the failure that names it |
+// | store_log           | failures that are a line in the log                                 |
+// | numpy_types         | element types of NumPy and of the data store                        |
+// | integer_range       | integers that are beyond a type                                     |
+// | unreadable_scalar   | types of which a single value has no Python form                    |
+// | python_read         | a stored value as a Python one                                      |
+// | list_elements       | the items of nested lists, in order                                 |
+// | python_write        | a Python value into an attribute                                    |
+// | frozen_lists        | lists that nobody changes meanwhile                                 |
+// | matrix_writer       | matrices of doubles into sets                                       |
+// | typed_access        | a stored value as a C++ one, and back                               |
+// | append_element      | one element more                                                    |
+// | element_conversion  | a number or a text as another type                                  |
+// | attribute_rebuild   | an attribute with another extent or type                            |
+// | dimension_list      | extents that a script gives                                         |
+// | dictionary          | dictionaries of results                                             |
+// | json_conversion     | dictionaries as JSON, and back                                      |
 
 #pragma once
 

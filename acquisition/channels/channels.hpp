@@ -1,9 +1,9 @@
 // Channels and their groups.
 //
-// | file        |                                      |
-// |-------------|--------------------------------------|
-// | point_types | the five kinds of points             |
-// | channels    | device groups, and channels for them |
+// | file            |                                         |
+// |-----------------|-----------------------------------------|
+// | channels        | device groups, and channels for them    |
+// | find_point_kind | the kind of points of a word or a group |
 
 #pragma once
 

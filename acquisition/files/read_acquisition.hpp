@@ -1,13 +1,13 @@
 // Files: paths, reading, writing.
 //
-// | file              |                                                      |
-// |-------------------|------------------------------------------------------|
-// | path_text         | paths as texts                                       |
-// | file_argument     | the path that a script gives; a failure of a file    |
-// | canonical_path    | the file that a path denotes                         |
-// | read_acquisition  | a file becomes an acquisition                        |
-// | post_import       | what an importer left becomes what functions rely on |
-// | write_acquisition | an acquisition becomes a file                        |
+// | file               |                                                      |
+// |--------------------|------------------------------------------------------|
+// | file_argument      | the path that a script gives; a failure of a file    |
+// | canonical_path     | the file that a path denotes                         |
+// | read_acquisition   | a file becomes an acquisition                        |
+// | import_acquisition | a device through the importers, then shaped          |
+// | post_import        | what an importer left becomes what functions rely on |
+// | write_acquisition  | an acquisition becomes a file                        |
 
 #pragma once
 

@@ -4,11 +4,15 @@
 // |-------------------|-----------------------------------------------|
 // | channel_lookup    | the channel of an index or a label            |
 // | channel_info      | what information dictionaries say of channels |
-// | distinct_keys     | keys of a dictionary                          |
 // | values_matrix     | the samples of all channels as a matrix       |
 // | matrix_check      | a matrix that a script gives                  |
 // | write_channels    | its values into channels                      |
 // | channel_numbering | indices and names while channels come and go  |
+// | remove_channels   | a channel leaves, with all that follows       |
+// | channel_kinds     | the kinds of the object view                  |
+// | channel_keys      | their keys, which are labels                  |
+// | channel_handle    | one channel by its handle                     |
+// | modify_channels   | adding channels to a kind, all its samples    |
 
 #pragma once
 

@@ -3,8 +3,10 @@
 // | file            |                                                      |
 // |-----------------|------------------------------------------------------|
 // | force_platforms | what platforms are, and what their channels measured |
+// | platforms       | one platform for the object view                     |
 // | wrenches        | their wrenches                                       |
 // | rotations       | rotations of segments                                |
+// | set_rotation    | the rotations of one segment, replaced               |
 // | sample_rows     | samples and numbers as arrays                        |
 
 #pragma once

@@ -1,10 +1,14 @@
 // Functions of events.
 //
-// | file          |                                                |
-// |---------------|------------------------------------------------|
-// | read_events   | what they are                                  |
-// | event_sets    | the set of a name                              |
-// | modify_events | new events, what is said of them, fewer events |
+// | file              |                                                |
+// |-------------------|------------------------------------------------|
+// | read_events       | what they are                                  |
+// | event_sets        | the set of a name                              |
+// | event_occurrences | what a set says of each time                   |
+// | append_event      | one more time                                  |
+// | event_tuples      | events as the object view gives them           |
+// | single_events     | listing, adding, removing one event            |
+// | modify_events     | new events, what is said of them, fewer events |
 
 #pragma once
 

@@ -2,7 +2,7 @@
 //
 // | file                |                                       |
 // |---------------------|---------------------------------------|
-// | export_metadata     | metadata as dictionaries              |
+// | read_metadata       | metadata as dictionaries              |
 // | format_names        | what the types of entries are called  |
 // | metadata_path       | the entry that a script names         |
 // | info_record         | the new entry that a script describes |

@@ -3,6 +3,7 @@
 // | file             |                                                  |
 // |------------------|--------------------------------------------------|
 // | read_points      | what they are                                    |
+// | residuals        | residuals and cameras of a point                 |
 // | set_point_values | new coordinates                                  |
 // | modify_points    | new points, other labels and kinds, fewer points |
 

@@ -3,6 +3,7 @@
 // | file          |                                                          |
 // |---------------|----------------------------------------------------------|
 // | number_format | words and reals of Intel, DEC and MIPS files             |
+// | format_limits | the largest counts and texts of a file                   |
 // | vax_float     | the reals of DEC files                                   |
 // | element_bytes | words, reals and texts as an Intel file holds them       |
 // | text          | texts of a file as UTF-8, and the bytes that hold a text |

@@ -4,6 +4,7 @@
 // |---------------------|---------------------------------------------------------------|
 // | parameter           | one parameter of a file: type, dimensions, elements           |
 // | header              | the header block and its events                               |
+// | header_attribute    | an attribute of the header group                              |
 // | parameter_record    | a record of a section as it describes itself                  |
 // | read_section        | the records of a section, however odd their chain is          |
 // | parameter_table     | the parameters of a file, bound to groups and found by name   |

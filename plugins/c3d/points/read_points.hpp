@@ -1,13 +1,12 @@
 // Points on their way between a file and the data store.
 //
-// | file             |                                                       |
-// |------------------|-------------------------------------------------------|
-// | point_kind_table | the five kinds, in files and in the data store        |
-// | point_kinds      | the kind and the unit of each point of a file         |
-// | read_points      | a file's points become the set `Points`               |
-// | point_columns    | the points that are written, in the order of the file |
-// | write_points     | what POINT says of them                               |
-// | point_scale      | and POINT:SCALE, which residuals are multiples of     |
+// | file          |                                                       |
+// |---------------|-------------------------------------------------------|
+// | point_kinds   | the kind and the unit of each point of a file         |
+// | read_points   | a file's points become the set `Points`               |
+// | point_columns | the points that are written, in the order of the file |
+// | write_points  | what POINT says of them                               |
+// | point_scale   | and POINT:SCALE, which residuals are multiples of     |
 
 #pragma once
 
