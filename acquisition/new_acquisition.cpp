@@ -63,6 +63,7 @@ strata::data_store new_acquisition(int points, int frames, int analogs, int rati
     auto acquisition = empty_acquisition();
     auto root = acquisition.root();
     std::vector<group_extent> extents;
+    extents.reserve(schema::point_kind_table.size());
     for (const auto& kind : schema::point_kind_table)
         extents.push_back({retrieve_group(root, kind.path), wide(frames)});
     resize_device_groups(extents);

@@ -88,7 +88,7 @@ PyMethodDef methods[] = {
     {nullptr, nullptr, 0, nullptr},
 };
 
-PyTypeObject make_type() {
+PyTypeObject make_type() noexcept {
     PyTypeObject type{};
     type.ob_base.ob_base.ob_refcnt = 1;
     type.tp_name = "SwigPyObject";

@@ -9,14 +9,13 @@ these) and "Analogs".
 from typing import Any
 
 import numpy as np
-from moxPY.acquisition import data_store
 from numpy.typing import NDArray
 
 # Time, label, context, subject, description, id.
 _EventTuple = tuple[float, str, str, str, str, int]
 
 # Whole trials.
-def copy(acquisition: Any, /) -> data_store: ...
+def copy(acquisition: Any, /) -> Any: ...
 
 # Channels.
 def channel_keys(acquisition: Any, kind: str, /) -> list[str]: ...

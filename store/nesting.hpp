@@ -10,20 +10,20 @@ namespace mox {
 class nesting {
   public:
     explicit nesting(const char* activity) {
-        if (depth_ == deepest) {
+        if (depth == deepest) {
             PyErr_Format(PyExc_RecursionError, "maximum recursion depth exceeded while %s",
                          activity);
             throw python_error{};
         }
-        ++depth_;
+        ++depth;
     }
     nesting(const nesting&) = delete;
     nesting& operator=(const nesting&) = delete;
-    ~nesting() { --depth_; }
+    ~nesting() { --depth; }
 
   private:
     static constexpr int deepest = 200;
-    inline static int depth_ = 0; // the interpreter lock guards it
+    inline static int depth = 0; // the interpreter lock guards it
 };
 
 } // namespace mox

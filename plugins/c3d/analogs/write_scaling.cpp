@@ -148,6 +148,7 @@ std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
     put_scales(tree, channels, rule);
     put_offsets(tree, channels, columns, general, rule, notes);
     std::vector<sample_source> sources;
+    sources.reserve(channels.size());
     for (const auto& channel : channels)
         sources.push_back(channel.source(general));
     return sources;
