@@ -26,7 +26,8 @@ class Event:
     Attributes
     ----------
     time : float
-        Seconds on the trial's clock, on which frame 1 is 0.0.
+        Seconds on the trial's clock, on which frame 1 is 0.0; of a stored event the shortest
+        decimal that single precision holds as the stored number.
     label : str
         What happened: ``"Foot Strike"``, ``"Foot Off"`` or any other text.
     context : str
@@ -231,7 +232,8 @@ class Events(Sequence[Event]):
 def _event(stored: calls._EventTuple) -> Event:
     time, label, context, subject, description, id = stored
     return Event(
-        time=time,
+        # The shortest number that single precision holds as this one: 1.3, not 1.2999999523162842.
+        time=float(str(np.float32(time))),
         label=label,
         context=context,
         subject=subject,

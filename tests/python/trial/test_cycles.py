@@ -14,7 +14,8 @@ RATE, FRAMES = 100.0, 400
 
 
 def single(time: float) -> float:
-    return float(np.float32(time))
+    """As events give it."""
+    return float(str(np.float32(time)))
 
 
 @pytest.fixture
@@ -83,8 +84,8 @@ def test_random_cycles_agree_with_a_search() -> None:
                 trial.events.add(label, float(time), "Left")
                 trial.events.add(label, float(time) + 0.01, "Right")
         expected = []
-        for start in times["A"].tolist():
-            later = [stop for stop in times["B"].tolist() if stop > start]
+        for start in map(single, times["A"]):
+            later = [stop for stop in map(single, times["B"]) if stop > start]
             expected += [(start, later[0])] if later else []
         assert spans(trial.cycles("Left", "A", "B")) == expected
 
@@ -151,8 +152,7 @@ def test_an_event_at_a_frame_needs_that_frame_alone(frame: int) -> None:
     values[frame] = 7.0
     trial.markers["A"] = values
     start = trial.events.add("Foot Strike", 0.07, "Left")
-    stop = trial.events.add("Foot Strike", frame / RATE, "Left")
-    assert stop.time != frame / RATE
+    trial.events.add("Foot Strike", frame / RATE, "Left")
     (course,) = trial.markers["A"].normalize(trial.cycles("Left"), points=2)
     assert course.tolist() == [[5.0] * 3, [7.0] * 3]
     (course,) = trial.markers["A"].normalize([(start.time, frame / RATE + 1e-3)], points=2)

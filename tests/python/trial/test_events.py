@@ -25,7 +25,8 @@ EVENTS = "Format/Events"
 
 
 def single(time: float) -> float:
-    return float(np.float32(time))
+    """As stored, in the shortest form."""
+    return float(str(np.float32(time)))
 
 
 def event(time: float, label: str = "Foot Strike", context: str = "Left", **rest: Any) -> Event:
