@@ -3,6 +3,7 @@
 #include "module/trial_table.hpp"
 
 #include "acquisition/new_acquisition.hpp"
+#include "acquisition/time_base/crop_acquisition.hpp"
 #include "api/channels/channel_handle.hpp"
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
@@ -21,6 +22,7 @@ PyMethodDef* trial_table() {
     // clang-format off
     static PyMethodDef table[] = {
         trial_row<"copy", &lifecycle::copy>(),
+        trial_row<"crop", &sampling::crop>(),
         trial_row<"channel_keys", &channels::keys>(),
         trial_row<"channel_count", &channels::count>(),
         trial_row<"find_channel", &channels::find>(),

@@ -2,9 +2,6 @@
 
 #include <array>
 #include <utility>
-#include <vector>
-
-#include <strata/data_set.hpp>
 
 #include "acquisition/time_base/resize_channels.hpp"
 #include "schema/names.hpp"
@@ -36,12 +33,6 @@ strata::data_set raw_rotations(const strata::data_group& root) {
                                               : strata::data_set();
 }
 
-/// Samples of each frame.
-std::uint64_t ratio_of(const strata::data_group& root) {
-    const auto raw = raw_rotations(root);
-    return raw ? read<std::uint64_t>(raw.retrieve_attribute(schema::attribute::ratio), 1) : 1;
-}
-
 void resize_samples(strata::data_set set, std::uint64_t samples) {
     const auto held = set.shape(false).dimensions();
     const std::array<std::uint64_t, 3> extent{static_cast<std::uint64_t>(held[0]),
@@ -54,14 +45,26 @@ void resize_samples(strata::data_set set, std::uint64_t samples) {
 
 bool has_rotations(const strata::data_group& root) { return !rotations_of(root).empty(); }
 
+std::uint64_t rotations_in_frame(const strata::data_group& root) {
+    const auto raw = raw_rotations(root);
+    return raw ? read<std::uint64_t>(raw.retrieve_attribute(schema::attribute::ratio), 1) : 1;
+}
+
+std::vector<strata::data_set> all_rotations(const strata::data_group& root) {
+    auto rotations = rotations_of(root);
+    if (auto raw = raw_rotations(root); raw && raw.shape(false).dimensions().size() == 3)
+        rotations.push_back(std::move(raw));
+    return rotations;
+}
+
 double elements_of_rotations(const strata::data_group& root, std::uint64_t frames) {
     constexpr double elements_of_sample = 17.0; // a matrix and its reliability
     return elements_of_sample * static_cast<double>(rotations_of(root).size()) *
-           static_cast<double>(ratio_of(root)) * static_cast<double>(frames);
+           static_cast<double>(rotations_in_frame(root)) * static_cast<double>(frames);
 }
 
 void resize_rotations(const strata::data_group& root, std::uint64_t frames) {
-    const auto samples = frames * ratio_of(root);
+    const auto samples = frames * rotations_in_frame(root);
     for (const auto& set : rotations_of(root)) {
         resize_samples(set, samples);
         resize_reliabilities(set, schema::attribute::reliability, samples);

@@ -9,6 +9,8 @@
 // | resize_acquisition | all that follows from a number of frames or samples |
 // | resize_channels    | the channels of a group                             |
 // | resize_rotations   | the rotations of the segments                       |
+// | crop_acquisition   | the frames from one to another, and nothing else    |
+// | cut_set            | samples of one set                                  |
 
 #pragma once
 

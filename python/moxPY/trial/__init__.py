@@ -18,6 +18,7 @@ wrench         what a platform measured
 up_axis        which axis of the laboratory is the vertical one
 foot_contacts  when feet came down on a platform and left it
 rotations      rotations of segments
+verbs          what makes another trial of a trial, a file a verb
 =============  =================================================================
 """
 

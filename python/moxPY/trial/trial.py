@@ -15,6 +15,7 @@ from .events import Events
 from .platforms import Platforms
 from .rotations import Rotations
 from .samples import FloatArray, read_only
+from .verbs.crop import crop
 
 
 class Trial:
@@ -159,6 +160,8 @@ class Trial:
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy
+
+    crop = crop
 
     @property
     def events(self) -> Events:

@@ -1,0 +1,8 @@
+"""Verbs: what makes another trial of a trial, and leaves it as it was.
+
+Each is bound as a method of `Trial` and stands in the file of its name:
+
+=====  ========================
+crop   a stretch of the frames
+=====  ========================
+"""
