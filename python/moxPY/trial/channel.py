@@ -10,8 +10,9 @@ from _moxPY import trial as calls
 from numpy.lib.mixins import NDArrayOperatorsMixin
 from numpy.typing import DTypeLike, NDArray
 
+from .labels import require_text
 from .normalize import mean_cycle, normalize
-from .samples import FloatArray, samples_of
+from .samples import FloatArray, as_matrix, samples_of
 
 if TYPE_CHECKING:
     from .trial import Trial
@@ -59,7 +60,7 @@ class Channel(NDArrayOperatorsMixin):
         shape = calls.channel_shape(self._trial, self._handle)
         axes = ("samples",) if len(shape) == 1 else ("frames", "3")
         array = samples_of(values, shape, axes, f"the channel '{self.label}'")
-        calls.set_channel_values(self._trial, self._handle, array.reshape(shape[0], -1))
+        calls.set_channel_values(self._trial, self._handle, as_matrix(array))
 
     @property
     def x(self) -> FloatArray:
@@ -105,7 +106,7 @@ class Channel(NDArrayOperatorsMixin):
 
     @label.setter
     def label(self, label: str) -> None:
-        calls.set_channel_text(self._trial, self._handle, "Label", label)
+        self._set_text("label", label)
 
     @property
     def unit(self) -> str:
@@ -114,7 +115,7 @@ class Channel(NDArrayOperatorsMixin):
 
     @unit.setter
     def unit(self, unit: str) -> None:
-        calls.set_channel_text(self._trial, self._handle, "Unit", unit)
+        self._set_text("unit", unit)
 
     @property
     def description(self) -> str:
@@ -123,7 +124,11 @@ class Channel(NDArrayOperatorsMixin):
 
     @description.setter
     def description(self, description: str) -> None:
-        calls.set_channel_text(self._trial, self._handle, "Description", description)
+        self._set_text("description", description)
+
+    def _set_text(self, name: str, text: str) -> None:
+        require_text(text, name)
+        calls.set_channel_text(self._trial, self._handle, name.capitalize(), text)
 
     @property
     def residuals(self) -> FloatArray:
@@ -143,6 +148,14 @@ class Channel(NDArrayOperatorsMixin):
         """Take over unit, description, residuals and camera masks of another channel, which may
         be part of another trial."""
         calls.carry_channel(self._trial, self._handle, channel._trial, channel._handle)
+
+    def is_same(self, channel: Channel) -> bool:
+        """Whether both are one channel of one trial; ``==`` compares samples."""
+        return (
+            self._trial.this is channel._trial.this
+            and self.kind == channel.kind
+            and self.index == channel.index
+        )
 
     @property
     def shape(self) -> tuple[int, ...]:

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import difflib
 from collections.abc import Callable, Iterable, Iterator, Mapping, MutableMapping
 from typing import TYPE_CHECKING, Any
 
@@ -12,7 +11,8 @@ from _moxPY import trial as calls
 
 from .channel import Channel
 from .gaps import Gap, runs_of
-from .samples import FloatArray, read_only, samples_of
+from .labels import nearest, require_text
+from .samples import FloatArray, as_matrix, read_only, samples_of
 
 if TYPE_CHECKING:
     from .trial import Trial
@@ -80,7 +80,7 @@ class Channels(MutableMapping[str, Channel]):
         shape = self._shape
         array = samples_of(values, shape, self._axes, f"the {self._kind.lower()}")
         if 0 not in shape:
-            calls.set_kind_values(self._trial, self._kind, array.reshape(shape[0], -1))
+            calls.set_kind_values(self._trial, self._kind, as_matrix(array))
 
     @property
     def _shape(self) -> tuple[int, ...]:
@@ -102,11 +102,15 @@ class Channels(MutableMapping[str, Channel]):
         KeyError
             There is no channel of a label.
         ValueError
-            Two channels would have one label. Nothing is renamed then.
+            Two channels would have one label, or a new one has a NUL character.
+        TypeError
+            A new label is no text. Nothing is renamed in any of these cases.
         """
         if callable(labels):
             labels = {label: labels(label) for label in self.labels}
         renamed = {label: new for label, new in labels.items() if new != label}
+        for new in renamed.values():
+            require_text(new, "label")
         channels = [(self[label], new) for label, new in renamed.items()]
         _require_distinct(renamed.get(label, label) for label in self.labels)
         for channel, new in channels:
@@ -133,11 +137,12 @@ class Channels(MutableMapping[str, Channel]):
         return Channel(self._trial, self._found(label))
 
     def __setitem__(self, label: str, values: Any) -> None:
-        if not isinstance(label, str):
-            raise TypeError(f"a label is a str, not {type(label).__name__}")
-        handle = calls.find_channel(self._trial, self._kind, label)
+        require_text(label, "label")
+        handle = self._find(label)
         if handle is not None:
             channel = Channel(self._trial, handle)
+            if isinstance(values, Channel) and channel.is_same(values):
+                return
             channel.values = values
         else:
             channel = self._append(label, values)
@@ -150,8 +155,7 @@ class Channels(MutableMapping[str, Channel]):
         array = samples_of(values, shape, axes, f"the new channel '{label}'")
         kind = self._kind_of_new(values)
         return Channel(
-            self._trial,
-            calls.append_channel(self._trial, kind, label, array.reshape(len(array), -1)),
+            self._trial, calls.append_channel(self._trial, kind, label, as_matrix(array))
         )
 
     def _kind_of_new(self, values: Any) -> str:
@@ -167,14 +171,31 @@ class Channels(MutableMapping[str, Channel]):
         return calls.channel_count(self._trial, self._kind)
 
     def __contains__(self, label: object) -> bool:
-        if not isinstance(label, str):
-            return False
-        return calls.find_channel(self._trial, self._kind, label) is not None
+        return isinstance(label, str) and self._find(label) is not None
+
+    def __eq__(self, other: object) -> bool:
+        """Whether both have the same labels with the same samples; NaN is as NaN."""
+        if not isinstance(other, Channels):
+            return NotImplemented
+        return set(self.labels) == set(other.labels) and all(
+            np.array_equal(channel.values, other[label].values, equal_nan=True)
+            for label, channel in self.items()
+        )
+
+    __hash__ = None  # type: ignore[assignment]  # it changes
+
+    def _find(self, label: str) -> object | None:
+        if "\0" in label:  # such a label is in no trial
+            return None
+        return calls.find_channel(self._trial, self._kind, label)
 
     def _found(self, label: str) -> object:
-        handle = calls.find_channel(self._trial, self._kind, label)
+        if not isinstance(label, str):
+            raise TypeError(f"channels are found by labels, not by {type(label).__name__}")
+        handle = self._find(label)
         if handle is None:
-            raise KeyError(_missing(self._kind.lower(), label, self.labels))
+            kind = self._kind.lower()
+            raise KeyError(f"no channel '{label}' among the {kind}{nearest(label, self.labels)}")
         return handle
 
     def _ipython_key_completions_(self) -> list[str]:
@@ -255,10 +276,3 @@ def _require_distinct(labels: Iterable[str]) -> None:
         if label in met:
             raise ValueError(f"two channels would have the label '{label}'")
         met.add(label)
-
-
-def _missing(kind: str, label: str, labels: list[str]) -> str:
-    """What a KeyError says: the label and those that are nearest to it."""
-    nearest = difflib.get_close_matches(label, labels, n=3)
-    hint = f"; nearest: {', '.join(nearest)}" if nearest else ""
-    return f"no channel '{label}' among the {kind}{hint}"

@@ -2,13 +2,13 @@
 
 from __future__ import annotations
 
-import difflib
 from collections.abc import Iterator, Mapping
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 from _moxPY import trial as calls
 
+from .labels import nearest
 from .samples import FloatArray, read_only, samples_of
 
 if TYPE_CHECKING:
@@ -95,9 +95,7 @@ class Rotations(Mapping[str, FloatArray]):
     def _require(self, label: object) -> None:
         labels = self.labels
         if label not in labels:
-            nearest = difflib.get_close_matches(str(label), labels, n=3)
-            hint = f"; nearest: {', '.join(nearest)}" if nearest else ""
-            raise KeyError(f"no segment '{label}' among the rotations{hint}")
+            raise KeyError(f"no segment '{label}' among the rotations{nearest(label, labels)}")
 
     def _ipython_key_completions_(self) -> list[str]:
         return self.labels

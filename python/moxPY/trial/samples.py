@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import contextlib
+import math
 from collections.abc import Sequence
 from typing import Any
 
@@ -38,7 +40,7 @@ def samples_of(value: Any, shape: tuple[int, ...], axes: Sequence[str], what: st
     except ValueError as error:  # lists of unequal lengths
         raise ValueError(f"{what}: {error}") from None
     if array.dtype.kind not in "fiub" and array.size > 0:
-        array = _from_objects(array, what)
+        array = _from_objects(value, array, what)
     if array.shape != shape:
         counted = ", ".join(axes) + ("," if len(axes) == 1 else "")
         raise ValueError(
@@ -50,13 +52,21 @@ def samples_of(value: Any, shape: tuple[int, ...], axes: Sequence[str], what: st
     return np.ascontiguousarray(numbers)
 
 
-def _from_objects(array: NDArray[Any], what: str) -> NDArray[Any]:
-    """The numbers of an array of objects, as data frames with missing values give them."""
+def as_matrix(array: FloatArray) -> FloatArray:
+    """A row a sample and a column a component, without frames, too."""
+    return array.reshape(len(array), math.prod(array.shape[1:]))
+
+
+def _from_objects(value: Any, array: NDArray[Any], what: str) -> NDArray[Any]:
+    """The numbers of an array of objects, which data frames with missing values give."""
     if array.dtype.kind == "O":
-        try:
-            return array.astype(np.float64)
-        except (TypeError, ValueError):
-            pass
+        for numbers_of in (
+            lambda: array.astype(np.float64),
+            lambda: value.to_numpy(dtype=np.float64, na_value=np.nan),  # a data frame of pandas
+        ):
+            with contextlib.suppress(AttributeError, TypeError, ValueError):
+                numbers: NDArray[Any] = numbers_of()
+                return numbers
     raise TypeError(f"{what}: expected real numbers, got {array.dtype.name}")
 
 
