@@ -9,6 +9,7 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from .bridges.updating import update_from
 from .channel import Channel
 from .gaps import Gap, runs_of
 from .labels import nearest, require_text
@@ -115,6 +116,16 @@ class Channels(MutableMapping[str, Channel]):
         _require_distinct(renamed.get(label, label) for label in self.labels)
         for channel, new in channels:
             channel.label = new
+
+    update_from = update_from
+
+    @property
+    def _time(self) -> FloatArray:
+        return self._trial.time
+
+    @property
+    def _rate(self) -> float:
+        return self._trial.rate
 
     def gaps(self) -> list[Gap]:
         """Every run of frames in which a point was not seen, by channel and frame; runs at the
@@ -254,6 +265,14 @@ class Analogs(Channels):
     @values.setter
     def values(self, values: Any) -> None:
         self._assign(values)
+
+    @property
+    def _time(self) -> FloatArray:
+        return self.time
+
+    @property
+    def _rate(self) -> float:
+        return self.rate
 
     def gaps(self) -> list[Gap]:
         """Analog channels have a value for every sample: an empty list."""

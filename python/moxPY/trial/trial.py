@@ -9,6 +9,9 @@ import _moxPY
 import numpy as np
 
 from . import copying
+from .bridges.pandas import to_pandas
+from .bridges.polars import to_polars
+from .bridges.xarray import to_xarray
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .events import Events
@@ -179,6 +182,10 @@ class Trial:
     def rotations(self) -> Rotations:
         """The rotations of segments."""
         return Rotations(self)
+
+    to_pandas = to_pandas
+    to_polars = to_polars
+    to_xarray = to_xarray
 
     @property
     def closed(self) -> bool:

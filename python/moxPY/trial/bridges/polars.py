@@ -1,0 +1,70 @@
+"""Data frames of polars."""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING, Any
+
+from ..extras import require
+from .tables import (
+    Table,
+    What,
+    event_columns,
+    event_types,
+    long_columns,
+    require_known,
+    table_of,
+)
+
+if TYPE_CHECKING:
+    import polars
+
+    from ..trial import Trial
+
+
+def to_polars(trial: Trial, what: What = "markers", *, long: bool = False) -> polars.DataFrame:
+    """A data frame of polars, which has no index: the first column is ``time``.
+
+    Parameters
+    ----------
+    what, long
+        As of `to_pandas`.
+
+    Returns
+    -------
+    polars.DataFrame
+        Its columns are called ``LASI_x`` by label and axis, of analogs by label, of platforms
+        ``0_force_x``; a long one is as `to_pandas` has it. Units are in ``trial.markers.units``.
+
+    Raises
+    ------
+    ImportError
+        polars is not installed.
+    ValueError
+        There is no such kind, or a channel is called ``time``: ask for the long frame then.
+
+    Examples
+    --------
+    >>> trial.to_polars("angles").columns[:2]
+    ['time', 'LPelvisAngles_x']
+    """
+    require_known(what)
+    polars = require("polars")
+    if what == "events":
+        return polars.DataFrame(event_columns(trial), schema=event_types())
+    table = table_of(trial, what)
+    if long:
+        types = {level: int if level == "platform" else str for level in table.levels}
+        schema = {"time": float, **types, "value": float}
+        return polars.DataFrame(long_columns(table), schema=schema)
+    return polars.DataFrame(_wide(table))
+
+
+def _wide(table: Table) -> dict[str, Any]:
+    """Columns by name, the time first."""
+    columns: dict[str, Any] = {"time": table.time}
+    for position, parts in enumerate(table.columns):
+        name = "_".join(map(str, parts))
+        if name in columns:
+            raise ValueError(f"two columns would have the name '{name}': take the long frame")
+        columns[name] = table.values[:, position]
+    return columns
