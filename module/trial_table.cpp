@@ -4,6 +4,7 @@
 
 #include "acquisition/new_acquisition.hpp"
 #include "acquisition/time_base/crop_acquisition.hpp"
+#include "acquisition/time_base/set_sampling.hpp"
 #include "api/channels/channel_handle.hpp"
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
@@ -23,6 +24,7 @@ PyMethodDef* trial_table() {
     static PyMethodDef table[] = {
         trial_row<"copy", &lifecycle::copy>(),
         trial_row<"crop", &sampling::crop>(),
+        trial_row<"set_time_base", &sampling::set_time_base>(),
         trial_row<"channel_keys", &channels::keys>(),
         trial_row<"channel_count", &channels::count>(),
         trial_row<"find_channel", &channels::find>(),

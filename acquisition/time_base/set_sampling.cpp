@@ -189,6 +189,24 @@ void set_analog_samples_per_frame(strata::data_store acquisition, int ratio) {
     resize_channels_to_come(acquisition);
 }
 
+void set_time_base(strata::data_store acquisition, double rate, int ratio, int frames) {
+    require_frames(frames);
+    require_ratio(ratio);
+    const auto header = retrieve_group(acquisition.root(), schema::header);
+    const auto count = static_cast<std::uint64_t>(frames);
+    require_memory_for_frames(acquisition, count, ratio);
+    const auto former = sampling::analog_samples_per_frame(acquisition);
+    write_or_create(header, attribute::analog_samples_per_frame, std::int32_t{ratio});
+    try {
+        set_frequency(acquisition, rate);
+    } catch (...) {
+        write_or_create(header, attribute::analog_samples_per_frame,
+                        static_cast<std::int32_t>(former));
+        throw;
+    }
+    resize_to_frames(acquisition, count);
+}
+
 void set_analog_resolution(strata::data_store acquisition, int bits) {
     if (bits != 8 && bits != 12 && bits != 14 && bits != 16)
         throw_runtime_error("Invalid analog resolution.");

@@ -27,6 +27,12 @@ void set_first_frame(strata::data_store acquisition, int first, int shift_events
 /// point_frame_number × ratio. RuntimeError for a ratio below 1, or when there are analog channels.
 void set_analog_samples_per_frame(strata::data_store acquisition, int ratio);
 
+/// Another time base in one step, whatever channels there are: `rate` for points with `ratio`
+/// analog samples in each of `frames` frames. Channels are cut or lengthened as set_frame_number
+/// does it; giving them the samples of the new instants is left to the caller. RuntimeError for a
+/// rate, ratio or number that the single setters refuse; std::bad_alloc when memory is short.
+void set_time_base(strata::data_store acquisition, double rate, int ratio, int frames);
+
 /// RuntimeError unless `bits` is 8, 12, 14 or 16. A script may have made the metadata entry a list
 /// or a text: then it stays what it is, and the store's log says so.
 void set_analog_resolution(strata::data_store acquisition, int bits);

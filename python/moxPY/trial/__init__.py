@@ -22,6 +22,7 @@ rotations      rotations of segments
 verbs          what makes another trial of a trial, a file a verb
 bridges        data frames and data sets of other packages
 extras         packages that a user may not have
+runs           numeric work on runs of samples, so that gaps stay gaps
 =============  =================================================================
 """
 

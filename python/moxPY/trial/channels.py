@@ -19,6 +19,10 @@ if TYPE_CHECKING:
     from .trial import Trial
 
 
+#: The kinds of points, as `Trial` calls them.
+KINDS = ("markers", "angles", "forces", "moments", "powers")
+
+
 class Channels(MutableMapping[str, Channel]):
     """The points of one kind in the file's order.
 

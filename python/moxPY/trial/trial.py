@@ -19,6 +19,7 @@ from .platforms import Platforms
 from .rotations import Rotations
 from .samples import FloatArray, read_only
 from .verbs.crop import crop
+from .verbs.resample import resample
 
 
 class Trial:
@@ -165,6 +166,7 @@ class Trial:
     __deepcopy__ = copying.deep_copy
 
     crop = crop
+    resample = resample
 
     @property
     def events(self) -> Events:

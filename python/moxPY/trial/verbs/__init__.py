@@ -2,7 +2,8 @@
 
 Each is bound as a method of `Trial` and stands in the file of its name:
 
-=====  ========================
-crop   a stretch of the frames
-=====  ========================
+========  ========================
+crop      a stretch of the frames
+resample  another rate
+========  ========================
 """
