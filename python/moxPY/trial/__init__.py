@@ -20,6 +20,7 @@ up_axis        which axis of the laboratory is the vertical one
 foot_contacts  when feet came down on a platform and left it
 rotations      rotations of segments
 verbs          what makes another trial of a trial, a file a verb
+display        how trials and their parts show themselves
 bridges        data frames and data sets of other packages
 extras         packages that a user may not have
 runs           numeric work on runs of samples, so that gaps stay gaps

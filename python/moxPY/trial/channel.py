@@ -10,6 +10,7 @@ from _moxPY import trial as calls
 from numpy.lib.mixins import NDArrayOperatorsMixin
 from numpy.typing import DTypeLike, NDArray
 
+from .display import one_line
 from .labels import require_text
 from .normalize import mean_cycle, normalize
 from .samples import FloatArray, as_matrix, samples_of
@@ -192,6 +193,7 @@ class Channel(NDArrayOperatorsMixin):
 
     def __repr__(self) -> str:
         try:
-            return f"<{self.kind}: {self.label}, {self.shape} {self.unit}>".replace(" >", ">")
-        except (KeyError, ValueError) as error:
-            return f"<channel: {error.args[0]}>"
+            name = self.kind
+        except (KeyError, ValueError):
+            name = "channel"
+        return one_line(name, lambda: f": {self.label}, {self.shape} {self.unit}".rstrip())

@@ -11,6 +11,7 @@ from _moxPY import trial as calls
 
 from .bridges.updating import update_from
 from .channel import Channel
+from .display import abridged, one_line
 from .gaps import Gap, runs_of
 from .labels import nearest, require_text
 from .samples import FloatArray, as_matrix, read_only, samples_of
@@ -217,11 +218,7 @@ class Channels(MutableMapping[str, Channel]):
         return self.labels
 
     def __repr__(self) -> str:
-        shown = self.labels
-        if len(shown) > 4:
-            shown = [*shown[:3], "…", shown[-1]]
-        text = ", ".join(shown) or "none"
-        return f"<{self._kind.lower()} ({len(self)}): {text}>"
+        return one_line(self._kind.lower(), lambda: f" ({len(self)}): {abridged(self.labels)}")
 
 
 class Points(Channels):

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterable, Iterator, Sequence
+from collections.abc import Iterator, Sequence
 from dataclasses import dataclass, replace
 from typing import TYPE_CHECKING, Any, SupportsIndex, overload
 
@@ -10,6 +10,7 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from .display import abridged, one_line
 from .samples import FloatArray, read_only
 
 if TYPE_CHECKING:
@@ -225,8 +226,9 @@ class Events(Sequence[Event]):
     __hash__ = None  # type: ignore[assignment]  # it changes
 
     def __repr__(self) -> str:
-        shown = [_brief(event) for event in self._read()]
-        return f"<events ({len(shown)}): {', '.join(_abridged(shown)) or 'none'}>"
+        return one_line(
+            "events", lambda: f" ({len(self)}): {abridged([_brief(event) for event in self])}"
+        )
 
 
 def _event(stored: calls._EventTuple) -> Event:
@@ -262,7 +264,3 @@ def _given(**values: Any) -> dict[str, Any]:
 def _brief(event: Event) -> str:
     name = " ".join(filter(None, (event.context, event.label)))
     return f"{name!r} {event.time:.3f} s"
-
-
-def _abridged(texts: list[str]) -> Iterable[str]:
-    return texts if len(texts) <= 4 else [*texts[:3], "…", texts[-1]]

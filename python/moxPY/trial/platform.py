@@ -9,6 +9,7 @@ import numpy as np
 from _moxPY import trial as calls
 
 from .channel import Channel
+from .display import one_line
 from .samples import FloatArray, read_only
 from .up_axis import up_axis
 from .wrench import Wrench, WrenchUnits
@@ -249,11 +250,12 @@ class Platform:
         return hash((id(self._trial.this), self._index))
 
     def __repr__(self) -> str:
-        try:
-            labels = " ".join(channel.label for channel in self.channels)
-            return f"<platform {self._index}: type {self.type}, {labels or 'no channels'}>"
-        except (IndexError, ValueError) as error:
-            return f"<platform {self._index}: {error.args[0]}>"
+        return one_line(f"platform {self._index}", lambda: f": {self._brief}")
+
+    @property
+    def _brief(self) -> str:
+        labels = " ".join(channel.label for channel in self.channels)
+        return f"type {self.type}, {labels or 'no channels'}"
 
 
 def _named(units: dict[int, str], place: int) -> str:

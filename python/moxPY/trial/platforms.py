@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, overload
 
 from _moxPY import trial as calls
 
+from .display import one_line
 from .events import Event
 from .foot_contacts import detect_events
 from .platform import Platform
@@ -88,5 +89,8 @@ class Platforms(Sequence[Platform]):
         return [events.add(e.label, e.time, context=e.context, id=e.id) for e in found]
 
     def __repr__(self) -> str:
+        return one_line("platforms", self._described)
+
+    def _described(self) -> str:
         types = ", ".join(str(plate.type) for plate in self)
-        return f"<platforms ({len(self)}): {f'types {types}' if types else 'none'}>"
+        return f" ({len(self)}): {f'types {types}' if types else 'none'}"

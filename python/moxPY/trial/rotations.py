@@ -8,6 +8,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 from _moxPY import trial as calls
 
+from .display import abridged, one_line
 from .labels import nearest
 from .samples import FloatArray, read_only, samples_of
 
@@ -101,7 +102,4 @@ class Rotations(Mapping[str, FloatArray]):
         return self.labels
 
     def __repr__(self) -> str:
-        shown = self.labels
-        if len(shown) > 4:
-            shown = [*shown[:3], "…", shown[-1]]
-        return f"<rotations ({len(self)}): {', '.join(shown) or 'none'}>"
+        return one_line("rotations", lambda: f" ({len(self)}): {abridged(self.labels)}")

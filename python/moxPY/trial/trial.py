@@ -14,6 +14,7 @@ from .bridges.polars import to_polars
 from .bridges.xarray import to_xarray
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
+from .display import trial_html, trial_repr
 from .events import Events
 from .platforms import Platforms
 from .rotations import Rotations
@@ -203,6 +204,9 @@ class Trial:
         """Free the memory now. Closing twice is no error."""
         if not self.closed:
             _moxPY.delete_data_store(self)
+
+    __repr__ = trial_repr
+    _repr_html_ = trial_html
 
     def __enter__(self) -> Self:
         return self
