@@ -1,6 +1,7 @@
 #include "plugins/c3d/bytes/number_format.hpp"
 
 #include <bit>
+#include <cmath>
 
 #include "plugins/c3d/bytes/vax_float.hpp"
 
@@ -65,6 +66,31 @@ float read_real(number_format format, const std::byte* bytes) noexcept {
     }
     return std::bit_cast<float>(byte_at(bytes, 3) << 24U | byte_at(bytes, 2) << 16U |
                                 byte_at(bytes, 1) << 8U | byte_at(bytes, 0));
+}
+
+void write_word(number_format format, std::byte* bytes, std::uint16_t word) noexcept {
+    const auto low = static_cast<std::byte>(word & 0xFFU);
+    const auto high = static_cast<std::byte>(word >> 8U);
+    bytes[0] = format == number_format::mips ? high : low;
+    bytes[1] = format == number_format::mips ? low : high;
+}
+
+void write_real(number_format format, std::byte* bytes, float value) noexcept {
+    const auto bits =
+        format == number_format::dec ? encode_vax_bits(value) : std::bit_cast<std::uint32_t>(value);
+    const auto low = static_cast<std::uint16_t>(bits & 0xFFFFU);
+    const auto high = static_cast<std::uint16_t>(bits >> 16U);
+    const bool low_first = format == number_format::intel;
+    write_word(format, bytes, low_first ? low : high);
+    write_word(format, bytes + 2, low_first ? high : low);
+}
+
+bool holds_real(number_format format, float value) noexcept {
+    return format != number_format::dec || !(std::abs(value) >= vax_float_end);
+}
+
+std::uint16_t nearest_word(float value) noexcept {
+    return static_cast<std::uint16_t>(static_cast<std::int32_t>(std::nearbyint(value)));
 }
 
 } // namespace c3d

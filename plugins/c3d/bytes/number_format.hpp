@@ -51,4 +51,18 @@ enum class word_sign { with, without };
 /// infinite or NaN.
 [[nodiscard]] float read_real(number_format format, const std::byte* bytes) noexcept;
 
+/// Puts one 16-bit word at `bytes`, which has room for it.
+void write_word(number_format format, std::byte* bytes, std::uint16_t word) noexcept;
+
+/// Puts one real at `bytes`, which has room for it. NaN of a DEC file, and what holds_real denies,
+/// is the reserved operand.
+void write_real(number_format format, std::byte* bytes, float value) noexcept;
+
+/// False for an infinite number of a DEC file, and for one that is too large for it.
+[[nodiscard]] bool holds_real(number_format format, float value) noexcept;
+
+/// The word of the integer that is nearest to `value`, with or without a sign; of two, the even
+/// one. Requires: that integer is from −32,768 to 65,535.
+[[nodiscard]] std::uint16_t nearest_word(float value) noexcept;
+
 } // namespace c3d

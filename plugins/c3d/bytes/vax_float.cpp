@@ -23,4 +23,17 @@ float decode_vax_bits(std::uint32_t bits) noexcept {
     return std::bit_cast<float>(bits) * 0.25F;
 }
 
+std::uint32_t encode_vax_bits(float value) noexcept {
+    constexpr std::uint32_t reserved_operand = 1U << 31U;
+    const auto bits = std::bit_cast<std::uint32_t>(value);
+    const auto exponent = bits >> 23U & 0xFFU;
+    if (exponent >= 254)
+        return reserved_operand;
+    if (exponent != 0)
+        return bits + (2U << 23U);
+    // An IEEE denormal. What stays one after the multiplication is less than any F_floating number.
+    const auto larger = std::bit_cast<std::uint32_t>(value * 4.0F);
+    return (larger >> 23U & 0xFFU) != 0 ? larger : 0;
+}
+
 } // namespace c3d

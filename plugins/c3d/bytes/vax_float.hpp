@@ -15,4 +15,11 @@ namespace c3d {
 /// As decode_vax_float, from the 32 bits in the order sign, exponent, fraction.
 [[nodiscard]] float decode_vax_bits(std::uint32_t bits) noexcept;
 
+/// The smallest magnitude that is too large for an F_floating number: 2^127.
+inline constexpr float vax_float_end = 0x1p127F;
+
+/// The reverse of decode_vax_bits. Numbers below 2^−128 become zero, which has no sign; NaN and
+/// numbers from vax_float_end on become the reserved operand.
+[[nodiscard]] std::uint32_t encode_vax_bits(float value) noexcept;
+
 } // namespace c3d
