@@ -59,9 +59,14 @@ RULES_OF_NEW_FILES: tuple[Rule, ...] = (
 )
 
 
-def deviations(content: bytes, source: bytes | None = None) -> list[str]:
-    """`source`: the file that was read and written again; it excuses what it does wrong itself."""
-    file = WrittenFile(content)
+def deviations(
+    content: bytes, source: bytes | None = None, processor: int = 84, storage: str = "real"
+) -> list[str]:
+    """`source`: the file that was read and written again; it excuses what it does wrong itself.
+
+    `processor` and `storage` are the form that the file should have.
+    """
+    file = WrittenFile(content, processor, storage)
     if source is None:
         return _broken(RULES + RULES_OF_NEW_FILES, file)
     excused = _broken(RULES, WrittenFile(source))

@@ -11,15 +11,20 @@ from support.c3d_structure import deviations
 
 
 def write(
-    acquisition: Any, path: Path, source: bytes | None = None, excused: Collection[str] = ()
+    acquisition: Any,
+    path: Path,
+    source: bytes | None = None,
+    excused: Collection[str] = (),
+    form: tuple[int, str] = (84, "real"),
 ) -> bytes:
     """The bytes of the file that the module writes; it keeps the rules of the format.
 
-    `source` is the file that the acquisition was read from, whose own oddities may stay.
+    `source` is the file that the acquisition was read from, whose own oddities may stay; `form`
+    are the processor and the storage that the file should have.
     """
     assert _moxPY.moxWriteAcquisition(acquisition, str(path)) is None
     content = path.read_bytes()
-    found = [text for text in deviations(content, source) if text not in excused]
+    found = [text for text in deviations(content, source, *form) if text not in excused]
     assert found == [], found
     return content
 

@@ -24,8 +24,10 @@ def parameters(file: WrittenFile) -> Deviations:
 
 def scale(file: WrittenFile) -> Deviations:
     stored = file.scalar("POINT:SCALE")
-    if not (np.isfinite(stored) and stored < 0):
-        yield f"POINT:SCALE: {stored}; reals have a negative scale"
+    sign = -1 if file.storage == "real" else 1
+    if not (np.isfinite(stored) and sign * stored > 0):
+        kind = "reals have a negative" if sign < 0 else "integers have a positive"
+        yield f"POINT:SCALE: {stored}; {kind} scale"
 
 
 def frame_counts(file: WrittenFile) -> Deviations:

@@ -15,8 +15,8 @@ FIRST_GROUPS = ["POINT", "ANALOG", "FORCE_PLATFORM"]
 
 
 def section_head(file: WrittenFile) -> Deviations:
-    if file.processor != 84:
-        yield f"parameter section: processor {file.processor}, not 84"
+    if file.processor != file.wanted_processor:
+        yield f"parameter section: processor {file.processor}, not {file.wanted_processor}"
 
 
 def head_marks(file: WrittenFile) -> Deviations:

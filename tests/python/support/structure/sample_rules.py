@@ -46,7 +46,7 @@ def points(file: WrittenFile) -> Deviations:
     known = words >= 0
     wrong = ~((words == -1) | (known & (words <= LARGEST_FOURTH_WORD) & (words % 1 == 0)))
     yield from _first(wrong, "the fourth word is neither -1 nor a mask with a residual")
-    somewhere = coordinates.view("<u4").any(axis=2)
+    somewhere = ((coordinates != 0) | np.signbit(coordinates)).any(axis=2)
     yield from _first((words == -1) & somewhere, "not seen, but not at 0, 0, 0")
 
 
@@ -62,7 +62,7 @@ def rotations(file: WrittenFile) -> Deviations:
     start = file.rotation_offset
     content = file.content[start : start + file.rotation_bytes]
     if len(content) == file.rotation_bytes:
-        samples = np.frombuffer(content, "<f4").reshape(-1, REALS_OF_A_ROTATION)
+        samples = file.reals(content).reshape(-1, REALS_OF_A_ROTATION)
         lost = np.isnan(samples[:, :16]).any(axis=1)
         if (lost & ~(samples[:, 16] < 0)).any():
             yield "rotations: NaN in a transform that is marked as known"

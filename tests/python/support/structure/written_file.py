@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import itertools
 from collections.abc import Iterator
+from dataclasses import dataclass
 from functools import cached_property
 from typing import Any
 
@@ -19,8 +20,16 @@ REALS_OF_A_ROTATION = 17
 Deviations = Iterator[str]
 
 
+@dataclass
 class WrittenFile(StoredFile):
     """Counts come from the parameters, which are the ones that readers believe."""
+
+    wanted_processor: int = 84
+    storage: str = "real"
+
+    @property
+    def sample_bytes(self) -> int:
+        return 4 if self.storage == "real" else 2
 
     @property
     def points(self) -> int:
@@ -67,7 +76,7 @@ class WrittenFile(StoredFile):
         return int(words[0]) + (int(words[1]) << 16) if len(words) >= 2 else None
 
     @property
-    def frame_reals(self) -> int:
+    def frame_numbers(self) -> int:
         return 4 * self.points + self.channels * self.samples_per_frame
 
     @property
@@ -76,7 +85,7 @@ class WrittenFile(StoredFile):
 
     @property
     def data_end(self) -> int:
-        return self.data_offset + 4 * self.frame_reals * self.frames
+        return self.data_offset + self.sample_bytes * self.frame_numbers * self.frames
 
     @property
     def rotation_offset(self) -> int:
@@ -89,12 +98,16 @@ class WrittenFile(StoredFile):
         return 4 * REALS_OF_A_ROTATION * samples
 
     @cached_property
-    def frame_table(self) -> NDArray[np.float32] | None:
-        """(frame, real) as stored; None when the file is too short for it."""
+    def frame_table(self) -> NDArray[np.float64] | None:
+        """(frame, number) as stored, integers with their sign; None when the file is too short."""
         if self.data_offset < 0 or self.data_end > len(self.content):
             return None
-        reals = np.frombuffer(self.content[self.data_offset : self.data_end], "<f4")
-        return reals.reshape(self.frames, self.frame_reals)
+        data = self.content[self.data_offset : self.data_end]
+        if self.storage == "real":
+            numbers = self.reals(data)
+        else:
+            numbers = np.frombuffer(data, f"{self.byte_order}i2").astype(np.float64)
+        return numbers.reshape(self.frames, self.frame_numbers)
 
     def numbered(self, path: str) -> list[tuple[str, Record]]:
         """The parameter and its continuations NAME2, NAME3, ... as far as they follow."""
