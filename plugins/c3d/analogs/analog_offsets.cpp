@@ -48,6 +48,11 @@ std::optional<word_sign> declared_sign(const parameter_table& parameters) {
     return std::nullopt;
 }
 
+analog_encoding analog_encoding_of(const parameter_table& parameters, sample_storage storage) {
+    const auto bits = parameters.count("ANALOG", "BITS");
+    return {storage, declared_sign(parameters), !bits || *bits == 0 || *bits >= 16};
+}
+
 offset_reading read_offset(std::int16_t word, const analog_encoding& encoding,
                            std::span<const float> samples) {
     const double as_signed = word;

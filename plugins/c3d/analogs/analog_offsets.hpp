@@ -19,6 +19,10 @@ struct analog_encoding {
     bool may_have_16_bits = true;      ///< ANALOG:BITS does not say less
 };
 
+/// As ANALOG says, in a file of that storage.
+[[nodiscard]] analog_encoding analog_encoding_of(const parameter_table& parameters,
+                                                 sample_storage storage);
+
 /// How the offset word of a channel is meant.
 struct offset_reading {
     double offset = 0.0;

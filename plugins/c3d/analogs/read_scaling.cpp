@@ -24,9 +24,7 @@ stored_scaling apply_scaling(std::span<strata::channel_buffer> channels,
     const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);
     const channel_entries offsets(parameters, "ANALOG", "OFFSET", single_value::of_all_channels);
-    const auto bits = parameters.count("ANALOG", "BITS");
-    const analog_encoding encoding{storage, declared_sign(parameters),
-                                   !bits || *bits == 0 || *bits >= 16};
+    const auto encoding = analog_encoding_of(parameters, storage);
     stored_scaling result;
     for (std::size_t i = 0; i < channels.size(); ++i) {
         auto& buffer = channels[i];
