@@ -34,6 +34,8 @@ inline py_ref to_result(strata::data_store acquisition) {
 
 inline py_ref to_result(strata::data_set set) { return wrap(std::move(set)); }
 
+template <typename Value> py_ref to_result(std::vector<Value> values);
+
 /// None for nothing.
 template <typename Value> py_ref to_result(std::optional<Value> value) {
     return value ? to_result(std::move(*value)) : py_ref::none();

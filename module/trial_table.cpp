@@ -14,6 +14,8 @@
 #include "api/devices/set_rotation.hpp"
 #include "api/devices/wrenches.hpp"
 #include "api/events/single_events.hpp"
+#include "api/metadata/entries.hpp"
+#include "api/metadata/entry_record.hpp"
 #include "api/points/residuals.hpp"
 #include "module/function_row.hpp"
 
@@ -51,6 +53,14 @@ PyMethodDef* trial_table() {
         trial_row<"platform_description", &devices::platform_description>(),
         trial_row<"platform_channels", &devices::platform_channels>(),
         trial_row<"platform_wrench", &devices::wrench_of_platform>(),
+        trial_row<"metadata_groups", &metadata::group_names>(),
+        trial_row<"metadata_entries", &metadata::entry_names>(),
+        trial_row<"metadata_entry", &metadata::entry_content>(),
+        trial_row<"metadata_record", &metadata::entry_record>(),
+        trial_row<"set_metadata_entry", &metadata::set_entry_content>(),
+        trial_row<"set_metadata_group", &metadata::set_group_content>(),
+        trial_row<"remove_metadata_group", &metadata::delete_group>(),
+        trial_row<"remove_metadata_entry", &metadata::delete_entry>(),
         trial_row<"rotation_labels", &devices::rotation_labels>(),
         trial_row<"rotation_ratio", &devices::rotation_ratio>(),
         trial_row<"rotation_samples", &devices::rotation_samples>(),

@@ -7,6 +7,8 @@
 // | metadata_path       | the entry that a script names         |
 // | info_record         | the new entry that a script describes |
 // | modify_metadata     | entries that are new, other or gone   |
+// | entries             | groups and entries, one by one        |
+// | entry_record        | what a file says of an entry, too     |
 // | analysis            | the group ANALYSIS                    |
 // | data_set_dictionary | a set as a dictionary                 |
 
