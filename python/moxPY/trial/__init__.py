@@ -18,6 +18,8 @@ platform       one force platform
 wrench         what a platform measured
 up_axis        which axis of the laboratory is the vertical one
 foot_contacts  when feet came down on a platform and left it
+metadata       the parameters of a file, in groups
+entry_values   what an entry of each type can hold
 rotations      rotations of segments
 verbs          what makes another trial of a trial, a file a verb
 display        how trials and their parts show themselves
@@ -34,6 +36,7 @@ from .channels import Analogs, Channels, Points
 from .cycles import Cycle
 from .events import Event, Events
 from .gaps import Gap
+from .metadata import Entry, Metadata, MetadataGroup
 from .normalize import MeanCycle
 from .platform import Platform
 from .platforms import Platforms
@@ -46,10 +49,13 @@ __all__ = [
     "Channel",
     "Channels",
     "Cycle",
+    "Entry",
     "Event",
     "Events",
     "Gap",
     "MeanCycle",
+    "Metadata",
+    "MetadataGroup",
     "Platform",
     "Platforms",
     "Points",

@@ -16,6 +16,7 @@ from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .display import trial_html, trial_repr
 from .events import Events
+from .metadata import Metadata
 from .platforms import Platforms
 from .rotations import Rotations
 from .samples import FloatArray, read_only
@@ -189,6 +190,11 @@ class Trial:
     to_pandas = to_pandas
     to_polars = to_polars
     to_xarray = to_xarray
+
+    @property
+    def metadata(self) -> Metadata:
+        """The metadata: the parameters of the file, in groups."""
+        return Metadata(self)
 
     @property
     def closed(self) -> bool:
