@@ -20,6 +20,7 @@ up_axis        which axis of the laboratory is the vertical one
 foot_contacts  when feet came down on a platform and left it
 metadata       the parameters of a file, in groups
 entry_values   what an entry of each type can hold
+analysis       single results that a file keeps
 rotations      rotations of segments
 verbs          what makes another trial of a trial, a file a verb
 display        how trials and their parts show themselves
@@ -31,6 +32,7 @@ runs           numeric work on runs of samples, so that gaps stay gaps
 
 from __future__ import annotations
 
+from .analysis import Analysis, AnalysisParameter
 from .channel import Channel
 from .channels import Analogs, Channels, Points
 from .cycles import Cycle
@@ -46,6 +48,8 @@ from .wrench import Wrench, WrenchUnits
 
 __all__ = [
     "Analogs",
+    "Analysis",
+    "AnalysisParameter",
     "Channel",
     "Channels",
     "Cycle",

@@ -9,6 +9,7 @@ import _moxPY
 import numpy as np
 
 from . import copying
+from .analysis import Analysis
 from .bridges.pandas import to_pandas
 from .bridges.polars import to_polars
 from .bridges.xarray import to_xarray
@@ -195,6 +196,11 @@ class Trial:
     def metadata(self) -> Metadata:
         """The metadata: the parameters of the file, in groups."""
         return Metadata(self)
+
+    @property
+    def analysis(self) -> Analysis:
+        """The analysis parameters, such as the cadence of each side."""
+        return Analysis(self)
 
     @property
     def closed(self) -> bool:
