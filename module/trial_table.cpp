@@ -45,6 +45,7 @@ PyMethodDef* trial_table() {
         trial_row<"set_kind_values", &channels::set_all_values>(),
         trial_row<"channel_residuals", &points::residuals>(),
         trial_row<"channel_cameras", &points::cameras>(),
+        trial_row<"carry_residuals", &points::carry_residuals>(),
         trial_row<"events", &events::list_events>(),
         trial_row<"append_event", &events::append_event>(),
         trial_row<"remove_event", &events::remove_event>(),

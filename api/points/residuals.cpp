@@ -2,6 +2,7 @@
 
 #include "api/points/residuals.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -24,22 +25,31 @@ namespace {
 constexpr int cameras_of_word = 7;
 constexpr float not_seen = -1.0F;
 
-/// The words of a point, one a frame: −1 where a coordinate is missing.
-std::vector<float> words_of(const strata::data_store& acquisition, const strata::data_set& point) {
-    if (components_of(channels::holder_of(acquisition, point)) != 3)
-        throw swig_error(error_code::value, "an analog channel has no residuals");
-    const auto frames = static_cast<std::uint64_t>(point.shape(false).dimensions().back());
-    auto words = read_vector<float>(point.retrieve_attribute(attribute::residuals));
-    words.resize(frames, 0.0F);
+std::uint64_t frames_of(const strata::data_set& point) {
+    return static_cast<std::uint64_t>(point.shape(false).dimensions().back());
+}
+
+/// Calls `visit` with the index of each frame in which a coordinate is missing.
+template <typename Visit> void for_each_missing(const strata::data_set& point, Visit visit) {
+    const auto frames = frames_of(point);
     std::vector<double> values(frames);
     for (std::uint64_t component = 0; component < 3; ++component) {
         if (!strata::read_strided(point, 0, component, 0, frames, values.data(), 1))
             throw_system_error("The samples of a point cannot be read");
         for (std::size_t i = 0; i < frames; ++i) {
             if (std::isnan(values[i]))
-                words[i] = not_seen;
+                visit(i);
         }
     }
+}
+
+/// The words of a point, one a frame: −1 where a coordinate is missing.
+std::vector<float> words_of(const strata::data_store& acquisition, const strata::data_set& point) {
+    if (components_of(channels::holder_of(acquisition, point)) != 3)
+        throw swig_error(error_code::value, "an analog channel has no residuals");
+    auto words = read_vector<float>(point.retrieve_attribute(attribute::residuals));
+    words.resize(frames_of(point), 0.0F);
+    for_each_missing(point, [&](std::size_t i) { words[i] = not_seen; });
     return words;
 }
 
@@ -95,6 +105,22 @@ py_ref cameras(strata::data_store acquisition, strata::data_set point) {
     }
     PyArray_CLEARFLAGS(array.array(), NPY_ARRAY_WRITEABLE);
     return array;
+}
+
+void carry_residuals(strata::data_store acquisition, strata::data_set point,
+                     strata::data_store source, strata::data_set original) {
+    auto words = words_of(source, original);
+    const bool has_words = original.exists_attribute(attribute::residuals);
+    if (!has_words || words.size() != words_of(acquisition, point).size())
+        return;
+    for (auto& word : words)
+        word = std::max(word, 0.0F);
+    for_each_missing(point, [&](std::size_t i) { words[i] = not_seen; });
+    if (point.exists_attribute(attribute::residuals))
+        point.delete_attribute(attribute::residuals);
+    const strata::data_shape shape({static_cast<std::int64_t>(words.size())}, false);
+    write_vector(point.create_attribute(attribute::residuals, shape, strata::data_type::float32),
+                 words);
 }
 
 } // namespace mox::points

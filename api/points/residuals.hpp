@@ -19,4 +19,10 @@ namespace mox::points {
 /// Whether each of the seven cameras saw the point, (frames, 7), not writable.
 [[nodiscard]] py_ref cameras(strata::data_store acquisition, strata::data_set point);
 
+/// Gives `point` the residuals and masks of `original`, which may be of another acquisition: where
+/// `point` is seen and `original` was not, it counts as computed. Nothing happens where `original`
+/// has none or another number of frames.
+void carry_residuals(strata::data_store acquisition, strata::data_set point,
+                     strata::data_store source, strata::data_set original);
+
 } // namespace mox::points

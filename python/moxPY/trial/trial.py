@@ -22,6 +22,8 @@ from .platforms import Platforms
 from .rotations import Rotations
 from .samples import FloatArray, read_only
 from .verbs.crop import crop
+from .verbs.fill_gaps import fill_gaps
+from .verbs.filter import filter
 from .verbs.resample import resample
 
 
@@ -170,6 +172,8 @@ class Trial:
 
     crop = crop
     resample = resample
+    fill_gaps = fill_gaps
+    filter = filter
 
     @property
     def events(self) -> Events:

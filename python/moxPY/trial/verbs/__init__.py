@@ -2,8 +2,10 @@
 
 Each is bound as a method of `Trial` and stands in the file of its name:
 
-========  ========================
-crop      a stretch of the frames
-resample  another rate
-========  ========================
+=========  ========================
+crop       a stretch of the frames
+resample   another rate
+fill_gaps  places for lost markers
+filter     slower or faster parts
+=========  ========================
 """
