@@ -142,6 +142,10 @@ inline constexpr char event_times[] = "EventTimes";       ///< float32, seconds
 inline constexpr char event_labels[] = "EventLabels";     ///< without padding
 inline constexpr char event_statuses[] = "EventStatuses"; ///< int32
 
+// Of the header of a copy that is being written: the form that the file shall have.
+inline constexpr char wanted_storage[] = "WantedStorage";     ///< "integer" or "real"
+inline constexpr char wanted_processor[] = "WantedProcessor"; ///< int32, as `processor`
+
 // Of an event's set.
 inline constexpr char event_context[] = "Context";
 inline constexpr char event_icons[] = "Icons"; ///< int32, shape {1}: the event's id

@@ -51,7 +51,8 @@ void write_samples(file_writer& target, const written_content& content) {
 }
 
 void write_rotations(file_writer& target, const written_content& content) {
-    write_rows(target, content.rotations.columns, content.rotations.rows);
+    write_rows(target, content.rotations.columns, content.rotations.rows,
+               content.frames.form.format);
     if (content.rotations.is_complete) // a reader would take padding for the rows that are missing
         target.pad_block();
 }

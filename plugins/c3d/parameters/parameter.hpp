@@ -21,6 +21,7 @@
 // | put_entries         | the same of a list with an entry for each channel             |
 // | standard_parameters | what every file should have, for one that was never read      |
 // | set_attributes      | label, unit and index of a set that is written                |
+// | written_form        | the processor and the storage that a file is written for      |
 // | write_section       | the tree as the bytes of a section                            |
 
 #pragma once

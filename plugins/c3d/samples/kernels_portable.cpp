@@ -10,6 +10,8 @@ decoder decoder_for(number_format format, sample_storage storage, word_sign sign
     return decoder_of<portable_lanes>(format, storage, sign);
 }
 
-encoder encoder_for_processor() noexcept { return encoder_of<portable_lanes>(); }
+encoder encoder_for(number_format format, sample_storage storage) noexcept {
+    return encoder_of<portable_lanes>(format, storage);
+}
 
 } // namespace c3d

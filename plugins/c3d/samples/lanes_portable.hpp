@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include "plugins/c3d/bytes/element_bytes.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/samples/decode_kernels.hpp"
 
@@ -84,12 +83,16 @@ struct portable_lanes {
         };
         values = {column(0), column(1), column(2), column(3)};
     }
-    // As the reals of an Intel file.
-    static void store_bytes(std::byte* target, const vector& values) noexcept {
+    template <number_format Format>
+    static void store_reals(std::byte* target, const vector& values) noexcept {
         for (std::size_t i = 0; i < 4; ++i)
-            put_real(target + 4 * i, values[i]);
+            write_real(Format, target + 4 * i, values[i]);
     }
-    static void store_real(std::byte* target, float value) noexcept { put_real(target, value); }
+    template <number_format Format>
+    static void store_words(std::byte* target, const vector& values) noexcept {
+        for (std::size_t i = 0; i < 4; ++i)
+            write_word(Format, target + 2 * i, nearest_word(values[i]));
+    }
 
   private:
     template <typename Function> static mask each(Function function) noexcept {

@@ -70,12 +70,23 @@ struct sse2_lanes {
     static void transpose(tile& values) noexcept {
         _MM_TRANSPOSE4_PS(values.first, values.second, values.third, values.fourth);
     }
-    // As the reals of an Intel file; addresses need no alignment.
-    static void store_bytes(std::byte* target, vector values) noexcept {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_castps_si128(values));
+    // Addresses need no alignment.
+    template <number_format Format>
+    static void store_reals(std::byte* target, vector values) noexcept {
+        auto bits = _mm_castps_si128(values);
+        if constexpr (Format == number_format::dec)
+            bits = words_swapped(vax_bits(values));
+        if constexpr (Format == number_format::mips)
+            bits = words_swapped(bytes_swapped(bits));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target), bits);
     }
-    static void store_real(std::byte* target, float value) noexcept {
-        std::memcpy(target, &value, sizeof value);
+    template <number_format Format>
+    static void store_words(std::byte* target, vector values) noexcept {
+        // Packing saturates numbers with a sign: that of the lower half keeps words without one.
+        const auto lower = _mm_srai_epi32(_mm_slli_epi32(_mm_cvtps_epi32(values), 16), 16);
+        const auto words = _mm_packs_epi32(lower, lower);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(target),
+                         Format == number_format::mips ? bytes_swapped(words) : words);
     }
 
   private:
@@ -92,6 +103,7 @@ struct sse2_lanes {
 
     static constexpr int all_exponent_bits = 0x7F800000;
     static constexpr int exponent_two = 0x01000000;
+    static constexpr int largest_vax_exponent = 0x7E800000; // 253: two more are 255
 
     /// decode_vax_bits for four numbers.
     static vector vax_reals(__m128i bits) noexcept {
@@ -104,6 +116,24 @@ struct sse2_lanes {
                                          _mm_set1_ps(std::numeric_limits<float>::quiet_NaN()));
         const auto rare = select(_mm_castsi128_ps(is_zero), reserved, tiny);
         return select(_mm_castsi128_ps(is_usual), usual, rare);
+    }
+
+    /// encode_vax_bits for four numbers.
+    static __m128i vax_bits(vector values) noexcept {
+        const auto all_bits = _mm_set1_epi32(all_exponent_bits);
+        const auto bits = _mm_castps_si128(values);
+        const auto exponents = _mm_and_si128(bits, all_bits);
+        const auto is_denormal = _mm_cmpeq_epi32(exponents, _mm_setzero_si128());
+        const auto is_too_large = _mm_cmpgt_epi32(exponents, _mm_set1_epi32(largest_vax_exponent));
+        const auto larger = _mm_castps_si128(_mm_mul_ps(values, _mm_set1_ps(4.0F)));
+        const auto is_nothing =
+            _mm_cmpeq_epi32(_mm_and_si128(larger, all_bits), _mm_setzero_si128());
+        const auto tiny = _mm_andnot_si128(is_nothing, larger);
+        const auto usual = _mm_add_epi32(bits, _mm_set1_epi32(exponent_two));
+        const auto held =
+            _mm_or_si128(_mm_and_si128(is_denormal, tiny), _mm_andnot_si128(is_denormal, usual));
+        const auto reserved = _mm_slli_epi32(is_too_large, 31);
+        return _mm_or_si128(reserved, _mm_andnot_si128(is_too_large, held));
     }
 
     template <number_format Format> static vector reals(const std::byte* row) noexcept {

@@ -31,6 +31,12 @@ sample_source::sample_source(const strata::channel_buffer& buffer, double diviso
     : buffer_(buffer), divisor_(divisor), shift_(shift),
       raw_(buffer.offset() == shift && buffer.factor() == divisor) {}
 
+sample_source sample_source::divided(double divisor) const {
+    sample_source result(buffer_, divisor, 0.0);
+    result.first_ = first_;
+    return result;
+}
+
 const float* sample_source::singles(std::size_t index, std::size_t count,
                                     float* scratch) const noexcept {
     const auto first = first_ + index;

@@ -23,6 +23,9 @@ class sample_source {
     /// The raw values of an analog channel.
     sample_source(const strata::channel_buffer& buffer, double divisor, double shift);
 
+    /// Of values: the same divided by `divisor`.
+    [[nodiscard]] sample_source divided(double divisor) const;
+
     /// `count` singles from `index` on: those of the store where they can be used as they are, else
     /// computed ones, for which `scratch` has room.
     [[nodiscard]] const float* singles(std::size_t index, std::size_t count,

@@ -1,6 +1,7 @@
 #include "plugins/c3d/samples/write_samples.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <memory>
 
@@ -24,11 +25,12 @@ std::size_t records_in_block(std::size_t record_bytes, std::uint64_t records) {
     return static_cast<std::size_t>(std::min<std::uint64_t>(wanted, records));
 }
 
-/// Columns that become rows of reals, wherever the rows lie.
+/// Columns that become rows of numbers, wherever the rows lie.
 class column_encoder {
   public:
-    column_encoder(std::span<const sample_source> columns, std::size_t most_rows)
-        : columns_(columns), encoder_(encoder_for_processor()) {
+    column_encoder(std::span<const sample_source> columns, written_form form, std::size_t most_rows)
+        : columns_(columns), encoder_(encoder_for(form.format, form.storage)),
+          sample_bytes_(form.sample_bytes()) {
         scratch_rows_ = std::min(most_rows, most_scratch_rows);
         scratch_.resize(4 * scratch_rows_);
     }
@@ -49,12 +51,13 @@ class column_encoder {
                 run.columns[i] = columns_[column + i].singles(first, rows.size(),
                                                               scratch_.data() + i * scratch_rows_);
             }
-            encoder_.columns(run, rows, 4 * column);
+            encoder_.columns(run, rows, sample_bytes_ * column);
         }
     }
 
     std::span<const sample_source> columns_;
     encoder encoder_;
+    std::size_t sample_bytes_;
     std::size_t scratch_rows_;
     std::vector<float> scratch_; // for four columns
 };
@@ -62,8 +65,10 @@ class column_encoder {
 /// Points that become records, a frame behind the other.
 class point_encoder {
   public:
-    point_encoder(std::span<const point_source> points, std::size_t most_frames)
-        : points_(points), encoder_(encoder_for_processor()), scratch_frames_(most_frames),
+    point_encoder(const frame_sources& sources, std::size_t most_frames)
+        : points_(sources.points), residual_factor_(sources.residual_factor),
+          encoder_(encoder_for(sources.form.format, sources.form.storage)),
+          record_bytes_(4 * sources.form.sample_bytes()), scratch_frames_(most_frames),
           scratch_(4 * most_frames), no_words_(most_frames) {}
 
     void encode(std::size_t first, std::size_t frames, std::byte* to, std::size_t frame_bytes) {
@@ -77,25 +82,22 @@ class point_encoder {
             };
             const auto& [x, y, z] = point.coordinates;
             const auto* words = point.words ? column(*point.words, 3) : no_words_.data();
+            if (point.words && residual_factor_ != 1.0) {
+                auto* const rescaled = scratch_.data() + 3 * scratch_frames_;
+                rescale_residuals({words, frames}, residual_factor_, rescaled);
+                words = rescaled;
+            }
             encoder_.points({{column(x, 0), column(y, 1), column(z, 2)}, words, frames}, to,
                             frame_bytes);
-            to += 16;
+            to += record_bytes_;
         }
     }
 
   private:
-    /// A coordinate must not become invalid because it is too large.
-    static void require_singles(const point_source& point, const sample_source& source,
-                                std::size_t first, std::span<const float> computed) {
-        if (const auto at = source.first_overflow(first, computed)) {
-            throw export_error("the point '{}' has a coordinate in frame {} that is too large for "
-                               "a C3D file, which holds numbers up to 3.4e38",
-                               point.name, first + *at + 1);
-        }
-    }
-
     std::span<const point_source> points_;
+    double residual_factor_;
     encoder encoder_;
+    std::size_t record_bytes_;
     std::size_t scratch_frames_;
     std::vector<float> scratch_;  // for three coordinates and the fourth words
     std::vector<float> no_words_; // zeros
@@ -103,24 +105,49 @@ class point_encoder {
 
 } // namespace
 
+void require_singles(const point_source& point, const sample_source& coordinate, std::size_t first,
+                     std::span<const float> singles) {
+    // A coordinate must not become invalid because it is too large.
+    if (const auto at = coordinate.first_overflow(first, singles)) {
+        throw export_error("the point '{}' has a coordinate in frame {} that is too large for "
+                           "a C3D file, which holds numbers up to 3.4e38",
+                           point.name, first + *at + 1);
+    }
+}
+
+void rescale_residuals(std::span<const float> words, double factor, float* to) noexcept {
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (!(words[i] >= 0.0F && words[i] < 32768.0F)) { // of no valid sample
+            to[i] = words[i];
+            continue;
+        }
+        const auto cameras = std::floor(words[i] / 256.0F);
+        const auto residual = static_cast<double>(words[i] - 256.0F * cameras);
+        to[i] =
+            256.0F * cameras + static_cast<float>(std::min(std::round(residual * factor), 255.0));
+    }
+}
+
 void write_frames(file_writer& target, const frame_sources& sources) {
     const auto frame_bytes = sources.frame_bytes();
     if (frame_bytes == 0 || sources.frames == 0)
         return;
     const auto block_frames = records_in_block(frame_bytes, sources.frames);
     const auto samples = static_cast<std::size_t>(sources.samples_per_frame);
+    const auto sample_bytes = sources.form.sample_bytes();
     const auto block = std::make_unique_for_overwrite<std::byte[]>(block_frames * frame_bytes);
     // Every block is assembled in the same memory, so its rows are the same, too.
     std::vector<std::byte*> rows;
     if (!sources.channels.empty()) {
         for (std::size_t frame = 0; frame < block_frames; ++frame) {
-            auto* row = block.get() + frame * frame_bytes + 16 * sources.points.size();
+            auto* row =
+                block.get() + frame * frame_bytes + 4 * sample_bytes * sources.points.size();
             for (std::size_t i = 0; i < samples; ++i)
-                rows.push_back(row + i * 4 * sources.channels.size());
+                rows.push_back(row + i * sample_bytes * sources.channels.size());
         }
     }
-    point_encoder points(sources.points, block_frames);
-    column_encoder channels(sources.channels, rows.size());
+    point_encoder points(sources, block_frames);
+    column_encoder channels(sources.channels, sources.form, rows.size());
     for (std::uint64_t done = 0; done < sources.frames; done += block_frames) {
         const auto first = static_cast<std::size_t>(done);
         const auto frames =
@@ -132,7 +159,8 @@ void write_frames(file_writer& target, const frame_sources& sources) {
     }
 }
 
-void write_rows(file_writer& target, std::span<const sample_source> columns, std::uint64_t rows) {
+void write_rows(file_writer& target, std::span<const sample_source> columns, std::uint64_t rows,
+                number_format format) {
     const auto row_bytes = 4 * columns.size();
     if (row_bytes == 0 || rows == 0)
         return;
@@ -142,7 +170,7 @@ void write_rows(file_writer& target, std::span<const sample_source> columns, std
     places.reserve(block_rows);
     for (std::size_t i = 0; i < block_rows; ++i)
         places.push_back(block.get() + i * row_bytes);
-    column_encoder encoder(columns, block_rows);
+    column_encoder encoder(columns, {format, sample_storage::real}, block_rows);
     for (std::uint64_t done = 0; done < rows; done += block_rows) {
         const auto count =
             static_cast<std::size_t>(std::min<std::uint64_t>(block_rows, rows - done));
