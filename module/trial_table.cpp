@@ -2,6 +2,7 @@
 
 #include "module/trial_table.hpp"
 
+#include "acquisition/files/read_trial.hpp"
 #include "acquisition/new_acquisition.hpp"
 #include "acquisition/time_base/crop_acquisition.hpp"
 #include "acquisition/time_base/set_sampling.hpp"
@@ -24,6 +25,10 @@ namespace mox {
 PyMethodDef* trial_table() {
     // clang-format off
     static PyMethodDef table[] = {
+        trial_row<"read_file", &reading::read_file>(),
+        trial_row<"read_bytes", &reading::read_bytes>(),
+        trial_row<"warnings", &reading::warnings>(),
+        trial_row<"source", &reading::source>(),
         trial_row<"copy", &lifecycle::copy>(),
         trial_row<"crop", &sampling::crop>(),
         trial_row<"set_time_base", &sampling::set_time_base>(),

@@ -124,6 +124,10 @@ inline constexpr char scales[] = "Scales";                ///< float32
 inline constexpr char ratio[] = "Ratio";                  ///< int32: rows of rotations in a frame
 inline constexpr char split_channels[] = "SplitChannels"; ///< int64: how many became sets
 
+// Of the root: where the acquisition comes from. No file gets them.
+inline constexpr char source_path[] = "SourcePath"; ///< the absolute path of the file that was read
+inline constexpr char warnings[] = "Warnings";      ///< what was odd about it, where anything was
+
 // Of the header.
 inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32
 inline constexpr char interpolation_gap[] = "PointMaximumInterpolationGap";             ///< int32

@@ -6,15 +6,29 @@
 
 namespace mox {
 
+namespace {
+
+std::string text_of(const py_ref& bytes) {
+    return {PyBytes_AS_STRING(bytes.get()),
+            static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
+}
+
+} // namespace
+
 std::string path_argument(PyObject* path) {
     if (!PyUnicode_Check(path)) {
         throw swig_error(error_code::type,
                          "Invalid call! The given path is not a str, maybe try to explicitly "
                          "convert your object to one.");
     }
-    const auto bytes = py_ref::checked(PyUnicode_EncodeFSDefault(path));
-    return {PyBytes_AS_STRING(bytes.get()),
-            static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
+    return text_of(py_ref::checked(PyUnicode_EncodeFSDefault(path)));
+}
+
+std::string bytes_of_path(PyObject* path) {
+    PyObject* converted = nullptr;
+    if (PyUnicode_FSConverter(path, &converted) == 0)
+        throw python_error{};
+    return text_of(py_ref::steal(converted));
 }
 
 void throw_failure(const anvil::status& status, const std::string& introduction) {

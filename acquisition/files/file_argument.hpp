@@ -12,6 +12,9 @@ namespace mox {
 /// str.
 [[nodiscard]] std::string path_argument(PyObject* path);
 
+/// The same of a str, bytes or an os.PathLike. TypeError for any other, ValueError for a NUL in it.
+[[nodiscard]] std::string bytes_of_path(PyObject* path);
+
 /// Raises the failure of an import or export: `introduction` and its messages, each but the first
 /// on a line of its own behind a tab and a dash. MemoryError when memory was short, else
 /// RuntimeError.

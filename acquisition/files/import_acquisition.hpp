@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include <anvil/io_device.hpp>
 #include <anvil/status.hpp>
 #include <strata/data_store.hpp>
@@ -8,14 +10,17 @@ namespace mox {
 
 /// What an import gave.
 struct imported {
+    bool accepted = false;          ///< whether there is an importer for such content
     anvil::status status;           ///< of the importer; its messages name the device
     strata::data_store acquisition; ///< only when the status is a success
 };
 
 /// A new acquisition with what `device`, which is open, holds. The importer is chosen by the
-/// content. Throws as shape_imported_layout does.
+/// content. The acquisition keeps what was odd, and `path` when the device is the file of that path
+/// (source_record.hpp). Throws as shape_imported_layout does.
 ///
 /// Needs no interpreter, and threads may import at once: nobody else sees the acquisition yet.
-[[nodiscard]] imported import_acquisition(anvil::io_device& device);
+[[nodiscard]] imported import_acquisition(anvil::io_device& device,
+                                          const std::filesystem::path& path = {});
 
 } // namespace mox

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <strata/callable_builder.hpp>
 
+#include "acquisition/files/source_record.hpp"
 #include "schema/computations.hpp"
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
@@ -77,17 +78,19 @@ void create_point_group_without_channels(strata::data_group root, const schema::
     write_or_create(group, attribute::device_type, std::string(schema::device::mocap));
 }
 
-void log_missing(std::string_view what, std::string_view reason) {
-    log_store_failure(fmt::format("Reading goes on without {}: {}", what, reason));
+void note_missing(const strata::data_group& root, std::string_view what, std::string_view reason) {
+    const auto text = fmt::format("Reading goes on without {}: {}", what, reason);
+    log_store_failure(text);
+    add_warning(root, text);
 }
 
 /// Evaluates a step that never fails the reading: `what` it should have made is missing then, and
-/// the log says so. False when it failed.
-bool evaluate_or_log(const strata::data_group& root, std::string_view what,
-                     const anvil::json& parameters) {
+/// log and acquisition say so. False when it failed.
+bool evaluate_or_note(const strata::data_group& root, std::string_view what,
+                      const anvil::json& parameters) {
     const auto status = evaluate(root, parameters);
     if (!status)
-        log_missing(what, status.message("; "));
+        note_missing(root, what, status.message("; "));
     return static_cast<bool>(status);
 }
 
@@ -105,7 +108,7 @@ bool split_points_of_kind(strata::data_group root, const schema::point_kind& kin
                                       {attribute::labels, attribute::label},
                                       {attribute::descriptions, attribute::description}}}};
     const auto what = fmt::format("the points of '{}'", kind.path);
-    const bool done = labels.empty() || evaluate_or_log(root, what, parameters);
+    const bool done = labels.empty() || evaluate_or_note(root, what, parameters);
     if (labels.empty() || !root.exists_group(kind.path)) {
         create_point_group_without_channels(root, kind, points);
         return done;
@@ -130,23 +133,24 @@ void split_points(const strata::data_group& root) {
             split += labels.size();
     }
     if (const auto all = schema::raw_channels(points); known < all)
-        log_missing(fmt::format("{} points", all - known), "their type is none of the five kinds");
+        note_missing(root, fmt::format("{} points", all - known),
+                     "their type is none of the five kinds");
     schema::record_split(points, split);
 }
 
 void split_analogs(const strata::data_group& root) {
-    const bool done = evaluate_or_log(root, "the analog channels",
-                                      {{"callable_unit", schema::computation::split_set},
-                                       {argument::source_set, schema::analogs},
-                                       {argument::destination_group, schema::analogs_export},
-                                       {argument::attributes_split,
-                                        {{attribute::units, attribute::unit},
-                                         {attribute::gain, attribute::gain},
-                                         {attribute::scales, attribute::scale},
-                                         {attribute::offsets, attribute::offset},
-                                         {attribute::descriptions, attribute::description},
-                                         {attribute::labels, attribute::label},
-                                         {attribute::types, attribute::metric_type}}}});
+    const bool done = evaluate_or_note(root, "the analog channels",
+                                       {{"callable_unit", schema::computation::split_set},
+                                        {argument::source_set, schema::analogs},
+                                        {argument::destination_group, schema::analogs_export},
+                                        {argument::attributes_split,
+                                         {{attribute::units, attribute::unit},
+                                          {attribute::gain, attribute::gain},
+                                          {attribute::scales, attribute::scale},
+                                          {attribute::offsets, attribute::offset},
+                                          {attribute::descriptions, attribute::description},
+                                          {attribute::labels, attribute::label},
+                                          {attribute::types, attribute::metric_type}}}});
     if (root.exists_set(schema::analogs)) {
         const auto channels = root.retrieve_set(schema::analogs);
         schema::record_split(channels, done ? schema::raw_channels(channels) : 0);
@@ -167,11 +171,11 @@ void detect_rotations(const strata::data_group& root) {
 }
 
 void detect_events(const strata::data_group& root) {
-    (void)evaluate_or_log(root, "the events",
-                          {{"callable_unit", schema::computation::detect_events},
-                           {argument::source_group, ""},
-                           {argument::destination_group, schema::events},
-                           {argument::part_separator, "_"}});
+    (void)evaluate_or_note(root, "the events",
+                           {{"callable_unit", schema::computation::detect_events},
+                            {argument::source_group, ""},
+                            {argument::destination_group, schema::events},
+                            {argument::part_separator, "_"}});
     if (root.exists_group(schema::events)) {
         write_or_create(root.retrieve_group(schema::events), attribute::device_type,
                         std::string(schema::device::event_to_export));

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <anvil/io_file.hpp>
+#include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
 #include "acquisition/files/canonical_path.hpp"
@@ -23,7 +24,7 @@ strata::data_store read_acquisition(PyObject* path) {
     if (!file.is_open())
         throw_runtime_error(fmt::format("Impossible to open in read mode the file '{}'", name));
 
-    auto [status, acquisition] = import_acquisition(file);
+    auto [accepted, status, acquisition] = import_acquisition(file, anvil::path_from_text(name));
     if (!status)
         throw_failure(status);
     return std::move(acquisition);

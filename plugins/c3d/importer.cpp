@@ -17,6 +17,7 @@
 #include "plugins/c3d/rotations/read_rotations.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
 #include "schema/names.hpp"
+#include "schema/write_attribute.hpp"
 
 namespace c3d {
 
@@ -82,6 +83,8 @@ void create_tree(strata::data_group& target, file_content content, warnings& not
     }
     create_metadata(format, file.parameters, names, file.size, notes);
     create_header_group(format, file, content.layout, names);
+    if (const auto lines = notes.lines(); !lines.empty())
+        schema::write_texts(target, schema::attribute::warnings, lines);
 }
 
 } // namespace

@@ -1,4 +1,11 @@
-"""Motion-capture acquisitions as NumPy arrays.
+"""Motion-capture acquisitions as objects and as NumPy arrays.
+
+    import moxPY as mox
+
+    trial = mox.read("walk.c3d")
+    trial.markers["LASI"].values
+
+`read` opens a file as a `Trial`. The functions see the same acquisitions, and take a trial as well:
 
     from moxPY import *
 
@@ -16,16 +23,120 @@ true of all of them:
 - Counts and frame numbers are floats.
 """
 
-# ruff: noqa: F403 -- the functions say themselves what they offer
-
-from typing import TYPE_CHECKING
+# ruff: noqa: F403, F405 -- the functions say themselves what they offer
 
 from . import functions
 from .acquisition import data_store as data_store
 from .functions import *
+from .trial import Channel as Channel
+from .trial import Gap as Gap
+from .trial import Trial as Trial
+from .trial import TrialWarning as TrialWarning
+from .trial import read as read
 
 __version__ = functions.moxGetVersion()
 
-# As in `functions`: a list for the interpreter, which type checkers do without.
-if not TYPE_CHECKING:
-    __all__ = ["data_store", *functions.__all__]
+# What a star import gives: the functions and their handle, in words, for type checkers do not run
+# anything. The names of the object view are common ones, which a script may have itself.
+__all__ = [
+    "data_store",
+    "moxAppendAnalog",
+    "moxAppendAnalysisParameter",
+    "moxAppendEvent",
+    "moxAppendMetaData",
+    "moxAppendPoint",
+    "moxClearAnalogs",
+    "moxClearAnalysis",
+    "moxClearEvents",
+    "moxClearMetaData",
+    "moxClearPoints",
+    "moxCloseAcquisition",
+    "moxDeleteAcquisition",
+    "moxFindMetaData",
+    "moxGetAnalog",
+    "moxGetAnalogFrameNumber",
+    "moxGetAnalogFrequency",
+    "moxGetAnalogNumber",
+    "moxGetAnalogResolution",
+    "moxGetAnalogSampleNumberPerFrame",
+    "moxGetAnalogs",
+    "moxGetAnalogsValues",
+    "moxGetAnalysis",
+    "moxGetAngles",
+    "moxGetAnglesValues",
+    "moxGetEventNumber",
+    "moxGetEvents",
+    "moxGetEventsValues",
+    "moxGetFirstFrame",
+    "moxGetForcePlatformWrenches",
+    "moxGetForcePlatforms",
+    "moxGetForces",
+    "moxGetForcesValues",
+    "moxGetGroundReactionWrenches",
+    "moxGetLastFrame",
+    "moxGetMarkers",
+    "moxGetMarkersValues",
+    "moxGetMaxInterpolationGap",
+    "moxGetMetaData",
+    "moxGetMoments",
+    "moxGetMomentsValues",
+    "moxGetPoint",
+    "moxGetPointFrameNumber",
+    "moxGetPointFrequency",
+    "moxGetPointNumber",
+    "moxGetPoints",
+    "moxGetPointsUnit",
+    "moxGetPointsValues",
+    "moxGetPowers",
+    "moxGetPowersValues",
+    "moxGetRotation",
+    "moxGetRotations",
+    "moxGetVersion",
+    "moxMetaDataInfo",
+    "moxNewAcquisition",
+    "moxReadAcquisition",
+    "moxRemoveAnalog",
+    "moxRemoveAnalysisParameter",
+    "moxRemoveMetaData",
+    "moxRemovePoint",
+    "moxSetAnalogDescription",
+    "moxSetAnalogGain",
+    "moxSetAnalogLabel",
+    "moxSetAnalogNumber",
+    "moxSetAnalogOffset",
+    "moxSetAnalogResolution",
+    "moxSetAnalogSampleNumberPerFrame",
+    "moxSetAnalogScale",
+    "moxSetAnalogUnit",
+    "moxSetAnalogValues",
+    "moxSetAnalogsValues",
+    "moxSetAnglesValues",
+    "moxSetEventDescription",
+    "moxSetEventId",
+    "moxSetEventLabel",
+    "moxSetEventSubject",
+    "moxSetEventTime",
+    "moxSetFirstFrame",
+    "moxSetForcesValues",
+    "moxSetFrameNumber",
+    "moxSetFrequency",
+    "moxSetMarkersValues",
+    "moxSetMaxInterpolationGap",
+    "moxSetMetaData",
+    "moxSetMetaDataDescription",
+    "moxSetMetaDataDimensions",
+    "moxSetMetaDataFormat",
+    "moxSetMetaDataValue",
+    "moxSetMomentsValues",
+    "moxSetPointDescription",
+    "moxSetPointLabel",
+    "moxSetPointNumber",
+    "moxSetPointType",
+    "moxSetPointValues",
+    "moxSetPointsUnit",
+    "moxSetPointsValues",
+    "moxSetPowersValues",
+    "moxWriteAcquisition",
+    "reload",
+    "unload",
+]

@@ -31,19 +31,20 @@ void warnings::add_all(const warnings& others) {
     left_out_ += others.left_out_;
 }
 
+std::vector<std::string> warnings::lines() const {
+    auto lines = texts_;
+    if (left_out_ != 0)
+        lines.push_back(fmt::format("{} more warnings left out", left_out_));
+    return lines;
+}
+
 void warnings::log(const std::string& file_name) const {
-    if (texts_.empty())
-        return;
     const auto logger = get_strata_logger();
     if (!logger)
         return;
-    for (const auto& text : texts_) {
+    for (const auto& line : lines()) {
         anvil::log_line(*logger, anvil::log_level::warning,
-                        fmt::format("'{}': {}", file_name, text));
-    }
-    if (left_out_ != 0) {
-        anvil::log_line(*logger, anvil::log_level::warning,
-                        fmt::format("'{}': {} more warnings left out", file_name, left_out_));
+                        fmt::format("'{}': {}", file_name, line));
     }
 }
 

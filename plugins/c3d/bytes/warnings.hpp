@@ -22,7 +22,10 @@ class warnings {
 
     [[nodiscard]] const std::vector<std::string>& texts() const noexcept { return texts_; }
 
-    /// Hands the texts to the store's logger, each with the name of the file.
+    /// The texts, and last how many more there were.
+    [[nodiscard]] std::vector<std::string> lines() const;
+
+    /// Hands the lines to the store's logger, each with the name of the file.
     void log(const std::string& file_name) const;
 
   private:

@@ -28,6 +28,25 @@ bridges        data frames and data sets of other packages
 extras         packages that a user may not have
 runs           numeric work on runs of samples, so that gaps stay gaps
 =============  =================================================================
+===============  =================================================================
+trial            `Trial` itself: what it is made from, its clock, its parts
+channels         mappings of labels: markers, angles …, analog channels
+channel          one channel and its samples
+samples          what counts as samples when something is assigned
+gaps             runs of frames in which a point was not seen
+copying          a trial like another one
+reading          opening files
+foreign_content  what a file is that is no C3D file
+events           instants such as foot strikes
+cycles           stretches from an event to the next one of its side
+normalize        samples over the course of cycles
+platforms        the force platforms of a trial
+platform         one force platform
+wrench           what a platform measured
+up_axis          which axis of the laboratory is the vertical one
+foot_contacts    when feet came down on a platform and left it
+rotations        rotations of segments
+===============  =================================================================
 """
 
 from __future__ import annotations
@@ -42,6 +61,7 @@ from .metadata import Entry, Metadata, MetadataGroup
 from .normalize import MeanCycle
 from .platform import Platform
 from .platforms import Platforms
+from .reading import TrialWarning, read
 from .rotations import Rotations
 from .trial import Trial
 from .wrench import Wrench, WrenchUnits
@@ -65,6 +85,8 @@ __all__ = [
     "Points",
     "Rotations",
     "Trial",
+    "TrialWarning",
     "Wrench",
     "WrenchUnits",
+    "read",
 ]

@@ -2,11 +2,13 @@
 
 from __future__ import annotations
 
+from pathlib import Path
 from types import TracebackType
 from typing import Any, Self
 
 import _moxPY
 import numpy as np
+from _moxPY import trial as calls
 
 from . import copying
 from .analysis import Analysis
@@ -174,6 +176,18 @@ class Trial:
     resample = resample
     fill_gaps = fill_gaps
     filter = filter
+
+    @property
+    def warnings(self) -> list[str]:
+        """What was odd about the file that the trial was read from, in whatever way it was; a copy
+        keeps it, a file that is written does not get it."""
+        return calls.warnings(self)
+
+    @property
+    def path(self) -> Path | None:
+        """The absolute path of the file that the trial was read from; None where there was none."""
+        path, _, _ = calls.source(self)
+        return None if path is None else Path(path)
 
     @property
     def events(self) -> Events:

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import builtins
 import inspect
 import re
 import tomllib
@@ -11,6 +12,7 @@ from typing import Any
 import _moxPY
 import moxPY
 import pytest
+from moxPY import trial
 
 REPOSITORY = Path(__file__).resolve().parents[3]
 
@@ -43,6 +45,10 @@ def test_the_face_names_every_function_of_the_table():
     assert sorted(face()) == sorted(set(table()) - PLUMBING)
 
 
+def test_the_list_of_names_is_that_of_the_families():
+    assert moxPY.__all__ == sorted(["data_store", *moxPY.functions.__all__])
+
+
 def test_no_name_is_offered_twice():
     assert len(moxPY.__all__) == len(set(moxPY.__all__))
 
@@ -50,7 +56,17 @@ def test_no_name_is_offered_twice():
 def test_a_star_import_gives_all_functions():
     names: dict[str, Any] = {}
     exec("from moxPY import *", names)
-    assert set(moxPY.__all__) <= set(names)
+    assert set(moxPY.__all__) == set(names) - {"__builtins__"}
+
+
+def test_a_star_import_hides_no_builtin():
+    assert set(moxPY.__all__) & set(dir(builtins)) == set()
+
+
+def test_the_object_view_is_offered_by_name():
+    assert [moxPY.read, moxPY.Trial, moxPY.Channel, moxPY.Gap, moxPY.TrialWarning] == [
+        trial.read, trial.Trial, trial.Channel, trial.Gap, trial.TrialWarning,
+    ]  # fmt: skip
 
 
 @faces

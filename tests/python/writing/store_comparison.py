@@ -10,11 +10,11 @@ import _mox_probe as probe
 import numpy as np
 from numpy.typing import NDArray
 
-# What a file of another number format, storage and length says of itself.
+# What a file of another path, number format, storage and length says of itself.
 ALWAYS_NEW = (
     "Format/Header@Processor", "Format/Header@Storage", "Format/Header@SectionHead",
     "Format/Header@Block", "Format/Metadata/POINT@DATA_START", "Format/Metadata/POINT@SCALE",
-    "Format/Metadata/ROTATION@DATA_START",
+    "Format/Metadata/ROTATION@DATA_START", "@SourcePath", "@Warnings",
 )  # fmt: skip
 
 

@@ -21,6 +21,9 @@ class STRATA_EXPORT data_importer {
     data_importer(anvil::io_device* device, const std::string& plugin_id);
     ~data_importer();
 
+    /// Whether an importer was found.
+    [[nodiscard]] bool is_accepted() const noexcept { return static_cast<bool>(importer_); }
+
     /// Fills `target` from the device. Fails when no importer was found, when the importer fails or
     /// throws; what was created in `target` until then stays.
     [[nodiscard]] anvil::status read(data_group target);

@@ -1,0 +1,134 @@
+"""Opening files: `moxPY.read`."""
+
+from __future__ import annotations
+
+import os
+import warnings
+from typing import Any, Literal, Protocol, TypeAlias
+
+from _moxPY import trial as calls
+
+from .foreign_content import looks_like
+from .trial import Trial
+
+PathLike: TypeAlias = str | os.PathLike[str] | os.PathLike[bytes]
+BytesLike: TypeAlias = bytes | bytearray | memoryview
+
+ODD = ("warn", "ignore", "raise")
+# No file is known to be another one after more bytes than these.
+START = 4096
+
+
+class Readable(Protocol):
+    """A binary file object, at least as far as reading needs it."""
+
+    def read(self) -> bytes: ...
+
+
+class TrialWarning(UserWarning):
+    """Something odd about a file, and how it was read all the same."""
+
+
+def read(
+    source: PathLike | BytesLike | Readable,
+    *,
+    odd: Literal["warn", "ignore", "raise"] = "warn",
+) -> Trial:
+    """Open a C3D file.
+
+    Parameters
+    ----------
+    source : str, os.PathLike, bytes-like or binary file object
+        The path of a file, the content of one, or an open file, which is read from where it is to
+        its end.
+    odd : {"warn", "ignore", "raise"}
+        What happens when something about the file is odd, though it can be read: it was cut short,
+        say, or header and parameters contradict each other. `Trial.warnings` has the texts in any
+        case.
+
+    Returns
+    -------
+    Trial
+        The recording; as a context manager it frees the memory when the block is left.
+
+    Raises
+    ------
+    FileNotFoundError, IsADirectoryError, PermissionError, OSError
+        The system does not let the file be read.
+    ValueError
+        It is no C3D file, or one that is damaged beyond reading. The text says what the content
+        looks like, or at which byte what was expected. Also for another `odd`.
+    TypeError
+        `source` is nothing that a trial could be read from.
+    TrialWarning
+        Something is odd and `odd` is "raise".
+    MemoryError
+        The samples do not fit into memory.
+
+    Notes
+    -----
+    Threads that read files do not wait for each other.
+
+    Examples
+    --------
+    >>> import moxPY as mox
+    >>> trial = mox.read(path)
+    >>> trial.frames, trial.rate
+    (360, 100.0)
+    >>> with open(path, "rb") as file:
+    ...     len(mox.read(file).markers)
+    40
+    """
+    if odd not in ODD:
+        raise ValueError(f"odd is 'warn', 'ignore' or 'raise', not {odd!r}")
+    trial, name = _opened(source)
+    if odd != "ignore" and (texts := trial.warnings):
+        _tell(texts, name, odd)
+    return trial
+
+
+def _opened(source: Any) -> tuple[Trial, str]:
+    """The trial and what messages call its source."""
+    if isinstance(source, str | os.PathLike):
+        name = os.fsdecode(source)
+        handle = calls.read_file(source)
+        if handle is None:
+            with open(source, "rb") as file:  # noqa: PTH123 -- bytes are paths too
+                raise _foreign(name, file.read(START))
+        return Trial.of(handle), name
+    content, name = _content_of(source)
+    handle = calls.read_bytes(content, name)
+    if handle is None:
+        raise _foreign(name, bytes(memoryview(content).cast("B")[:START]))
+    return Trial.of(handle), name
+
+
+def _content_of(source: Any) -> tuple[BytesLike, str]:
+    read_all = getattr(source, "read", None)
+    if read_all is not None:
+        content = read_all()
+        if isinstance(content, str):
+            raise TypeError("a trial is read from a binary file object, this one gives text")
+        name = getattr(source, "name", None)
+        source, shown = content, name if isinstance(name, str) else "<file>"
+    else:
+        shown = "<bytes>"
+    try:
+        view = memoryview(source)
+    except TypeError:
+        raise TypeError(
+            "a trial is read from a path, from bytes or from a binary file object, not from "
+            f"{type(source).__name__}"
+        ) from None
+    return (view if view.c_contiguous else bytes(view)), shown
+
+
+def _foreign(name: str, start: bytes) -> ValueError:
+    return ValueError(f"'{name}': not a C3D file: {looks_like(start)}")
+
+
+def _tell(texts: list[str], name: str, odd: str) -> None:
+    if odd == "raise":
+        raise TrialWarning("\n".join(f"'{name}': {text}" for text in texts))
+    for text in texts:
+        warnings.warn(f"'{name}': {text}", TrialWarning, stacklevel=3)
