@@ -42,7 +42,9 @@ file_head make_head(written_content& content, const section_places& places,
     if (places.rotations != 0)
         put_block(tree.reach("ROTATION"), "DATA_START", places.rotations);
     content.header.data_start = places.data;
-    return {header_block_of(content.header, format), section_bytes(tree, content.mark)};
+    const auto numbers = content.frames.form.format;
+    return {header_block_of(content.header, format, numbers),
+            section_bytes(tree, content.mark, numbers)};
 }
 
 void write_samples(file_writer& target, const written_content& content) {

@@ -8,10 +8,11 @@
 
 namespace c3d {
 
-/// Writes an acquisition as a C3D file with Intel numbers and real samples: the points of the five
-/// groups below `Format/Data`, the analog channels of `AnalogsExport`, the rotations, the events of
-/// `Format/Events`, and the parameters of `Format/Metadata`, of which those that describe the
-/// samples are made to fit them.
+/// Writes an acquisition as a C3D file: the points of the five groups below `Format/Data`, the
+/// analog channels of `AnalogsExport`, the rotations, the events of `Format/Events`, and the
+/// parameters of `Format/Metadata`, of which those that describe the samples are made to fit them.
+/// Numbers are Intel's and samples reals unless `Format/Header` asks for another form, by
+/// `WantedProcessor` and `WantedStorage`.
 ///
 /// Nothing is changed in the acquisition. What is written otherwise than the acquisition says goes
 /// to the store's log. A failure names the parameter and the limit of the format, in which case

@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "plugins/c3d/bytes/element_bytes.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/header_attribute.hpp"
 #include "schema/names.hpp"
@@ -18,12 +18,16 @@ namespace {
 
 class block_writer {
   public:
-    explicit block_writer(header_block& block) noexcept : block_(block) {}
+    block_writer(header_block& block, number_format numbers) noexcept
+        : block_(block), numbers_(numbers) {}
 
     void word(std::size_t number, std::uint64_t value) noexcept {
-        put_word(block_.data() + header_place::word(number), static_cast<unsigned>(value));
+        write_word(numbers_, block_.data() + header_place::word(number),
+                   static_cast<std::uint16_t>(value));
     }
-    void real(std::size_t place, float value) noexcept { put_real(block_.data() + place, value); }
+    void real(std::size_t place, float value) noexcept {
+        write_real(numbers_, block_.data() + place, value);
+    }
     void byte(std::size_t place, unsigned value) noexcept {
         block_[place] = static_cast<std::byte>(value);
     }
@@ -34,6 +38,7 @@ class block_writer {
 
   private:
     header_block& block_;
+    number_format numbers_;
 };
 
 void keep_reserved(header_block& block, const strata::data_group& format) {
@@ -57,10 +62,11 @@ void write_events(block_writer& writer, const std::vector<header_event>& events)
 
 } // namespace
 
-header_block header_block_of(const header_content& content, const strata::data_group& format) {
+header_block header_block_of(const header_content& content, const strata::data_group& format,
+                             number_format numbers) {
     header_block block{};
     keep_reserved(block, format);
-    block_writer writer(block);
+    block_writer writer(block, numbers);
     const auto [first, last] = header_range_of(content.range);
     writer.byte(0, 2);
     writer.byte(1, 80);

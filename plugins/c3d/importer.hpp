@@ -16,6 +16,7 @@
 // | exporter        | an acquisition becomes a file as a whole                      |
 // | require_split   | refuses to write what would lose channels                     |
 // | written_content | all that a file is made of, before any of it is written       |
+// | dec_range       | refuses numbers that reals of DEC files cannot hold           |
 // | header_block    | the header of a file that is written                          |
 // | section_places  | the blocks where samples and rotations begin                  |
 // | plugin          | what the plugin offers                                        |

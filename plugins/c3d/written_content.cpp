@@ -13,6 +13,7 @@
 #include "plugins/c3d/analogs/analog_columns.hpp"
 #include "plugins/c3d/analogs/write_analogs.hpp"
 #include "plugins/c3d/bytes/export_error.hpp"
+#include "plugins/c3d/dec_range.hpp"
 #include "plugins/c3d/events/write_events.hpp"
 #include "plugins/c3d/frames/frame_range.hpp"
 #include "plugins/c3d/parameters/header_attribute.hpp"
@@ -114,6 +115,7 @@ class content_builder {
     written_content build() && {
         content_.parameters = written_metadata(format_, notes_);
         content_.mark = mark_of(format_);
+        content_.frames.form = wanted_form(format_);
         content_.header.range =
             frame_range_of(time_base_.frames, time_base_.rate, time_base_.start_time_s);
         content_.header.interpolation_gap = interpolation_gap_of(format_);
@@ -124,6 +126,8 @@ class content_builder {
         content_.header.events = put_events(content_.parameters, format_);
         content_.rotations =
             put_rotations(content_.parameters, data_, time_base_.frames, time_base_.rate);
+        if (content_.frames.form.format == number_format::dec)
+            require_dec_range(content_.frames, analog_columns(data_), content_.rotations);
         if (!is_read_)
             complete_new_parameters(content_.parameters);
         return std::move(content_);
@@ -146,7 +150,9 @@ class content_builder {
             frames.points.push_back(source_of(point.set, frames.frames));
         auto& header = content_.header;
         header.points = points.size();
-        header.scale = point_scale_of(format_, frames.points, frames.frames);
+        header.scale = point_scale_of(format_, frames.points, frames.frames, frames.form.storage);
+        if (frames.form.storage == sample_storage::integer)
+            make_integers(frames, format_, header.scale);
 
         auto& tree = content_.parameters;
         auto& group = tree.reach("POINT");
@@ -176,9 +182,9 @@ class content_builder {
                            .value_or(0.0)
                      : 0.0;
         const bool same_count = labels_read(data_, schema::name::analogs).size() == columns.size();
-        frames.channels = put_analogs(content_.parameters, columns,
-                                      {frames.samples_per_frame, time_base_.rate, rate},
-                                      same_count ? surplus::kept : surplus::dropped, notes_);
+        frames.channels = put_analogs(
+            content_.parameters, columns, {frames.samples_per_frame, time_base_.rate, rate},
+            frames.form.storage, same_count ? surplus::kept : surplus::dropped, notes_);
         // A file without channels may say that they have no samples, by the rate 0.
         const auto told = content_.parameters.as_table().number("ANALOG", "RATE");
         if (columns.empty() && frames.samples_per_frame == 1 && told == 0.0)

@@ -8,6 +8,7 @@
 // | analog_columns  | the channels that are written, in the order of the file           |
 // | write_analogs   | what ANALOG says of them                                          |
 // | write_scaling   | their values become samples; what ANALOG says of scale and offset |
+// | integer_samples | whether integers can hold them                                    |
 // | channel_scaling | the scale and the offset with which one channel survives that     |
 
 #pragma once

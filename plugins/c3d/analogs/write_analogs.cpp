@@ -91,7 +91,8 @@ std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
 } // namespace
 
 std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const analog_column> columns,
-                                       const analog_rate& rate, surplus rule, warnings& notes) {
+                                       const analog_rate& rate, sample_storage storage,
+                                       surplus rule, warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
     put_entries(tree, {"ANALOG", "LABELS"}, texts_of_columns(columns, &analog_column::label),
@@ -103,7 +104,7 @@ std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const ana
             put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
         return remove_entries(tree, rule);
     }
-    auto sources = put_analog_scaling(tree, columns, rule, notes);
+    auto sources = put_analog_scaling(tree, columns, storage, rule, notes);
     put_entries(tree, {"ANALOG", "UNITS"}, texts_of_columns(columns, &analog_column::unit), 4, rule,
                 single_value::of_all_channels);
     put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "plugins/c3d/analogs/analog_columns.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
@@ -22,9 +23,8 @@ struct analog_rate {
 /// Makes the parameters of ANALOG tell what the channels are, and gives the source of each
 /// channel's samples; see put_analog_scaling. A list from which a reader would already take the
 /// same stays as it is.
-[[nodiscard]] std::vector<sample_source> put_analogs(parameter_tree& tree,
-                                                     std::span<const analog_column> columns,
-                                                     const analog_rate& rate, surplus rule,
-                                                     warnings& notes);
+[[nodiscard]] std::vector<sample_source>
+put_analogs(parameter_tree& tree, std::span<const analog_column> columns, const analog_rate& rate,
+            sample_storage storage, surplus rule, warnings& notes);
 
 } // namespace c3d

@@ -7,6 +7,7 @@
 
 #include "plugins/c3d/analogs/analog_offsets.hpp"
 #include "plugins/c3d/analogs/channel_scaling.hpp"
+#include "plugins/c3d/analogs/integer_samples.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/put_parameter.hpp"
 
@@ -97,14 +98,13 @@ void put_word_offsets(written_group& group, const analog_encoding& encoding,
 }
 
 void put_offsets(parameter_tree& tree, std::span<channel_scaling> channels,
-                 std::span<const analog_column> columns, double general, surplus rule,
-                 warnings& notes) {
+                 std::span<const analog_column> columns, double general, sample_storage storage,
+                 surplus rule, warnings& notes) {
     analog_encoding encoding;
     bool are_reals = false;
     {
         const auto table = tree.as_table();
-        const auto bits = table.count("ANALOG", "BITS");
-        encoding = {sample_storage::real, declared_sign(table), !bits || *bits == 0 || *bits >= 16};
+        encoding = analog_encoding_of(table, storage);
         if (offsets_are_told(table, encoding, channels, general, rule))
             return;
         const auto* former = table.find("ANALOG", "OFFSET");
@@ -136,7 +136,8 @@ void put_scales(parameter_tree& tree, std::span<const channel_scaling> channels,
 } // namespace
 
 std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
-                                              std::span<const analog_column> columns, surplus rule,
+                                              std::span<const analog_column> columns,
+                                              sample_storage storage, surplus rule,
                                               warnings& notes) {
     auto channels = wanted_scaling(tree.as_table(), columns);
     const auto general = general_scale(tree.as_table(), channels, notes);
@@ -146,7 +147,9 @@ std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
     }
     put_real(tree.reach("ANALOG"), "GEN_SCALE", static_cast<float>(general));
     put_scales(tree, channels, rule);
-    put_offsets(tree, channels, columns, general, rule, notes);
+    put_offsets(tree, channels, columns, general, storage, rule, notes);
+    if (storage == sample_storage::integer)
+        require_words(tree.as_table(), columns, channels, general, notes);
     std::vector<sample_source> sources;
     sources.reserve(channels.size());
     for (const auto& channel : channels)

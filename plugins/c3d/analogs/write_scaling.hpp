@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "plugins/c3d/analogs/analog_columns.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
@@ -20,9 +21,10 @@ namespace c3d {
 /// What a reader could not undo is written otherwise, and noted: a `Scale` or an `Offset` as
 /// make_readable says, a GEN_SCALE that is 0 or not finite as 1 when a channel needs another, and
 /// an `Offset` that the words of OFFSET cannot hold as 0. In a list of reals, which files may
-/// have, no offset is too large or too fine.
+/// have, no offset is too large or too fine. Integer samples have to be as require_words says.
 [[nodiscard]] std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                                             std::span<const analog_column> columns,
-                                                            surplus rule, warnings& notes);
+                                                            sample_storage storage, surplus rule,
+                                                            warnings& notes);
 
 } // namespace c3d

@@ -30,17 +30,17 @@ bool is_control(char character) {
 
 class section_writer {
   public:
-    explicit section_writer(section_mark mark) {
+    section_writer(section_mark mark, number_format numbers) : numbers_(numbers) {
         append_byte(bytes_, mark.first);
         append_byte(bytes_, mark.second);
         append_byte(bytes_, 0); // the number of blocks, known at the end
-        append_byte(bytes_, static_cast<unsigned>(number_format::intel));
+        append_byte(bytes_, static_cast<unsigned>(numbers));
     }
 
     void add(const written_group& group) {
         const auto owner = std::string("the group ") + group.name;
         begin(owner, group.name, 0x100U - group.id, group.locked);
-        append_word(bytes_, static_cast<unsigned>(3 + description_of(owner, group).size()));
+        add_word(3 + description_of(owner, group).size());
         end(description_of(owner, group));
     }
 
@@ -53,18 +53,18 @@ class section_writer {
             throw export_error("{} takes {} bytes; a C3D file holds {} bytes for one", owner,
                                distance, longest_distance);
         }
-        append_word(bytes_, static_cast<unsigned>(distance));
+        add_word(distance);
         append_byte(bytes_, static_cast<unsigned>(item.type));
         append_byte(bytes_, static_cast<unsigned>(item.extents.size()));
         for (auto extent : item.extents)
             append_byte(bytes_, extent);
-        bytes_.insert(bytes_.end(), item.data.begin(), item.data.end());
+        add_elements(owner, item);
         end(description);
     }
 
     byte_list finish(std::size_t blocks) && {
         if (next_field_ != 0)
-            put_word(bytes_.data() + next_field_, 0);
+            write_word(numbers_, bytes_.data() + next_field_, 0);
         bytes_.resize(blocks * block_bytes);
         bytes_[2] = static_cast<std::byte>(blocks);
         return std::move(bytes_);
@@ -102,6 +102,37 @@ class section_writer {
         return item.description;
     }
 
+    void add_word(std::size_t value) {
+        bytes_.resize(bytes_.size() + 2);
+        write_word(numbers_, bytes_.data() + bytes_.size() - 2, static_cast<std::uint16_t>(value));
+    }
+
+    /// The elements of the tree are Intel numbers.
+    void add_elements(const std::string& owner, const written_parameter& item) {
+        const auto size = bytes_of(item.type);
+        auto at = bytes_.size();
+        bytes_.insert(bytes_.end(), item.data.begin(), item.data.end());
+        if (numbers_ == number_format::intel || size == 1)
+            return;
+        for (; at < bytes_.size(); at += size) {
+            if (item.type == element_type::real)
+                convert_real(owner, bytes_.data() + at);
+            else
+                write_word(numbers_, bytes_.data() + at,
+                           read_unsigned_word(number_format::intel, bytes_.data() + at));
+        }
+    }
+
+    void convert_real(const std::string& owner, std::byte* at) const {
+        const auto value = read_real(number_format::intel, at);
+        if (!holds_real(numbers_, value)) {
+            throw export_error("{} holds {}, too large for a C3D file of {} numbers", owner, value,
+                               name_of(numbers_));
+        }
+        write_real(numbers_, at, value);
+    }
+
+    number_format numbers_;
     byte_list bytes_;
     std::size_t next_field_ = 0; // of the last record
 };
@@ -154,9 +185,9 @@ void narrow_texts(parameter_tree& tree) {
     }
 }
 
-byte_list section_bytes(const parameter_tree& tree, section_mark mark) {
+byte_list section_bytes(const parameter_tree& tree, section_mark mark, number_format numbers) {
     const auto blocks = section_blocks(tree);
-    section_writer writer(mark);
+    section_writer writer(mark, numbers);
     for (const auto& group : tree.groups()) {
         writer.add(group);
         for (const auto& item : group.parameters)

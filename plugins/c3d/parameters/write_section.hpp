@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "plugins/c3d/bytes/element_bytes.hpp"
+#include "plugins/c3d/bytes/number_format.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 
 namespace c3d {
@@ -22,11 +23,12 @@ inline constexpr std::size_t most_section_blocks = 255;
 /// one of their parameter. No text is changed.
 void narrow_texts(parameter_tree& tree);
 
-/// The parameter section of an Intel file: each group and behind it its parameters, padded to whole
-/// blocks. The last record says so, and at least four zero bytes follow it.
+/// The parameter section of a file with such numbers: each group and behind it its parameters,
+/// padded to whole blocks. The last record says so, and at least four zero bytes follow it.
 ///
-/// Throws export_error when a name, a description or a parameter is too long for the format, or
-/// when all together take more than 255 blocks.
-[[nodiscard]] byte_list section_bytes(const parameter_tree& tree, section_mark mark);
+/// Throws export_error when a name, a description or a parameter is too long for the format, when
+/// all together take more than 255 blocks, or when the numbers do not reach as far as a real.
+[[nodiscard]] byte_list section_bytes(const parameter_tree& tree, section_mark mark,
+                                      number_format numbers = number_format::intel);
 
 } // namespace c3d

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <vector>
+#include <limits>
+#include <optional>
 
 #include "plugins/c3d/parameters/header_attribute.hpp"
+#include "plugins/c3d/samples/sample_survey.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
@@ -17,38 +19,61 @@ namespace {
 /// other scale.
 constexpr float wanted_range = 32000.0F;
 
+/// Throws export_error for a coordinate that no single holds.
 float largest_coordinate(std::span<const point_source> points, std::uint64_t frames) {
-    constexpr std::size_t block = 4096;
-    std::vector<float> scratch(block);
     float largest = 0.0F;
     for (const auto& point : points) {
         for (const auto& source : point.coordinates) {
-            for (std::uint64_t first = 0; first < frames; first += block) {
-                const auto count =
-                    static_cast<std::size_t>(std::min<std::uint64_t>(block, frames - first));
-                const auto* values =
-                    source.singles(static_cast<std::size_t>(first), count, scratch.data());
-                for (std::size_t i = 0; i < count; ++i) {
-                    const auto magnitude = std::abs(values[i]);
+            for_singles(source, frames, [&](std::size_t first, std::span<const float> singles) {
+                require_singles(point, source, first, singles);
+                for (auto single : singles) {
+                    const auto magnitude = std::abs(single);
                     largest = magnitude > largest && std::isfinite(magnitude) ? magnitude : largest;
                 }
-            }
+            });
         }
     }
     return largest;
 }
 
-} // namespace
-
-float point_scale_of(const strata::data_group& format, std::span<const point_source> points,
-                     std::uint64_t frames) {
+/// The scale of the file that was read; none without one.
+std::optional<float> scale_read(const strata::data_group& format) {
     const auto read =
         schema::read_number<float>(header_attribute(format, schema::attribute::point_scale))
             .value_or(0.0F);
-    if (std::isfinite(read) && read != 0.0F)
-        return -std::abs(read);
-    const auto scale = largest_coordinate(points, frames) / wanted_range;
-    return scale > 0.0F ? -scale : -1.0F;
+    return std::isfinite(read) && read != 0.0F ? std::optional(std::abs(read)) : std::nullopt;
+}
+
+float fitting_scale(float largest) {
+    return largest > 0.0F ? std::max(largest / wanted_range, std::numeric_limits<float>::min())
+                          : 1.0F;
+}
+
+float integer_scale(const strata::data_group& format, std::span<const point_source> points,
+                    std::uint64_t frames) {
+    constexpr float words_end = 32767.5F;
+    const auto largest = largest_coordinate(points, frames);
+    const auto read = scale_read(format);
+    return read && largest / *read < words_end ? *read : fitting_scale(largest);
+}
+
+} // namespace
+
+float point_scale_of(const strata::data_group& format, std::span<const point_source> points,
+                     std::uint64_t frames, sample_storage storage) {
+    if (storage == sample_storage::integer)
+        return integer_scale(format, points, frames);
+    const auto read = scale_read(format);
+    return -(read ? *read : fitting_scale(largest_coordinate(points, frames)));
+}
+
+void make_integers(frame_sources& frames, const strata::data_group& format, float scale) {
+    for (auto& point : frames.points) {
+        for (auto& coordinate : point.coordinates)
+            coordinate = coordinate.divided(double{scale});
+    }
+    // Without a file that was read, residuals are in the unit of the points.
+    frames.residual_factor = double{scale_read(format).value_or(1.0F)} / double{scale};
 }
 
 } // namespace c3d

@@ -7,6 +7,7 @@
 // | decode_kernels   | how they are written, once for all processors           |
 // | write_samples    | channels become a data section, block by block          |
 // | sample_source    | the singles that a file holds for a channel             |
+// | sample_survey    | what those are like, for whoever has to hold them       |
 // | encoder          | the loops that write them                               |
 // | encode_kernels   | how they are written, once for all processors           |
 // | lanes_portable   | four singles at once, on any processor                  |

@@ -72,6 +72,8 @@ TEST(WriteSection, HoldDescriptions) {
 
 TEST(WriteSection, KeepTheMarkOfTheFileThatWasRead) {
     EXPECT_EQ(first_bytes(section_bytes({}, {0, 0}), 4), hex("00 00 01 54"));
+    EXPECT_EQ(first_bytes(section_bytes({}, {0, 0}, c3d::number_format::mips), 4),
+              hex("00 00 01 56"));
 }
 
 TEST(WriteSection, EndInFourZeros) {
