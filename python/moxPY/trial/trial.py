@@ -27,6 +27,7 @@ from .verbs.crop import crop
 from .verbs.fill_gaps import fill_gaps
 from .verbs.filter import filter
 from .verbs.resample import resample
+from .verbs.rotated import rotated, y_up, z_up
 
 
 class Trial:
@@ -176,6 +177,9 @@ class Trial:
     resample = resample
     fill_gaps = fill_gaps
     filter = filter
+    rotated = rotated
+    z_up = z_up
+    y_up = y_up
 
     @property
     def warnings(self) -> list[str]:

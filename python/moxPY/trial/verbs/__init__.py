@@ -7,5 +7,6 @@ crop       a stretch of the frames
 resample   another rate
 fill_gaps  places for lost markers
 filter     slower or faster parts
+rotated    other axes
 =========  ========================
 """
