@@ -26,6 +26,7 @@ from .samples import FloatArray, read_only
 from .verbs.crop import crop
 from .verbs.fill_gaps import fill_gaps
 from .verbs.filter import filter
+from .verbs.merged import merged
 from .verbs.resample import resample
 from .verbs.rotated import rotated, y_up, z_up
 
@@ -180,6 +181,7 @@ class Trial:
     rotated = rotated
     z_up = z_up
     y_up = y_up
+    merged = merged
 
     @property
     def warnings(self) -> list[str]:

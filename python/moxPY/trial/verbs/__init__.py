@@ -8,5 +8,6 @@ resample   another rate
 fill_gaps  places for lost markers
 filter     slower or faster parts
 rotated    other axes
+merged     channels of another trial
 =========  ========================
 """

@@ -1,0 +1,96 @@
+"""A trial with the channels of another recording of the same frames."""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING
+
+from _moxPY import trial as calls
+
+if TYPE_CHECKING:
+    from ..trial import Trial
+
+_CLOCK = {
+    "rate": "rate",
+    "frames": "number of frames",
+    "first_frame": "first frame",
+    "samples_per_frame": "number of analog samples in each frame",
+}
+
+
+def merged(trial: Trial, other: Trial, *, suffix: str | None = None) -> Trial:
+    """A trial with the channels and events of two that recorded the same frames.
+
+    Channels of the other trial stand behind those of this one, with unit, description, residuals,
+    camera masks and the scaling of analog channels. Events that both have are there once. Metadata
+    are those of this trial; force platforms and rotations of the other are left out.
+
+    Parameters
+    ----------
+    other : Trial
+        A trial of the same rate, frames, first frame and analog samples in each frame.
+    suffix : str, optional
+        What the labels of the other trial get where both trials have them. Without one such labels
+        are refused. Points of all kinds share their labels, analog channels have their own.
+
+    Returns
+    -------
+    Trial
+
+    Raises
+    ------
+    ValueError
+        The trials differ in their frames, or two channels would have one label; the message names
+        them.
+
+    Examples
+    --------
+    >>> both = trial.merged(trial, suffix="_copy")
+    """
+    both = trial.copy()
+    for name, what in _CLOCK.items():
+        mine, theirs = getattr(trial, name), getattr(other, name)
+        if mine != theirs:
+            raise ValueError(f"the trials differ in their {what}: {mine:g} and {theirs:g}")
+    points = _new_labels(trial.points.labels, other.points.labels, suffix)
+    analogs = _new_labels(trial.analogs.labels, other.analogs.labels, suffix)
+    for label, channel in other.points.items():
+        getattr(both, channel.kind)[points[label]] = channel
+    for label, channel in other.analogs.items():
+        both.analogs[analogs[label]] = channel
+    _join_events(both, other)
+    return both
+
+
+def _new_labels(mine: list[str], theirs: list[str], suffix: str | None) -> dict[str, str]:
+    """What channels of the other trial are to be called, by what they are called there."""
+    taken = set(mine)
+    labels = {label: label if label not in taken else label + (suffix or "") for label in theirs}
+    met = set(mine)
+    equal = []
+    for label in labels.values():
+        if label in met:
+            equal.append(label)
+        met.add(label)
+    if equal:
+        hint = "give a suffix for those of the other" if suffix is None else "give another suffix"
+        raise ValueError(f"both trials would have the labels {', '.join(equal)}; {hint}")
+    return labels
+
+
+def _join_events(both: Trial, other: Trial) -> None:
+    there = set(both.events)
+    for event in other.events:
+        if event in there:
+            continue
+        there.add(event)
+        calls.append_event(
+            both,
+            (
+                event.time,
+                event.label,
+                event.context,
+                event.subject,
+                event.description,
+                event.id,
+            ),
+        )
