@@ -3,9 +3,15 @@
 from __future__ import annotations
 
 from types import TracebackType
-from typing import Any, Self
+from typing import Any, Protocol, Self
 
 import _moxPY
+
+
+class Acquisition(Protocol):
+    """What functions take: whatever holds an open acquisition, be it `data_store` or `Trial`."""
+
+    this: Any
 
 
 class data_store:

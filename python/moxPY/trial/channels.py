@@ -165,6 +165,16 @@ class Channels(MutableMapping[str, Channel]):
         if isinstance(values, Channel):
             channel.carry(values)
 
+    def update(self, channels: Any = (), /, **more: Any) -> None:
+        """Assign to each label what a mapping, or pairs, or the keywords have for it."""
+        super().update(channels, **more)
+
+    def setdefault(self, label: str, values: Any = None) -> Channel:
+        """The channel of a label, which is appended where there is none."""
+        if label not in self:
+            self[label] = values
+        return self[label]
+
     def _append(self, label: str, values: Any) -> Channel:
         shape = (self._shape[0], *self._shape[2:])
         axes = (self._axes[0], *self._axes[2:])

@@ -91,7 +91,7 @@ def test_a_mistaken_annotation_is_found(
 ):
     shutil.copytree(FACE, tmp_path / "moxPY")
     (file,) = [path for path in tmp_path.rglob("*.py") if "def moxSetFrequency" in path.read_text()]
-    right = "def moxSetFrequency(acquisition: data_store, rate: float)"
+    right = "def moxSetFrequency(acquisition: Acquisition, rate: float)"
     text = file.read_text("utf-8")
     assert right in text
     file.write_text(text.replace(right, right.replace(annotated, mistaken)), "utf-8")

@@ -513,6 +513,10 @@ def test_mappings_are_dictionaries_in_everything_else(trial: Trial) -> None:
     assert isinstance(popped, Channel)
     assert trial.markers.pop("A", None) is None
     assert trial.markers.setdefault("B", trajectory(3)).x[0] == trajectory(1)[0, 0]
+    appended = trial.markers.setdefault("D", trajectory(3))
+    assert isinstance(appended, Channel)
+    np.testing.assert_array_equal(appended.values, trajectory(3))
+    del trial.markers["D"]
     assert len(trial.markers) == 4
     assert list(reversed(trial.markers.labels)) == ["C", "B", "RASI", "LASI"]
     trial.markers.clear()

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition, data_store
 
 __all__ = ["moxReadAcquisition", "moxWriteAcquisition"]
 
@@ -21,7 +21,7 @@ def moxReadAcquisition(path: str) -> data_store:
 
     Returns
     -------
-    acquisition : data_store
+    acquisition : data_store or Trial
         Everything in the file. The file itself is closed again.
 
     Raises
@@ -46,7 +46,7 @@ def moxReadAcquisition(path: str) -> data_store:
     return acquisition
 
 
-def moxWriteAcquisition(acquisition: data_store, path: str) -> None:
+def moxWriteAcquisition(acquisition: Acquisition, path: str) -> None:
     """Write an acquisition to a C3D file.
 
     The file appears, or takes the place of an older one of that name, in one step and only once it
@@ -56,7 +56,7 @@ def moxWriteAcquisition(acquisition: data_store, path: str) -> None:
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition; its frequency has to be set.
     path : str
         The file, with the extension ".c3d"; ``str(path)`` of a `pathlib.Path`.

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition, data_store
 
 __all__ = ["moxCloseAcquisition", "moxDeleteAcquisition", "moxNewAcquisition"]
 
@@ -27,7 +27,7 @@ def moxNewAcquisition(
 
     Returns
     -------
-    acquisition : data_store
+    acquisition : data_store or Trial
         The new acquisition; its rates are 0 Hz until `moxSetFrequency`.
 
     Raises
@@ -46,14 +46,14 @@ def moxNewAcquisition(
     return acquisition
 
 
-def moxCloseAcquisition(acquisition: data_store) -> None:
+def moxCloseAcquisition(acquisition: Acquisition) -> None:
     """Check that this is an acquisition, and leave it as it is.
 
     Scripts end with this call. Memory is freed by `data_store.close`, or with the last reference.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Examples
@@ -65,12 +65,12 @@ def moxCloseAcquisition(acquisition: data_store) -> None:
     _moxPY.moxCloseAcquisition(acquisition)
 
 
-def moxDeleteAcquisition(acquisition: data_store) -> None:
+def moxDeleteAcquisition(acquisition: Acquisition) -> None:
     """Check that this is an acquisition, and leave it as it is, like `moxCloseAcquisition`.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Examples

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxGetAnalogFrameNumber",
@@ -19,12 +19,12 @@ __all__ = [
 ]
 
 
-def moxGetPointFrequency(acquisition: data_store) -> float:
+def moxGetPointFrequency(acquisition: Acquisition) -> float:
     """Point frames per second.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -40,12 +40,12 @@ def moxGetPointFrequency(acquisition: data_store) -> float:
     return _moxPY.moxGetPointFrequency(acquisition)
 
 
-def moxGetAnalogFrequency(acquisition: data_store) -> float:
+def moxGetAnalogFrequency(acquisition: Acquisition) -> float:
     """Samples of an analog channel per second.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -61,12 +61,12 @@ def moxGetAnalogFrequency(acquisition: data_store) -> float:
     return _moxPY.moxGetAnalogFrequency(acquisition)
 
 
-def moxGetPointFrameNumber(acquisition: data_store) -> float:
+def moxGetPointFrameNumber(acquisition: Acquisition) -> float:
     """Number of point frames.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -82,12 +82,12 @@ def moxGetPointFrameNumber(acquisition: data_store) -> float:
     return _moxPY.moxGetPointFrameNumber(acquisition)
 
 
-def moxGetAnalogFrameNumber(acquisition: data_store) -> float:
+def moxGetAnalogFrameNumber(acquisition: Acquisition) -> float:
     """Number of samples of each analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -103,12 +103,12 @@ def moxGetAnalogFrameNumber(acquisition: data_store) -> float:
     return _moxPY.moxGetAnalogFrameNumber(acquisition)
 
 
-def moxGetAnalogSampleNumberPerFrame(acquisition: data_store) -> float:
+def moxGetAnalogSampleNumberPerFrame(acquisition: Acquisition) -> float:
     """Samples of an analog channel per point frame.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -124,12 +124,12 @@ def moxGetAnalogSampleNumberPerFrame(acquisition: data_store) -> float:
     return _moxPY.moxGetAnalogSampleNumberPerFrame(acquisition)
 
 
-def moxGetAnalogResolution(acquisition: data_store) -> float:
+def moxGetAnalogResolution(acquisition: Acquisition) -> float:
     """Resolution of the analog-digital converter.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -150,12 +150,12 @@ def moxGetAnalogResolution(acquisition: data_store) -> float:
     return _moxPY.moxGetAnalogResolution(acquisition)
 
 
-def moxGetMaxInterpolationGap(acquisition: data_store) -> float:
+def moxGetMaxInterpolationGap(acquisition: Acquisition) -> float:
     """Longest gap that was filled by interpolation when the points were made.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -171,7 +171,7 @@ def moxGetMaxInterpolationGap(acquisition: data_store) -> float:
     return _moxPY.moxGetMaxInterpolationGap(acquisition)
 
 
-def moxGetFirstFrame(acquisition: data_store) -> float:
+def moxGetFirstFrame(acquisition: Acquisition) -> float:
     """First frame, counted from 0: start time × rate.
 
     C3D files count frames from 1. A file whose first frame is 1 gives 0.0 here and 1.0 as
@@ -179,7 +179,7 @@ def moxGetFirstFrame(acquisition: data_store) -> float:
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -197,12 +197,12 @@ def moxGetFirstFrame(acquisition: data_store) -> float:
     return _moxPY.moxGetFirstFrame(acquisition)
 
 
-def moxGetLastFrame(acquisition: data_store) -> float:
+def moxGetLastFrame(acquisition: Acquisition) -> float:
     """Last frame, counted from 0: `moxGetFirstFrame` + number of frames − 1.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns

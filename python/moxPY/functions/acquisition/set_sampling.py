@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxSetAnalogResolution",
@@ -16,12 +16,12 @@ __all__ = [
 ]
 
 
-def moxSetFrequency(acquisition: data_store, rate: float) -> None:
+def moxSetFrequency(acquisition: Acquisition, rate: float) -> None:
     """Set the rates of points and analog channels. Samples are not computed anew.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     rate : float
         Point frames per second, Hz. The analog rate becomes `rate` times the samples per frame.
@@ -66,12 +66,12 @@ def moxSetFrequency(acquisition: data_store, rate: float) -> None:
     _moxPY.moxSetFrequency(acquisition, rate)
 
 
-def moxSetFrameNumber(acquisition: data_store, frames: int, ratio: int | None = None) -> None:
+def moxSetFrameNumber(acquisition: Acquisition, frames: int, ratio: int | None = None) -> None:
     """Set the number of point frames, by cutting or lengthening every channel at its end.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     frames : int
         Number of frames. New ones are NaN for points and 0 for analog channels.
@@ -99,12 +99,12 @@ def moxSetFrameNumber(acquisition: data_store, frames: int, ratio: int | None = 
         _moxPY.moxSetFrameNumber(acquisition, frames, ratio)
 
 
-def moxSetFirstFrame(acquisition: data_store, first: int, shift_events: int = 0) -> None:
+def moxSetFirstFrame(acquisition: Acquisition, first: int, shift_events: int = 0) -> None:
     """Set the first frame by moving the start time of all channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     first : int
         First frame, counted from 0 as in `moxGetFirstFrame`.
@@ -127,12 +127,12 @@ def moxSetFirstFrame(acquisition: data_store, first: int, shift_events: int = 0)
     _moxPY.moxSetFirstFrame(acquisition, first, shift_events)
 
 
-def moxSetAnalogSampleNumberPerFrame(acquisition: data_store, ratio: int) -> None:
+def moxSetAnalogSampleNumberPerFrame(acquisition: Acquisition, ratio: int) -> None:
     """Set the samples of an analog channel per point frame, while there are no such channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition without analog channels.
     ratio : int
         At least 1.
@@ -152,12 +152,12 @@ def moxSetAnalogSampleNumberPerFrame(acquisition: data_store, ratio: int) -> Non
     _moxPY.moxSetAnalogSampleNumberPerFrame(acquisition, ratio)
 
 
-def moxSetAnalogResolution(acquisition: data_store, bits: int) -> None:
+def moxSetAnalogResolution(acquisition: Acquisition, bits: int) -> None:
     """Set the resolution of the analog-digital converter. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     bits : int
         8, 12, 14 or 16.
@@ -182,12 +182,12 @@ def moxSetAnalogResolution(acquisition: data_store, bits: int) -> None:
     _moxPY.moxSetAnalogResolution(acquisition, bits)
 
 
-def moxSetMaxInterpolationGap(acquisition: data_store, gap: int) -> None:
+def moxSetMaxInterpolationGap(acquisition: Acquisition, gap: int) -> None:
     """Set the longest gap that was filled by interpolation. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     gap : int
         Frames.

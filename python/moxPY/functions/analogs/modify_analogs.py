@@ -10,7 +10,7 @@ from typing import Any
 import _moxPY
 from numpy.typing import ArrayLike
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxAppendAnalog",
@@ -23,13 +23,13 @@ __all__ = [
 
 
 def moxAppendAnalog(
-    acquisition: data_store, label: str, values: ArrayLike, description: str = ""
+    acquisition: Acquisition, label: str, values: ArrayLike, description: str = ""
 ) -> list[dict[str, Any]]:
     """Add an analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     label : str
         Label of the channel, and its key in dictionaries; "/" becomes "_" in the key.
@@ -64,12 +64,12 @@ def moxAppendAnalog(
     return _moxPY.moxAppendAnalog(acquisition, label, values, description)
 
 
-def moxRemoveAnalog(acquisition: data_store, channel: int | str) -> list[dict[str, Any]]:
+def moxRemoveAnalog(acquisition: Acquisition, channel: int | str) -> list[dict[str, Any]]:
     """Remove one analog channel. Every greater index becomes one less.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -97,12 +97,12 @@ def moxRemoveAnalog(acquisition: data_store, channel: int | str) -> list[dict[st
     return _moxPY.moxRemoveAnalog(acquisition, channel)
 
 
-def moxClearAnalogs(acquisition: data_store) -> None:
+def moxClearAnalogs(acquisition: Acquisition) -> None:
     """Remove all analog channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Raises
@@ -119,7 +119,7 @@ def moxClearAnalogs(acquisition: data_store) -> None:
     _moxPY.moxClearAnalogs(acquisition)
 
 
-def moxSetAnalogNumber(acquisition: data_store, number: int) -> None:
+def moxSetAnalogNumber(acquisition: Acquisition, number: int) -> None:
     """Add analog channels until there are `number`, or remove channels from the end.
 
     With fewer wanted than there are, the channels that stay are the difference between the present
@@ -128,7 +128,7 @@ def moxSetAnalogNumber(acquisition: data_store, number: int) -> None:
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     number : int
         New channels are 0 throughout and are called "unamed_" and their index, or the next number
@@ -154,12 +154,12 @@ def moxSetAnalogNumber(acquisition: data_store, number: int) -> None:
     _moxPY.moxSetAnalogNumber(acquisition, number)
 
 
-def moxSetAnalogsValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetAnalogsValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the samples of all analog channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (samples, channels)
         A column a channel in the order of channel indices, in its unit.
@@ -186,12 +186,12 @@ def moxSetAnalogsValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetAnalogsValues(acquisition, values)
 
 
-def moxSetAnalogValues(acquisition: data_store, channel: int | str, values: ArrayLike) -> None:
+def moxSetAnalogValues(acquisition: Acquisition, channel: int | str, values: ArrayLike) -> None:
     """Set the samples of one analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first

@@ -12,17 +12,17 @@ import _moxPY
 import numpy as np
 from numpy.typing import NDArray
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxGetAnalog", "moxGetAnalogNumber", "moxGetAnalogs", "moxGetAnalogsValues"]
 
 
-def moxGetAnalogs(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetAnalogs(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All analog channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -50,12 +50,12 @@ def moxGetAnalogs(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetAnalogs(acquisition)
 
 
-def moxGetAnalog(acquisition: data_store, channel: int | str) -> list[Any]:
+def moxGetAnalog(acquisition: Acquisition, channel: int | str) -> list[Any]:
     """Samples and description of one analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -89,12 +89,12 @@ def moxGetAnalog(acquisition: data_store, channel: int | str) -> list[Any]:
     return _moxPY.moxGetAnalog(acquisition, channel)
 
 
-def moxGetAnalogsValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetAnalogsValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All analog channels as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -111,12 +111,12 @@ def moxGetAnalogsValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetAnalogsValues(acquisition)
 
 
-def moxGetAnalogNumber(acquisition: data_store) -> float:
+def moxGetAnalogNumber(acquisition: Acquisition) -> float:
     """Number of analog channels.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns

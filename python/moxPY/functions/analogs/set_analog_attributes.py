@@ -9,7 +9,7 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxSetAnalogDescription",
@@ -22,13 +22,13 @@ __all__ = [
 
 
 def moxSetAnalogLabel(
-    acquisition: data_store, channel: int | str, label: str
+    acquisition: Acquisition, channel: int | str, label: str
 ) -> list[dict[str, Any]]:
     """Rename one analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -60,13 +60,13 @@ def moxSetAnalogLabel(
 
 
 def moxSetAnalogDescription(
-    acquisition: data_store, channel: int | str, description: str
+    acquisition: Acquisition, channel: int | str, description: str
 ) -> list[dict[str, Any]]:
     """Set the description of one analog channel.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -96,13 +96,13 @@ def moxSetAnalogDescription(
 
 
 def moxSetAnalogUnit(
-    acquisition: data_store, channel: int | str, unit: str
+    acquisition: Acquisition, channel: int | str, unit: str
 ) -> list[dict[str, Any]]:
     """Set the unit of one analog channel. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -132,13 +132,13 @@ def moxSetAnalogUnit(
 
 
 def moxSetAnalogGain(
-    acquisition: data_store, channel: int | str, code: int
+    acquisition: Acquisition, channel: int | str, code: int
 ) -> list[dict[str, Any]]:
     """Set the gain of one analog channel. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -170,13 +170,13 @@ def moxSetAnalogGain(
 
 
 def moxSetAnalogOffset(
-    acquisition: data_store, channel: int | str, offset: int
+    acquisition: Acquisition, channel: int | str, offset: int
 ) -> list[dict[str, Any]]:
     """Set the offset of one analog channel. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first
@@ -208,13 +208,13 @@ def moxSetAnalogOffset(
 
 
 def moxSetAnalogScale(
-    acquisition: data_store, channel: int | str, scale: float
+    acquisition: Acquisition, channel: int | str, scale: float
 ) -> list[dict[str, Any]]:
     """Set the scale of one analog channel. Samples stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     channel : int or str
         Index of the channel as stored, from 0, or label; labels are compared exactly and the first

@@ -18,17 +18,17 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxGetForcePlatforms"]
 
 
-def moxGetForcePlatforms(acquisition: data_store) -> list[list[dict[str, Any]]]:
+def moxGetForcePlatforms(acquisition: Acquisition) -> list[list[dict[str, Any]]]:
     """Geometry, calibration and channels of all force platforms.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. Its analog channels are put in the order of ANALOG:LABELS; nothing
         else of what other functions tell changes.
 

@@ -6,17 +6,17 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxGetRotation", "moxGetRotations"]
 
 
-def moxGetRotations(acquisition: data_store) -> list[Any]:
+def moxGetRotations(acquisition: Acquisition) -> list[Any]:
     """The position and orientation of all segments.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -42,12 +42,12 @@ def moxGetRotations(acquisition: data_store) -> list[Any]:
     return _moxPY.moxGetRotations(acquisition)
 
 
-def moxGetRotation(acquisition: data_store, label: str) -> list[Any]:
+def moxGetRotation(acquisition: Acquisition, label: str) -> list[Any]:
     """The position and orientation of one segment.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     label : str
         The segment's label, compared exactly.

@@ -6,19 +6,19 @@ import _moxPY
 import numpy as np
 from numpy.typing import NDArray
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxGetForcePlatformWrenches", "moxGetGroundReactionWrenches"]
 
 
 def moxGetForcePlatformWrenches(
-    acquisition: data_store, inglobalframe: int = 1
+    acquisition: Acquisition, inglobalframe: int = 1
 ) -> list[dict[str, NDArray[np.float64]]]:
     """The wrench of each force platform at its measuring origin, in the laboratory.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. Its analog channels are put in the order of ANALOG:LABELS; nothing
         else of what other functions tell changes.
     inglobalframe : int, optional
@@ -47,13 +47,13 @@ def moxGetForcePlatformWrenches(
 
 
 def moxGetGroundReactionWrenches(
-    acquisition: data_store, threshold: float = 10.0
+    acquisition: Acquisition, threshold: float = 10.0
 ) -> list[dict[str, NDArray[np.float64]]]:
     """The wrench of each force platform at the point of application, in the laboratory.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. Its analog channels are put in the order of ANALOG:LABELS; nothing
         else of what other functions tell changes.
     threshold : float, optional

@@ -11,7 +11,7 @@ from typing import Any, NoReturn
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxAppendEvent",
@@ -25,7 +25,7 @@ __all__ = [
 
 
 def moxAppendEvent(
-    acquisition: data_store,
+    acquisition: Acquisition,
     label: str,
     time: float,
     context: str,
@@ -37,7 +37,7 @@ def moxAppendEvent(
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     label : str
         What happens, such as "Foot Strike" or "Foot Off".
@@ -82,13 +82,13 @@ def moxAppendEvent(
 
 
 def moxSetEventDescription(
-    acquisition: data_store, event: str, description: str
+    acquisition: Acquisition, event: str, description: str
 ) -> list[dict[str, Any]]:
     """Set the description of an event, for all its occurrences.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     event : str
         Name of the event: context and label.
@@ -119,12 +119,12 @@ def moxSetEventDescription(
     return _moxPY.moxSetEventDescription(acquisition, event, description)
 
 
-def moxSetEventId(acquisition: data_store, event: str, id: int) -> list[dict[str, Any]]:
+def moxSetEventId(acquisition: Acquisition, event: str, id: int) -> list[dict[str, Any]]:
     """Set the id of an event, for all its occurrences.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     event : str
         Name of the event: context and label.
@@ -152,12 +152,12 @@ def moxSetEventId(acquisition: data_store, event: str, id: int) -> list[dict[str
     return _moxPY.moxSetEventId(acquisition, event, id)
 
 
-def moxClearEvents(acquisition: data_store) -> None:
+def moxClearEvents(acquisition: Acquisition) -> None:
     """Remove all events.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Raises
@@ -174,12 +174,12 @@ def moxClearEvents(acquisition: data_store) -> None:
     _moxPY.moxClearEvents(acquisition)
 
 
-def moxSetEventLabel(acquisition: data_store, index: int, label: str) -> NoReturn:
+def moxSetEventLabel(acquisition: Acquisition, index: int, label: str) -> NoReturn:
     """Refuse: events are kept by name, not by index, so that no label can be changed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     index : int
         Not used.
@@ -200,12 +200,12 @@ def moxSetEventLabel(acquisition: data_store, index: int, label: str) -> NoRetur
     _moxPY.moxSetEventLabel(acquisition, index, label)
 
 
-def moxSetEventTime(acquisition: data_store, index: int, time: float) -> NoReturn:
+def moxSetEventTime(acquisition: Acquisition, index: int, time: float) -> NoReturn:
     """Refuse: events are kept by name, not by index, so that no time can be changed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     index : int
         Not used.
@@ -226,12 +226,12 @@ def moxSetEventTime(acquisition: data_store, index: int, time: float) -> NoRetur
     _moxPY.moxSetEventTime(acquisition, index, time)
 
 
-def moxSetEventSubject(acquisition: data_store, index: int, subject: str) -> NoReturn:
+def moxSetEventSubject(acquisition: Acquisition, index: int, subject: str) -> NoReturn:
     """Refuse: events are kept by name, not by index, so that no subject can be changed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     index : int
         Not used.

@@ -11,17 +11,17 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxGetEventNumber", "moxGetEvents", "moxGetEventsValues"]
 
 
-def moxGetEvents(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetEvents(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All events.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -50,12 +50,12 @@ def moxGetEvents(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetEvents(acquisition)
 
 
-def moxGetEventNumber(acquisition: data_store) -> float:
+def moxGetEventNumber(acquisition: Acquisition) -> float:
     """Number of occurrences of all events.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -76,12 +76,12 @@ def moxGetEventNumber(acquisition: data_store) -> float:
     return _moxPY.moxGetEventNumber(acquisition)
 
 
-def moxGetEventsValues(acquisition: data_store) -> list[Any]:
+def moxGetEventsValues(acquisition: Acquisition) -> list[Any]:
     """All occurrences of all events as four columns, event by event.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns

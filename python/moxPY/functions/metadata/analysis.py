@@ -11,7 +11,7 @@ from typing import Any, NoReturn
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxAppendAnalysisParameter",
@@ -21,12 +21,12 @@ __all__ = [
 ]
 
 
-def moxGetAnalysis(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetAnalysis(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All analysis parameters.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -53,7 +53,7 @@ def moxGetAnalysis(acquisition: data_store) -> list[dict[str, Any]]:
 
 
 def moxAppendAnalysisParameter(
-    acquisition: data_store,
+    acquisition: Acquisition,
     name: str,
     context: str,
     subject: str,
@@ -65,7 +65,7 @@ def moxAppendAnalysisParameter(
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     name : str
         Not used.
@@ -96,13 +96,13 @@ def moxAppendAnalysisParameter(
 
 
 def moxRemoveAnalysisParameter(
-    acquisition: data_store, parameter: int | str, context: str | EllipsisType = ...
+    acquisition: Acquisition, parameter: int | str, context: str | EllipsisType = ...
 ) -> NoReturn:
     """Refuse: analysis parameters cannot be removed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     parameter : int or str
         Not used; an index, or a name together with a context.
@@ -125,12 +125,12 @@ def moxRemoveAnalysisParameter(
     _moxPY.moxRemoveAnalysisParameter(acquisition, parameter, context)
 
 
-def moxClearAnalysis(acquisition: data_store) -> NoReturn:
+def moxClearAnalysis(acquisition: Acquisition) -> NoReturn:
     """Refuse: analysis parameters cannot be removed. `moxRemoveMetaData` removes the group.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Raises

@@ -15,7 +15,7 @@ import _moxPY
 import numpy as np
 from numpy.typing import NDArray
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxAppendMetaData",
@@ -32,13 +32,13 @@ Dimensions = Sequence[int] | NDArray[np.integer[Any]]
 
 
 def moxAppendMetaData(
-    acquisition: data_store, group: str, entry: str, info: dict[str, Any]
+    acquisition: Acquisition, group: str, entry: str, info: dict[str, Any]
 ) -> dict[str, Any]:
     """Add an entry, or make one that exists anew.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group, which is created when there is none.
@@ -83,13 +83,13 @@ def moxAppendMetaData(
 
 
 def moxSetMetaData(
-    acquisition: data_store, group: str, entry: str, info: dict[str, Any]
+    acquisition: Acquisition, group: str, entry: str, info: dict[str, Any]
 ) -> dict[str, Any]:
     """Make an entry that exists anew, with another format and shape if need be.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group.
@@ -124,13 +124,13 @@ def moxSetMetaData(
 
 
 def moxSetMetaDataValue(
-    acquisition: data_store, group: str, entry: Any, value: Any = ...
+    acquisition: Acquisition, group: str, entry: Any, value: Any = ...
 ) -> dict[str, Any]:
     """Replace the values of an entry, whose format and shape stay.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group; in the form with three arguments the path of the entry.
@@ -173,13 +173,13 @@ def moxSetMetaDataValue(
 
 
 def moxSetMetaDataFormat(
-    acquisition: data_store, group: str, entry: str, format: str | EllipsisType = ...
+    acquisition: Acquisition, group: str, entry: str, format: str | EllipsisType = ...
 ) -> dict[str, Any]:
     """Convert an entry to another format.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group; in the form with three arguments the path of the entry.
@@ -218,7 +218,7 @@ def moxSetMetaDataFormat(
 
 
 def moxSetMetaDataDimensions(
-    acquisition: data_store,
+    acquisition: Acquisition,
     group: str,
     entry: str | Dimensions,
     dimensions: Dimensions | EllipsisType = ...,
@@ -229,7 +229,7 @@ def moxSetMetaDataDimensions(
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group; in the form with three arguments the path of the entry.
@@ -269,13 +269,13 @@ def moxSetMetaDataDimensions(
 
 
 def moxSetMetaDataDescription(
-    acquisition: data_store, group: str, entry: str, description: str | EllipsisType = ...
+    acquisition: Acquisition, group: str, entry: str, description: str | EllipsisType = ...
 ) -> dict[str, Any]:
     """Change nothing: entries carry no description. The entry need not exist.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     group : str
         Not used; name of a group, or in the form with three arguments the path of an entry.
@@ -305,12 +305,12 @@ def moxSetMetaDataDescription(
     return _moxPY.moxSetMetaDataDescription(acquisition, group, entry, description)
 
 
-def moxRemoveMetaData(acquisition: data_store, group: str, entry: str = "") -> dict[str, Any]:
+def moxRemoveMetaData(acquisition: Acquisition, group: str, entry: str = "") -> dict[str, Any]:
     """Remove an entry, or a group with all its entries.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     group : str
         Name of the group.
@@ -339,12 +339,12 @@ def moxRemoveMetaData(acquisition: data_store, group: str, entry: str = "") -> d
     return _moxPY.moxRemoveMetaData(acquisition, group, entry)
 
 
-def moxClearMetaData(acquisition: data_store) -> None:
+def moxClearMetaData(acquisition: Acquisition) -> None:
     """Remove all groups with all their entries.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Raises

@@ -17,17 +17,17 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = ["moxFindMetaData", "moxGetMetaData"]
 
 
-def moxGetMetaData(acquisition: data_store, group: str = "", entry: str = "") -> dict[str, Any]:
+def moxGetMetaData(acquisition: Acquisition, group: str = "", entry: str = "") -> dict[str, Any]:
     """All metadata, those of one group, or one entry.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     group : str, optional
         Name of a group, such as "POINT"; "" for all.
@@ -59,12 +59,12 @@ def moxGetMetaData(acquisition: data_store, group: str = "", entry: str = "") ->
     return _moxPY.moxGetMetaData(acquisition, group, entry)
 
 
-def moxFindMetaData(acquisition: data_store, group: str, entry: str = "") -> dict[str, Any]:
+def moxFindMetaData(acquisition: Acquisition, group: str, entry: str = "") -> dict[str, Any]:
     """The metadata of one group, or one entry, as `moxGetMetaData` gives them.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     group : str
         Name of a group, such as "POINT".

@@ -11,7 +11,7 @@ from typing import Any
 import _moxPY
 from numpy.typing import ArrayLike
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxAppendPoint",
@@ -26,13 +26,13 @@ __all__ = [
 
 
 def moxAppendPoint(
-    acquisition: data_store, type: str, label: str, values: ArrayLike
+    acquisition: Acquisition, type: str, label: str, values: ArrayLike
 ) -> list[dict[str, Any]]:
     """Add a point.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     type : str
         "marker", "angle", "force", "moment" or "power".
@@ -72,12 +72,12 @@ def moxAppendPoint(
     return _moxPY.moxAppendPoint(acquisition, type, label, values)
 
 
-def moxRemovePoint(acquisition: data_store, point: int | str) -> list[dict[str, Any]]:
+def moxRemovePoint(acquisition: Acquisition, point: int | str) -> list[dict[str, Any]]:
     """Remove one point. Every greater index becomes one less, in all types.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared
@@ -105,12 +105,12 @@ def moxRemovePoint(acquisition: data_store, point: int | str) -> list[dict[str, 
     return _moxPY.moxRemovePoint(acquisition, point)
 
 
-def moxClearPoints(acquisition: data_store) -> None:
+def moxClearPoints(acquisition: Acquisition) -> None:
     """Remove all points of all types.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
 
     Raises
@@ -127,7 +127,7 @@ def moxClearPoints(acquisition: data_store) -> None:
     _moxPY.moxClearPoints(acquisition)
 
 
-def moxSetPointNumber(acquisition: data_store, number: int) -> list[dict[str, Any]]:
+def moxSetPointNumber(acquisition: Acquisition, number: int) -> list[dict[str, Any]]:
     """Add markers until there are `number` points, or remove points from the end.
 
     With fewer wanted than there are, the points that stay are the difference between the present
@@ -136,7 +136,7 @@ def moxSetPointNumber(acquisition: data_store, number: int) -> list[dict[str, An
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     number : int
         New markers are 0 throughout and are called "unamed_" and their index, or the next number
@@ -169,12 +169,12 @@ def moxSetPointNumber(acquisition: data_store, number: int) -> list[dict[str, An
     return _moxPY.moxSetPointNumber(acquisition, number)
 
 
-def moxSetPointsUnit(acquisition: data_store, type: str, unit: str) -> None:
+def moxSetPointsUnit(acquisition: Acquisition, type: str, unit: str) -> None:
     """Set the unit of all points of one type. Values stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     type : str
         "marker", "angle", "force", "moment" or "power"; `moxGetPointsUnit` takes other words.
@@ -195,12 +195,12 @@ def moxSetPointsUnit(acquisition: data_store, type: str, unit: str) -> None:
     _moxPY.moxSetPointsUnit(acquisition, type, unit)
 
 
-def moxSetPointType(acquisition: data_store, point: int | str, type: str) -> list[dict[str, Any]]:
+def moxSetPointType(acquisition: Acquisition, point: int | str, type: str) -> list[dict[str, Any]]:
     """Make one point a point of another type. Its name, index and values stay.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared
@@ -230,12 +230,14 @@ def moxSetPointType(acquisition: data_store, point: int | str, type: str) -> lis
     return _moxPY.moxSetPointType(acquisition, point, type)
 
 
-def moxSetPointLabel(acquisition: data_store, point: int | str, label: str) -> list[dict[str, Any]]:
+def moxSetPointLabel(
+    acquisition: Acquisition, point: int | str, label: str
+) -> list[dict[str, Any]]:
     """Rename one point.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared
@@ -267,13 +269,13 @@ def moxSetPointLabel(acquisition: data_store, point: int | str, label: str) -> l
 
 
 def moxSetPointDescription(
-    acquisition: data_store, point: int | str, description: str
+    acquisition: Acquisition, point: int | str, description: str
 ) -> list[dict[str, Any]]:
     """Set the description of one point.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared

@@ -6,7 +6,7 @@ import _moxPY
 import numpy as np
 from numpy.typing import NDArray
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxGetAnglesValues",
@@ -18,12 +18,12 @@ __all__ = [
 ]
 
 
-def moxGetMarkersValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetMarkersValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All markers as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -40,12 +40,12 @@ def moxGetMarkersValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetMarkersValues(acquisition)
 
 
-def moxGetAnglesValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetAnglesValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All angles as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -62,12 +62,12 @@ def moxGetAnglesValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetAnglesValues(acquisition)
 
 
-def moxGetForcesValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetForcesValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All forces as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -84,12 +84,12 @@ def moxGetForcesValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetForcesValues(acquisition)
 
 
-def moxGetMomentsValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetMomentsValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All moments as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -106,12 +106,12 @@ def moxGetMomentsValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetMomentsValues(acquisition)
 
 
-def moxGetPowersValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetPowersValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All powers as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -128,12 +128,12 @@ def moxGetPowersValues(acquisition: data_store) -> NDArray[np.float64]:
     return _moxPY.moxGetPowersValues(acquisition)
 
 
-def moxGetPointsValues(acquisition: data_store) -> NDArray[np.float64]:
+def moxGetPointsValues(acquisition: Acquisition) -> NDArray[np.float64]:
     """All points of all kinds as one matrix.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns

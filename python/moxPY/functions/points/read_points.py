@@ -10,7 +10,7 @@ from typing import Any
 
 import _moxPY
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxGetAngles",
@@ -25,12 +25,12 @@ __all__ = [
 ]
 
 
-def moxGetMarkers(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetMarkers(acquisition: Acquisition) -> list[dict[str, Any]]:
     """Trajectories of all markers.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -56,12 +56,12 @@ def moxGetMarkers(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetMarkers(acquisition)
 
 
-def moxGetAngles(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetAngles(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All angles that a model computed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -87,12 +87,12 @@ def moxGetAngles(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetAngles(acquisition)
 
 
-def moxGetForces(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetForces(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All forces that a model computed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -118,12 +118,12 @@ def moxGetForces(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetForces(acquisition)
 
 
-def moxGetMoments(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetMoments(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All moments that a model computed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -149,12 +149,12 @@ def moxGetMoments(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetMoments(acquisition)
 
 
-def moxGetPowers(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetPowers(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All powers that a model computed.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -180,12 +180,12 @@ def moxGetPowers(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetPowers(acquisition)
 
 
-def moxGetPoints(acquisition: data_store) -> list[dict[str, Any]]:
+def moxGetPoints(acquisition: Acquisition) -> list[dict[str, Any]]:
     """All points of all kinds: angles, forces, markers, moments, powers, in this order.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns
@@ -215,12 +215,12 @@ def moxGetPoints(acquisition: data_store) -> list[dict[str, Any]]:
     return _moxPY.moxGetPoints(acquisition)
 
 
-def moxGetPoint(acquisition: data_store, point: int | str) -> list[Any]:
+def moxGetPoint(acquisition: Acquisition, point: int | str) -> list[Any]:
     """Trajectory and description of one point.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared
@@ -255,12 +255,12 @@ def moxGetPoint(acquisition: data_store, point: int | str) -> list[Any]:
     return _moxPY.moxGetPoint(acquisition, point)
 
 
-def moxGetPointsUnit(acquisition: data_store, group: str) -> str:
+def moxGetPointsUnit(acquisition: Acquisition, group: str) -> str:
     """Unit of the first channel of one kind of points.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
     group : str
         "Markers", "Angles", "Forces", "Moments" or "Powers", compared exactly.
@@ -278,12 +278,12 @@ def moxGetPointsUnit(acquisition: data_store, group: str) -> str:
     return _moxPY.moxGetPointsUnit(acquisition, group)
 
 
-def moxGetPointNumber(acquisition: data_store) -> float:
+def moxGetPointNumber(acquisition: Acquisition) -> float:
     """Number of points of all kinds.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition. It is not changed.
 
     Returns

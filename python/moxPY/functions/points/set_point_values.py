@@ -8,7 +8,7 @@ from __future__ import annotations
 import _moxPY
 from numpy.typing import ArrayLike
 
-from ...acquisition import data_store
+from ...acquisition import Acquisition
 
 __all__ = [
     "moxSetAnglesValues",
@@ -21,12 +21,12 @@ __all__ = [
 ]
 
 
-def moxSetMarkersValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetMarkersValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all markers.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × markers)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the k-th marker in the order of channel
@@ -51,12 +51,12 @@ def moxSetMarkersValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetMarkersValues(acquisition, values)
 
 
-def moxSetAnglesValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetAnglesValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all markers, as `moxSetMarkersValues` does: angles stay as they are.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × markers)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the k-th marker in the order of channel
@@ -83,12 +83,12 @@ def moxSetAnglesValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetAnglesValues(acquisition, values)
 
 
-def moxSetForcesValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetForcesValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all forces.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × forces)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the k-th force in the order of channel
@@ -111,12 +111,12 @@ def moxSetForcesValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetForcesValues(acquisition, values)
 
 
-def moxSetMomentsValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetMomentsValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all moments.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × moments)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the k-th moment in the order of channel
@@ -139,12 +139,12 @@ def moxSetMomentsValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetMomentsValues(acquisition, values)
 
 
-def moxSetPowersValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetPowersValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all powers.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × powers)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the k-th power in the order of channel
@@ -167,12 +167,12 @@ def moxSetPowersValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetPowersValues(acquisition, values)
 
 
-def moxSetPointsValues(acquisition: data_store, values: ArrayLike) -> None:
+def moxSetPointsValues(acquisition: Acquisition, values: ArrayLike) -> None:
     """Set the values of all points of all kinds.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     values : array_like of float64 or float32, shape (frames, 3 × points)
         Columns 3k, 3k + 1, 3k + 2 hold x, y, z of the point with index k, as `moxGetPointsValues`
@@ -201,12 +201,12 @@ def moxSetPointsValues(acquisition: data_store, values: ArrayLike) -> None:
     _moxPY.moxSetPointsValues(acquisition, values)
 
 
-def moxSetPointValues(acquisition: data_store, point: int | str, values: ArrayLike) -> None:
+def moxSetPointValues(acquisition: Acquisition, point: int | str, values: ArrayLike) -> None:
     """Set the values of one point of any kind.
 
     Parameters
     ----------
-    acquisition : data_store
+    acquisition : data_store or Trial
         An open acquisition.
     point : int or str
         Index of the channel as stored (from 0, over all kinds), or label; labels are compared

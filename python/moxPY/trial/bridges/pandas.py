@@ -16,7 +16,7 @@ from .tables import (
 )
 
 if TYPE_CHECKING:
-    import pandas
+    import pandas  # type: ignore[import-untyped, import-not-found, unused-ignore]
 
     from ..trial import Trial
 
@@ -55,27 +55,27 @@ def to_pandas(trial: Trial, what: What = "markers", *, long: bool = False) -> pa
     ['x', 'y', 'z']
     """
     require_known(what)
-    pandas = require("pandas")
+    packaged = require("pandas")
     if what == "events":
-        frame = pandas.DataFrame(event_columns(trial)).astype(event_types())
+        frame: pandas.DataFrame = packaged.DataFrame(event_columns(trial)).astype(event_types())
         frame.attrs["units"] = {"time": "s"}
         return frame
     table = table_of(trial, what)
     if long:
-        frame = pandas.DataFrame(long_columns(table))
+        frame = packaged.DataFrame(long_columns(table))
         texts = {level: str for level in table.levels if level != "platform"}
         frame = frame.astype(texts)
     else:
-        index = pandas.Index(table.time, name="time")
-        frame = pandas.DataFrame(table.values, index=index, columns=_names(pandas, table))
+        index = packaged.Index(table.time, name="time")
+        frame = packaged.DataFrame(table.values, index=index, columns=_names(packaged, table))
     frame.attrs["units"] = table.units
     return frame
 
 
-def _names(pandas: Any, table: Table) -> Any:
+def _names(packaged: Any, table: Table) -> Any:
     if len(table.levels) == 1:
         labels = [label for (label,) in table.columns]
-        return pandas.Index(labels, name=table.levels[0], dtype=str)
+        return packaged.Index(labels, name=table.levels[0], dtype=str)
     if not table.columns:
-        return pandas.MultiIndex.from_arrays([[] for _ in table.levels], names=table.levels)
-    return pandas.MultiIndex.from_tuples(table.columns, names=table.levels)
+        return packaged.MultiIndex.from_arrays([[] for _ in table.levels], names=table.levels)
+    return packaged.MultiIndex.from_tuples(table.columns, names=table.levels)

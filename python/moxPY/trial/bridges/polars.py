@@ -16,7 +16,7 @@ from .tables import (
 )
 
 if TYPE_CHECKING:
-    import polars
+    import polars  # type: ignore[import-untyped, import-not-found, unused-ignore]
 
     from ..trial import Trial
 
@@ -48,15 +48,18 @@ def to_polars(trial: Trial, what: What = "markers", *, long: bool = False) -> po
     ['time', 'LPelvisAngles_x']
     """
     require_known(what)
-    polars = require("polars")
+    packaged = require("polars")
     if what == "events":
-        return polars.DataFrame(event_columns(trial), schema=event_types())
+        frame: polars.DataFrame = packaged.DataFrame(event_columns(trial), schema=event_types())
+        return frame
     table = table_of(trial, what)
     if long:
         types = {level: int if level == "platform" else str for level in table.levels}
         schema = {"time": float, **types, "value": float}
-        return polars.DataFrame(long_columns(table), schema=schema)
-    return polars.DataFrame(_wide(table))
+        frame = packaged.DataFrame(long_columns(table), schema=schema)
+    else:
+        frame = packaged.DataFrame(_wide(table))
+    return frame
 
 
 def _wide(table: Table) -> dict[str, Any]:

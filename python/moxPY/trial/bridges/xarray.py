@@ -12,7 +12,7 @@ from ..extras import require
 from .tables import AXES
 
 if TYPE_CHECKING:
-    import xarray
+    import xarray  # type: ignore[import-untyped, import-not-found, unused-ignore]
 
     from ..channels import Channels
     from ..trial import Trial
@@ -48,7 +48,7 @@ def to_xarray(trial: Trial) -> xarray.Dataset:
     >>> data.markers.sel(marker="LASI", axis="z").mean("time").attrs["units"]
     'mm'
     """
-    xarray = require("xarray")
+    packaged = require("xarray")
     variables: dict[str, Any] = {}
     coordinates: dict[str, Any] = {
         "time": ("time", trial.time, {"units": "s"}),
@@ -65,7 +65,8 @@ def to_xarray(trial: Trial) -> xarray.Dataset:
         "first_frame": trial.first_frame,
         "events": json.dumps([asdict(event) for event in trial.events]),
     }
-    return xarray.Dataset(variables, coordinates, attributes)
+    data: xarray.Dataset = packaged.Dataset(variables, coordinates, attributes)
+    return data
 
 
 def _add(
