@@ -19,21 +19,39 @@ namespace {
 /// other scale.
 constexpr float wanted_range = 32000.0F;
 
-/// Throws export_error for a coordinate that no single holds.
-float largest_coordinate(std::span<const point_source> points, std::uint64_t frames) {
-    float largest = 0.0F;
+/// Calls `take` with each coordinate that is a number. Throws export_error for one that no single
+/// holds.
+template <typename Take>
+void for_coordinates(std::span<const point_source> points, std::uint64_t frames, Take take) {
     for (const auto& point : points) {
         for (const auto& source : point.coordinates) {
             for_singles(source, frames, [&](std::size_t first, std::span<const float> singles) {
                 require_singles(point, source, first, singles);
-                for (auto single : singles) {
-                    const auto magnitude = std::abs(single);
-                    largest = magnitude > largest && std::isfinite(magnitude) ? magnitude : largest;
+                for (const auto single : singles) {
+                    if (std::isfinite(single))
+                        take(single);
                 }
             });
         }
     }
+}
+
+float largest_coordinate(std::span<const point_source> points, std::uint64_t frames) {
+    float largest = 0.0F;
+    for_coordinates(points, frames,
+                    [&](float single) { largest = std::max(largest, std::abs(single)); });
     return largest;
+}
+
+/// Whether all coordinates are multiples of `step`, as those are that were integers once.
+bool are_multiples(std::span<const point_source> points, std::uint64_t frames, float step) {
+    constexpr float rounding = 1.0F / 256.0F; // that of a single that counts up to 32,767 steps
+    bool all = true;
+    for_coordinates(points, frames, [&](float single) {
+        const auto steps = single / step;
+        all = all && std::abs(steps - std::round(steps)) <= rounding;
+    });
+    return all;
 }
 
 /// The scale of the file that was read; none without one.
@@ -49,12 +67,22 @@ float fitting_scale(float largest) {
                           : 1.0F;
 }
 
+bool was_integer(const strata::data_group& format) {
+    return schema::read_text(header_attribute(format, schema::attribute::storage)) == "integer";
+}
+
+/// Beside real samples the scale says of the residuals alone what they are multiples of; it is 1 in
+/// many files. Coordinates that never were multiples of it would lose digits.
 float integer_scale(const strata::data_group& format, std::span<const point_source> points,
                     std::uint64_t frames) {
     constexpr float words_end = 32767.5F;
     const auto largest = largest_coordinate(points, frames);
+    const auto fitting = fitting_scale(largest);
     const auto read = scale_read(format);
-    return read && largest / *read < words_end ? *read : fitting_scale(largest);
+    const bool holds_all = read && largest / *read < words_end;
+    const bool is_kept = holds_all && (was_integer(format) || *read <= fitting ||
+                                       are_multiples(points, frames, *read));
+    return is_kept ? *read : fitting;
 }
 
 } // namespace
