@@ -12,10 +12,20 @@ namespace schema {
 
 std::string unnamed_channel(std::int64_t index) { return fmt::format("{}_{}", unnamed, index); }
 
+namespace {
+
+constexpr std::string_view separators = "/\\";
+
+} // namespace
+
+bool is_path_component(std::string_view text) noexcept {
+    return !text.empty() && text.find_first_of(separators) == std::string_view::npos;
+}
+
 std::string path_component(std::string_view text) {
     std::string component(text);
-    std::replace_if(
-        component.begin(), component.end(), [](char c) { return c == '/' || c == '\\'; }, '_');
+    std::ranges::replace_if(
+        component, [](char c) { return separators.find(c) != std::string_view::npos; }, '_');
     return component;
 }
 
@@ -25,9 +35,8 @@ std::vector<std::string> distinct_names(const std::vector<std::string>& labels) 
     // First those that are what their label says, then those that only resemble it: "A_2" stays
     // "A_2", though it comes behind two of "A".
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (!labels[i].empty() && path_component(labels[i]) == labels[i] && pool.take(labels[i])) {
+        if (is_path_component(labels[i]) && pool.take(labels[i]))
             names[i] = labels[i];
-        }
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (!names[i].empty() || labels[i].empty())

@@ -7,6 +7,9 @@
 
 namespace schema {
 
+/// Whether `text` can be a component of a path: not empty, without "/" and "\".
+[[nodiscard]] bool is_path_component(std::string_view text) noexcept;
+
 /// `text` as a component of a path: "/" and "\" replaced by "_".
 [[nodiscard]] std::string path_component(std::string_view text);
 

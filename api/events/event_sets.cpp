@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -16,11 +17,6 @@ std::string without_underscores(std::string name) {
     return name;
 }
 
-/// True for a text that can be the name of a set: no path.
-bool is_set_name(const std::string& name) {
-    return !name.empty() && name.find_first_of("/\\") == std::string::npos;
-}
-
 } // namespace
 
 strata::data_group event_group(const strata::data_store& acquisition) {
@@ -29,7 +25,7 @@ strata::data_group event_group(const strata::data_store& acquisition) {
 
 strata::data_set existing_event(const strata::data_group& events, const std::string& name) {
     const auto set_name = without_underscores(name);
-    if (!is_set_name(set_name) || !events.exists_set(set_name))
+    if (!schema::is_path_component(set_name) || !events.exists_set(set_name))
         throw_runtime_error(fmt::format("Event label '{}' doesn't exist", set_name));
     return events.retrieve_set(set_name);
 }
@@ -38,7 +34,7 @@ std::string set_name_to_append_to(const std::string& name) {
     auto set_name = without_underscores(name);
     if (set_name.empty())
         throw_runtime_error("Context and label of an event cannot both be empty");
-    if (!is_set_name(set_name))
+    if (!schema::is_path_component(set_name))
         throw_runtime_error(fmt::format(
             "Context and label of an event cannot contain '/' or '\\', current are : '{}'", name));
     return set_name;

@@ -3,6 +3,7 @@
 #include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
+#include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
@@ -37,7 +38,7 @@ entry_path path_of(const std::string& path) {
 void require_entry_name(const std::string& entry) {
     if (entry.empty())
         throw_runtime_error("The name of a metadata entry cannot be empty");
-    if (entry.find_first_of("/\\") != std::string::npos) {
+    if (!schema::is_path_component(entry)) {
         throw_runtime_error(fmt::format(
             "The name of a metadata entry cannot contain '/' or '\\', current is : '{}'", entry));
     }

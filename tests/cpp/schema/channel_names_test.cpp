@@ -26,6 +26,14 @@ TEST(ChannelNames, SeparatorsOfPathsAreReplaced) {
     EXPECT_THAT(distinct_names({"L/R", "L\\R", "L_R"}), ElementsAre("L_R_2", "L_R_3", "L_R"));
 }
 
+TEST(ChannelNames, TextWithoutSeparatorsIsAComponent) {
+    EXPECT_TRUE(schema::is_path_component("L R."));
+    EXPECT_FALSE(schema::is_path_component(""));
+    EXPECT_FALSE(schema::is_path_component("L/R"));
+    EXPECT_FALSE(schema::is_path_component("LR\\"));
+    EXPECT_EQ(schema::path_component("/L\\R"), "_L_R");
+}
+
 TEST(ChannelNames, MissingLabelsAreNamedByTheirIndex) {
     EXPECT_THAT(distinct_names({"", "A", ""}), ElementsAre("unamed_0", "A", "unamed_2"));
 }
