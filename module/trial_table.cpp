@@ -3,6 +3,7 @@
 #include "module/trial_table.hpp"
 
 #include "acquisition/files/read_trial.hpp"
+#include "acquisition/files/write_trial.hpp"
 #include "acquisition/new_acquisition.hpp"
 #include "acquisition/time_base/crop_acquisition.hpp"
 #include "acquisition/time_base/set_sampling.hpp"
@@ -27,6 +28,8 @@ PyMethodDef* trial_table() {
     static PyMethodDef table[] = {
         trial_row<"read_file", &reading::read_file>(),
         trial_row<"read_bytes", &reading::read_bytes>(),
+        trial_row<"write_file", &writing::write_file>(),
+        trial_row<"write_bytes", &writing::write_bytes>(),
         trial_row<"warnings", &reading::warnings>(),
         trial_row<"source", &reading::source>(),
         trial_row<"copy", &lifecycle::copy>(),

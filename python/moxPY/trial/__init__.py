@@ -36,6 +36,7 @@ samples          what counts as samples when something is assigned
 gaps             runs of frames in which a point was not seen
 copying          a trial like another one
 reading          opening files
+writing          making files
 foreign_content  what a file is that is no C3D file
 events           instants such as foot strikes
 cycles           stretches from an event to the next one of its side

@@ -15,6 +15,7 @@ from .analysis import Analysis
 from .bridges.pandas import to_pandas
 from .bridges.polars import to_polars
 from .bridges.xarray import to_xarray
+from . import copying, writing
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .display import trial_html, trial_repr
@@ -170,6 +171,7 @@ class Trial:
         """The analog channels."""
         return Analogs(self)
 
+    write = writing.write
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy

@@ -2,13 +2,16 @@
 
 from __future__ import annotations
 
+import io
 import subprocess
 import sys
 import threading
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 from pathlib import Path
 
 import _moxPY
+import moxPY as mox
+import numpy as np
 import pytest
 
 EXAMPLE = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
@@ -23,8 +26,8 @@ def no_switches() -> Iterator[None]:
     sys.setswitchinterval(before)
 
 
-@pytest.mark.usefixtures("no_switches")
-def test_other_threads_run_while_a_file_is_read():
+def runs_meanwhile(action: Callable[[], object]) -> bool:
+    """Whether another thread comes to run while `action` does, within many calls of it."""
     gate = threading.Lock()
     gate.acquire()
     ran = []
@@ -35,13 +38,56 @@ def test_other_threads_run_while_a_file_is_read():
 
     thread = threading.Thread(target=run)
     thread.start()
-    gate.release()  # never waits, so nothing but the reading lets the other one run
-    reads = 0
-    while not ran and reads < 5_000:
-        _moxPY.moxReadAcquisition(str(EXAMPLE))
-        reads += 1
-    assert ran
+    gate.release()  # never waits, so nothing but the action lets the other one run
+    calls = 0
+    while not ran and calls < 5_000:
+        action()
+        calls += 1
+    outcome = bool(ran)
     thread.join()
+    return outcome
+
+
+@pytest.mark.usefixtures("no_switches")
+def test_other_threads_run_while_a_file_is_read():
+    content = EXAMPLE.read_bytes()
+    assert runs_meanwhile(lambda: _moxPY.moxReadAcquisition(str(EXAMPLE)))
+    assert runs_meanwhile(lambda: mox.read(EXAMPLE))
+    assert runs_meanwhile(lambda: mox.read(content))
+
+
+@pytest.mark.usefixtures("no_switches")
+def test_other_threads_run_while_a_trial_is_written(tmp_path: Path):
+    trial = mox.read(EXAMPLE)
+    assert runs_meanwhile(lambda: trial.write(tmp_path / "walk.c3d"))
+    assert runs_meanwhile(lambda: trial.write(io.BytesIO()))
+
+
+def test_what_is_written_is_the_trial_as_it_was(tmp_path: Path):
+    """One thread writes, one makes all values of the markers the same again and again."""
+    trial = mox.read(EXAMPLE)
+    shape = trial.markers.values.shape
+    trial.markers.values = np.zeros(shape)
+    done = threading.Event()
+
+    def change() -> None:
+        number = 0
+        while not done.is_set():
+            number += 1
+            trial.markers.values = np.full(shape, float(number))
+
+    thread = threading.Thread(target=change)
+    thread.start()
+    seen = set()
+    try:
+        for i in range(40):
+            trial.write(tmp_path / f"{i}.c3d")
+            seen.add(frozenset(np.unique(mox.read(tmp_path / f"{i}.c3d").markers.values)))
+    finally:
+        done.set()
+        thread.join()
+    assert {len(values) for values in seen} == {1}
+    assert len(seen) > 1
 
 
 READING_TO_THE_END = f"""
