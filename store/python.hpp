@@ -4,6 +4,7 @@
 // | file                |                                                                     |
 // |---------------------|---------------------------------------------------------------------|
 // | python              | the one place where Python and NumPy enter                          |
+// | borrowed_bytes      | the bytes of an object, for as long as it is held                   |
 // | interpreter_release | lets other threads run                                              |
 // | swig_error          | failures that become a Python exception                             |
 // | outputs             | several results of one function                                     |

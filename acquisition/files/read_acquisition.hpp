@@ -6,8 +6,14 @@
 // | canonical_path     | the file that a path denotes                         |
 // | read_acquisition   | a file becomes an acquisition                        |
 // | import_acquisition | a device through the importers, then shaped          |
+// | read_trial         | what the object view reads: paths and bytes          |
+// | source_record      | what the store keeps of the file that was read       |
+// | file_form          | storage and processor, as scripts name them          |
+// | os_failure         | why the system refused                               |
 // | post_import        | what an importer left becomes what functions rely on |
 // | write_acquisition  | an acquisition becomes a file                        |
+// | export_acquisition | an acquisition through the exporter                  |
+// | write_trial        | what the object view writes, in any form             |
 
 #pragma once
 

@@ -10,12 +10,11 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
-from . import copying
+from . import copying, writing
 from .analysis import Analysis
 from .bridges.pandas import to_pandas
 from .bridges.polars import to_polars
 from .bridges.xarray import to_xarray
-from . import copying, writing
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
 from .display import trial_html, trial_repr
@@ -91,8 +90,11 @@ class Trial:
 
     @rate.setter
     def rate(self, rate: float) -> None:
+        if not (np.isfinite(rate) and rate > 0):
+            raise ValueError(f"a trial has a number of frames a second above 0, not {rate}")
         first = self.first_frame
-        _moxPY.moxSetFrequency(self, rate)
+        # Not moxSetFrequency, with which a file's frames are another number of the same length.
+        calls.set_time_base(self, rate, self.samples_per_frame, self.frames)
         self._number_frames_from(first)
 
     @property

@@ -6,6 +6,7 @@
 // | status                 | success, or why not                                |
 // | io_device              | bytes from somewhere, to somewhere                 |
 // | io_file                | a file, which is replaced as a whole or not at all |
+// | io_memory              | bytes in memory                                    |
 // | path_text              | paths as texts and back                            |
 // | on_fork                | what goes before and after a fork                  |
 // | standard_paths         | folders of the system                              |
