@@ -12,6 +12,7 @@
 #include "acquisition/channels/channels.hpp"
 #include "api/channels/matrix_check.hpp"
 #include "api/channels/write_channels.hpp"
+#include "api/points/residuals.hpp"
 #include "schema/names.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
@@ -149,11 +150,11 @@ void carry(strata::data_store acquisition, strata::data_set channel, strata::dat
     (void)holder_of(source, original);
     copy_if_there(channel, original, attribute::unit);
     copy_if_there(channel, original, attribute::description);
-    if (extent_of(original).samples == extent_of(channel).samples)
-        copy_if_there(channel, original, attribute::residuals);
     if (components_of(holder) == 1) {
         for (const char* name : {attribute::scale, attribute::offset, attribute::gain})
             copy_if_there(channel, original, name);
+    } else {
+        points::carry_residuals(acquisition, channel, source, original);
     }
 }
 

@@ -58,7 +58,9 @@ double residual_step(const strata::data_group& root) {
     if (!root.exists_group(schema::header))
         return 1.0;
     const auto header = root.retrieve_group(schema::header);
-    return std::abs(read<double>(header.retrieve_attribute(attribute::point_scale), 1.0));
+    const auto scale =
+        std::abs(read<double>(header.retrieve_attribute(attribute::point_scale), 1.0));
+    return std::isfinite(scale) && scale != 0.0 ? scale : 1.0;
 }
 
 /// Whether a number is a word; some writers store the residual itself instead.
@@ -77,6 +79,16 @@ double residual_of(float word, double step) {
 
 std::uint32_t mask_of(float word) {
     return is_word(word) ? static_cast<std::uint32_t>(word) >> 8U : 0U;
+}
+
+/// A word whose residual counts steps `factor` times as small.
+float rescaled(float word, double factor) {
+    constexpr double most = 255.0;
+    if (factor == 1.0 || !is_word(word))
+        return word;
+    const auto bits = static_cast<std::uint32_t>(word);
+    const auto steps = std::min(std::round(static_cast<double>(bits & 0xFFU) * factor), most);
+    return static_cast<float>((bits & ~0xFFU) + static_cast<std::uint32_t>(steps));
 }
 
 } // namespace
@@ -113,8 +125,9 @@ void carry_residuals(strata::data_store acquisition, strata::data_set point,
     const bool has_words = original.exists_attribute(attribute::residuals);
     if (!has_words || words.size() != words_of(acquisition, point).size())
         return;
+    const auto factor = residual_step(source.root()) / residual_step(acquisition.root());
     for (auto& word : words)
-        word = std::max(word, 0.0F);
+        word = rescaled(std::max(word, 0.0F), factor);
     for_each_missing(point, [&](std::size_t i) { words[i] = not_seen; });
     if (point.exists_attribute(attribute::residuals))
         point.delete_attribute(attribute::residuals);

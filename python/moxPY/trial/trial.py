@@ -95,10 +95,6 @@ class Trial:
         first = self.first_frame
         # Not moxSetFrequency, with which a file's frames are another number of the same length.
         calls.set_time_base(self, rate, self.samples_per_frame, self.frames)
-        frames, first = self.frames, self.first_frame
-        _moxPY.moxSetFrequency(self, rate)
-        if self.frames != frames:  # of a trial that was read it kept the duration
-            _moxPY.moxSetFrameNumber(self, frames)
         self._number_frames_from(first)
 
     @property

@@ -497,6 +497,16 @@ def test_an_assigned_channel_carries_what_belongs_to_it(tmp_path: Path) -> None:
     assert not trial.markers["RASI"].cameras.any()
 
 
+def test_carried_residuals_are_those_that_they_were(tmp_path: Path) -> None:
+    """One file counts them in steps of 0.1, the other one in steps of 0.05."""
+    source = Trial.of(fourth_words(tmp_path, scale=0.1))
+    trial = Trial.of(fourth_words(tmp_path, scale=0.05))
+    trial.markers["carried"] = source.markers["A"]
+    carried = trial.markers["carried"]
+    np.testing.assert_allclose(carried.residuals, source.markers["A"].residuals, rtol=1e-6)
+    np.testing.assert_array_equal(carried.cameras, source.markers["A"].cameras)
+
+
 def test_a_channel_may_be_assigned_to_itself(tmp_path: Path) -> None:
     trial = Trial.of(fourth_words(tmp_path))
     before = readings(trial)

@@ -32,6 +32,6 @@ def test_a_rate_that_is_refused_changes_nothing(any_trial: Any) -> None:
     trial = Trial.of(any_trial)
     before = trial.rate, trial.frames, trial.first_frame
     for rate in (-1.0, np.nan, np.inf):
-        with pytest.raises(RuntimeError):
+        with pytest.raises(ValueError, match="frames a second"):
             trial.rate = rate
     assert (trial.rate, trial.frames, trial.first_frame) == before
