@@ -25,6 +25,9 @@ element_array::element_array(data_type type, const element_layout& layout,
                              std::vector<channel_buffer> rows) noexcept
     : type_(element_kind(type)), layout_(layout), rows_(std::move(rows)) {}
 
+element_array::element_array(const element_layout& layout, std::vector<std::string> texts) noexcept
+    : type_(data_type::string), layout_(layout), texts_(std::move(texts)) {}
+
 bool element_array::read(const element_box& box, void* buffer, data_type requested) const {
     if (type_ == data_type::string && element_kind(requested) == data_type::string) {
         read_texts(box, buffer);

@@ -25,11 +25,18 @@ class element_array {
     element_array(data_type type, const element_layout& layout,
                   std::vector<channel_buffer> rows) noexcept;
 
+    /// Texts in row-major order; those behind the last one are empty. Requires no more than the
+    /// layout, which has no axis, has elements.
+    element_array(const element_layout& layout, std::vector<std::string> texts) noexcept;
+
     [[nodiscard]] data_type type() const noexcept { return type_; }
     [[nodiscard]] const element_layout& layout() const noexcept { return layout_; }
     [[nodiscard]] const dimensions& extents() const noexcept { return layout_.extents(); }
     /// One for each row of the layout; none unless the elements are numbers.
     [[nodiscard]] const std::vector<channel_buffer>& rows() const noexcept { return rows_; }
+
+    /// Texts in row-major order, but for empty ones at the end.
+    [[nodiscard]] const std::vector<std::string>& texts() const noexcept { return texts_; }
 
     /// Copies the elements of `box`, which lies within the extents, to `buffer`. False when there
     /// is no conversion. Throws std::bad_alloc, for texts only.

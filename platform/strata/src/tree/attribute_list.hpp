@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,9 @@ class attribute_list {
                                        data_type type);
     counted_ptr<attribute_node> create(std::string_view name, element_array elements);
 
+    /// Adds a node. Requires that there is none of its name.
+    counted_ptr<attribute_node> add(counted_ptr<attribute_node> node);
+
     /// Adds a copy, in the place of an attribute of that name if there is one.
     void copy(const attribute_node& attribute);
 
@@ -30,11 +34,13 @@ class attribute_list {
     /// Throws store_error when there is no such attribute.
     void remove(std::string_view name);
 
+    [[nodiscard]] std::size_t count() const noexcept { return nodes_.count(); }
+    /// As named_list::for_each.
+    template <typename Visit> void for_each(Visit visit) const { nodes_.for_each(visit); }
     [[nodiscard]] std::vector<std::string> names() const { return nodes_.names(); }
 
   private:
     void require_free(std::string_view name) const;
-    counted_ptr<attribute_node> add(counted_ptr<attribute_node> node);
 
     named_list<attribute_node> nodes_;
 };

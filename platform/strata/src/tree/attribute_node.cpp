@@ -19,6 +19,9 @@ attribute_node::attribute_node(std::string_view name, element_array elements)
     : name_(name), type_(elements.type()),
       elements_(std::make_unique<element_array>(std::move(elements))) {}
 
+attribute_node::attribute_node(std::string_view name, element_array elements, data_type type)
+    : name_(name), type_(type), elements_(std::make_unique<element_array>(std::move(elements))) {}
+
 counted_ptr<attribute_node> attribute_node::copy() const {
     counted_ptr<attribute_node> made{new attribute_node{name_, data_shape{}, type_}};
     made->number_ = number_;

@@ -21,6 +21,8 @@ class attribute_node final : public counted {
     /// Zeros or empty texts. Throws store_error for an impossible shape, std::bad_alloc.
     attribute_node(std::string_view name, const data_shape& shape, data_type type);
     attribute_node(std::string_view name, element_array elements);
+    /// `type` is the one that it was created with, of the elements' kind.
+    attribute_node(std::string_view name, element_array elements, data_type type);
 
     /// A copy of this node, which shares rows of numbers until either is written to.
     [[nodiscard]] counted_ptr<attribute_node> copy() const;
@@ -32,6 +34,9 @@ class attribute_node final : public counted {
     /// The contracts are those of data_attribute.
     [[nodiscard]] bool read(void* buffer, data_type requested) const;
     [[nodiscard]] bool write(const void* buffer, data_type given);
+
+    /// The text of a single text; empty for any other attribute.
+    [[nodiscard]] std::string_view text() const noexcept { return text_; }
 
     /// The elements of an attribute with dimensions; null for a single value.
     [[nodiscard]] const element_array* elements() const noexcept { return elements_.get(); }

@@ -20,6 +20,9 @@ class set_content final : public counted {
     set_content(const data_shape& shape, data_type type);
     explicit set_content(element_array elements) noexcept
         : type_(elements.type()), elements_(std::move(elements)) {}
+    /// `type` is the one that it was created with, of the elements' kind.
+    set_content(element_array elements, data_type type) noexcept
+        : type_(type), elements_(std::move(elements)) {}
 
     [[nodiscard]] data_type type() const noexcept { return type_; }
     [[nodiscard]] const element_array& elements() const noexcept { return elements_; }
