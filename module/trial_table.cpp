@@ -3,6 +3,7 @@
 #include "module/trial_table.hpp"
 
 #include "acquisition/files/read_trial.hpp"
+#include "acquisition/files/trial_image.hpp"
 #include "acquisition/files/write_trial.hpp"
 #include "acquisition/new_acquisition.hpp"
 #include "acquisition/time_base/crop_acquisition.hpp"
@@ -33,6 +34,8 @@ PyMethodDef* trial_table() {
         trial_row<"warnings", &reading::warnings>(),
         trial_row<"source", &reading::source>(),
         trial_row<"copy", &lifecycle::copy>(),
+        trial_row<"dump", &images::dump>(),
+        trial_row<"load", &images::load>(),
         trial_row<"crop", &sampling::crop>(),
         trial_row<"set_time_base", &sampling::set_time_base>(),
         trial_row<"channel_keys", &channels::keys>(),

@@ -1,4 +1,4 @@
-"""A trial like another one."""
+"""A trial like another one, in this process or in another."""
 
 from __future__ import annotations
 
@@ -38,3 +38,13 @@ def copy(trial: Trial) -> Trial:
 def deep_copy(trial: Trial, memo: dict[int, Any]) -> Trial:
     """The same for `copy.deepcopy`."""
     return copy(trial)
+
+
+def reduce(trial: Trial) -> tuple[Any, ...]:
+    """For `pickle`: the trial with every bit of its numbers, the path that it was read from and its
+    warnings. A pickle is for other processes, and for other times of the same version."""
+    return _restored, (type(trial), calls.dump(trial))
+
+
+def _restored(kind: type[Trial], image: bytes) -> Trial:
+    return kind.of(calls.load(image))

@@ -177,6 +177,7 @@ class Trial:
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy
+    __reduce__ = copying.reduce
 
     crop = crop
     resample = resample
