@@ -14,6 +14,7 @@
 // | write_acquisition  | an acquisition becomes a file                        |
 // | export_acquisition | an acquisition through the exporter                  |
 // | write_trial        | what the object view writes, in any form             |
+// | trial_image        | a whole store as bytes and back                      |
 
 #pragma once
 

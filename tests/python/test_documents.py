@@ -30,16 +30,17 @@ def documented_bytes(document: str) -> dict[int, bytes]:
     return {int(offset, 16): bytes.fromhex(digits) for offset, digits in lines}
 
 
-def test_the_first_script_prints_what_the_readme_says(
-    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
-):
+def test_the_scripts_print_what_the_readme_says(tmp_path: Path, monkeypatch: pytest.MonkeyPatch):
     (tmp_path / "examples").mkdir()
     shutil.copy(REPOSITORY / "examples" / "gait_trial.c3d", tmp_path / "examples")
     monkeypatch.chdir(tmp_path)
-    script, printed = blocks("README.md", "python")[0], blocks("README.md", "text")[0]
-    with contextlib.redirect_stdout(io.StringIO()) as output:
-        exec(script, {})
-    assert output.getvalue() == printed
+    scripts, printed = blocks("README.md", "python"), blocks("README.md", "text")
+    assert len(scripts) == len(printed) == 2
+    for script, text in zip(scripts, printed, strict=True):
+        with contextlib.redirect_stdout(io.StringIO()) as output:
+            exec(script, {})
+        assert output.getvalue() == text
+    assert moxPY.read("steps.c3d").frames == 201
     with moxPY.moxReadAcquisition("renamed.c3d") as renamed:
         assert "LeftFinger" in moxPY.moxGetMarkers(renamed)[0]
 
