@@ -76,7 +76,9 @@ class Channels(MutableMapping[str, Channel]):
         shape = self._shape
         if 0 in shape:
             return read_only(np.empty(shape))
-        return read_only(calls.kind_values(self._trial, self._kind).reshape(shape))
+        # One call, so that the frames are of one moment: another thread may append channels.
+        matrix = calls.kind_values(self._trial, self._kind)
+        return read_only(matrix.reshape(len(matrix), -1, *shape[2:]))
 
     @values.setter
     def values(self, values: Any) -> None:

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from contextlib import suppress
 from pathlib import Path
 from types import TracebackType
 from typing import Any, Self
@@ -243,7 +244,7 @@ class Trial:
 
     def close(self) -> None:
         """Free the memory now. Closing twice is no error."""
-        if not self.closed:
+        with suppress(ValueError):  # another thread may have been faster than any question
             _moxPY.delete_data_store(self)
 
     __repr__ = trial_repr
