@@ -104,6 +104,19 @@ def appending_summary(
     }
 
 
+def threads_summary(answers: dict[str, list[dict[str, Any]]], files: int) -> dict[str, Any]:
+    """Medians of the files a second; by how much all others are faster than the first one."""
+    # The first repetition of a process gets fresh memory from the system.
+    seconds = {
+        kind: [median(answer["seconds"][1:]) for answer in given] for kind, given in answers.items()
+    }
+    alone = next(iter(seconds.values()))
+    return {
+        kind: {"files_per_second": files / median(times), "ratio": ratio(alone, times)}
+        for kind, times in seconds.items()
+    }
+
+
 def ratio_to_reading(answer: dict[str, Any]) -> float:
     """An append of the second half, by the reading of all that it ends with."""
     second = answer["halves"][1]
@@ -179,6 +192,13 @@ def appending_table(result: dict[str, Any]) -> list[str]:
             f"  {kind:19}  {figures['count']:>6}  {times[0]} {times[1]}  {times[2]} {times[3]}"
             f"  {figures['ratio_to_reading']:16.2f}  {rest:>17}"
         )
+    return lines
+
+
+def threads_table(result: dict[str, Any], processors: int) -> list[str]:
+    lines = [f"threads that read, with {processors} processors", f"  {'':13}  files/s  ratio"]
+    for kind, figures in result.items():
+        lines.append(f"  {kind:13}  {figures['files_per_second']:7.0f}  {figures['ratio']:5.2f}")
     return lines
 
 

@@ -1,7 +1,9 @@
-"""Compares reading and writing C3D files with plain C++ programs and with other packages, and
-appending to an acquisition with reading it.
+"""Compares reading and writing C3D files with plain C++ programs and with other packages,
+appending to an acquisition with reading it, and eight threads that read with one.
 
-    python run.py --build BUILD [--rounds N] [--trial big|small] [--job reading|writing|appending]
+    python run.py --build BUILD [--rounds N] [--trial big|small] [--job JOB]
+
+JOB is reading, writing, appending or threads.
 
 BUILD is a build folder with the module and the plain programs. Its subfolder `benchmarks` keeps the
 files that are read, which are made when they are missing, and `results.json`. README.md beside
@@ -13,12 +15,14 @@ from __future__ import annotations
 
 import argparse
 import json
+import os
 import sys
 from pathlib import Path
 from typing import Any
 
 import appending
 import reading
+import threads
 import writing
 from jobs import Trial
 from report import (
@@ -27,13 +31,15 @@ from report import (
     machine,
     summary,
     table,
+    threads_summary,
+    threads_table,
     writing_summary,
     writing_table,
 )
 
 KINDS = ("big", "small")
 JOBS_OF_A_TRIAL = ("reading", "writing")
-JOBS = (*JOBS_OF_A_TRIAL, "appending")
+JOBS = (*JOBS_OF_A_TRIAL, "appending", "threads")
 
 
 def measure_reading(trial: Trial, build: Path, rounds: int) -> tuple[dict[str, Any], list[str]]:
@@ -60,6 +66,13 @@ def measure_appending(rounds: int) -> tuple[dict[str, Any], list[str]]:
     return result, appending.disagreements(answers)
 
 
+def measure_threads(trial: Trial, rounds: int) -> tuple[dict[str, Any], list[str]]:
+    answers = threads.run_rounds(trial, rounds)
+    result = threads_summary(answers, threads.FILES)
+    print("\n".join(threads_table(result, len(os.sched_getaffinity(0)))), end="\n\n")
+    return result, threads.disagreements(answers)
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=Path, required=True)
@@ -84,6 +97,12 @@ def main() -> int:
             wrong += deviations
     if "appending" in jobs:
         results["appending"], deviations = measure_appending(options.rounds)
+        wrong += deviations
+    if "threads" in jobs:
+        trial = Trial("small", folder)
+        if not trial.is_current():
+            trial.make()
+        results["threads"], deviations = measure_threads(trial, options.rounds)
         wrong += deviations
     folder.mkdir(exist_ok=True)
     (folder / "results.json").write_text(json.dumps(results, indent=2) + "\n")
