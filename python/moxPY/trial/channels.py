@@ -87,8 +87,12 @@ class Channels(MutableMapping[str, Channel]):
     def _assign(self, values: Any) -> None:
         shape = self._shape
         array = samples_of(values, shape, self._axes, f"the {self._kind.lower()}")
-        if 0 not in shape:
+        if 0 in shape:
+            return
+        try:
             calls.set_kind_values(self._trial, self._kind, as_matrix(array))
+        except RuntimeError as error:  # another thread added or removed channels since
+            raise ValueError(f"the {self._kind.lower()} were not replaced: {error}") from None
 
     @property
     def _shape(self) -> tuple[int, ...]:
