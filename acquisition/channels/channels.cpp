@@ -37,6 +37,7 @@ std::uint64_t samples_of(const strata::data_group& group) {
 
 std::vector<strata::data_group> point_groups(const strata::data_group& root) {
     std::vector<strata::data_group> groups;
+    groups.reserve(schema::point_kind_table.size());
     for (const auto& kind : schema::point_kind_table)
         groups.push_back(retrieve_group(root, kind.path));
     return groups;

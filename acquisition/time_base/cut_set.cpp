@@ -62,6 +62,7 @@ void cut_reliabilities(strata::data_set set, const char* name, sample_range kept
 strata::data_set cut_of(const strata::data_set& set, sample_range kept, const char* reliabilities) {
     const auto held = extents_of(set);
     std::vector<strata::channel_buffer> channels;
+    channels.reserve(held.channels);
     for (std::uint64_t i = 0; i < held.channels; ++i)
         channels.push_back(cut_channel(strata::share_channel(set, i), held, kept));
     const strata::data_store apart;

@@ -29,6 +29,7 @@ enum class data_type : std::int32_t {
     auto value = static_cast<std::int32_t>(type);
     if (value > 100)
         value -= 100;
+    // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): 1 to 12 are all enumerators
     return value >= 1 && value <= 12 ? static_cast<data_type>(value) : data_type::invalid;
 }
 

@@ -191,10 +191,12 @@ channel_buffer image_reader::read_row(data_type type, std::uint64_t elements) {
 void image_reader::read_buffer() {
     const auto stored = get_type();
     require(is_number(stored) && stored == element_kind(stored), "elements are no numbers");
+    const auto size = element_size(stored);
+    require(size != 0, "elements are no numbers");
     const auto count = get<std::uint64_t>();
-    require(count <= rest_.size() / element_size(stored), "it ends too early");
+    require(count <= rest_.size() / size, "it ends too early");
     auto buffer = make_rows(stored, count, 1, initial_content::whatever).front();
-    const auto bytes = take(count * element_size(stored));
+    const auto bytes = take(count * size);
     if (!bytes.empty())
         std::memcpy(buffer.data(), bytes.data(), bytes.size());
     buffers_.push_back(std::move(buffer));
