@@ -39,7 +39,7 @@ venv: $(venv_ready)
 # Dependencies that are installed on the machine are not fetched; configuring finds out.
 deps: $(release)/configured
 
-$(venv_ready): pyproject.toml tools/find_python.sh tools/make_venv.sh
+$(venv_ready): pyproject.toml tools/find_python.sh tools/make_venv.sh tools/install_group.sh
 	@echo "Making $(VENV)"
 	@interpreter=$$(tools/find_python.sh $(BUILD)/python) && \
 		tools/make_venv.sh $(VENV) "$$interpreter" $(deps)
@@ -101,7 +101,7 @@ lint: $(venv_ready)
 # Minutes, not seconds: the analyzer follows every path. FILES="a.cpp b.cpp" looks at these alone.
 # A tree of its own, which is configured only: where sources are compiled together, no command names one.
 tidy: $(tidy_tree)/configured
-	@python -m pip install -qq --group tidy
+	@tools/install_group.sh $(VENV) tidy
 	@run-clang-tidy.py -quiet -j $(JOBS) -p $(tidy_tree) \
 		$(if $(FILES),$(FILES:%='^$(CURDIR)/%$$'),$(tidied:%='^$(CURDIR)/%/'))
 

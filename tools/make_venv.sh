@@ -2,16 +2,14 @@
 # Makes the virtual environment for development: make_venv.sh VENV INTERPRETER PIP_FOLDER
 # PIP_FOLDER serves only an interpreter without pip: Debian's pip is unpacked there.
 #
-# uv fills it, in a few seconds. It neither finds nor brings the interpreter: what it would download does
-# not come from a package index, and a distribution's own headers are what the module is built with. And
-# it knows nothing of an index that is set up for pip alone; then pip does the same more slowly.
+# uv, which fills it, neither finds nor brings the interpreter: what it would download does not come from a
+# package index, and a distribution's own headers are what the module is built with.
 set -eu
 
 venv=$1
 interpreter=$2
 pip_folder=$3
 tools=$(dirname "$0")
-group="$tools/../pyproject.toml:dev"
 
 if "$venv/bin/python" -m pip --version >/dev/null 2>&1; then
     : # Made before: only its packages are brought up to date.
@@ -25,11 +23,4 @@ elif ! "$interpreter" -m venv --clear "$venv" >/dev/null 2>&1; then
     done
 fi
 
-pip="$venv/bin/python -m pip install -qq"
-if $pip "uv>=0.7,<1" && "$venv/bin/python" -m uv pip install -q --python "$venv/bin/python" --group "$group" 2>/dev/null
-then
-    exit 0
-fi
-# Dependency groups are known to pip from 25.1 on.
-$pip --upgrade "pip>=25.1"
-$pip --group "$group"
+exec "$tools/install_group.sh" "$venv" dev
