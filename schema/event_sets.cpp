@@ -48,8 +48,8 @@ std::vector<std::int32_t> numbers_of_occurrences(const strata::data_set& set, co
 }
 
 template <typename Value>
-std::vector<Value> column(std::span<const event_occurrence> occurrences,
-                          Value event_occurrence::* member) {
+std::vector<Value> each_of(std::span<const event_occurrence> occurrences,
+                           Value event_occurrence::* member) {
     std::vector<Value> values;
     values.reserve(occurrences.size());
     for (const auto& occurrence : occurrences)
@@ -111,14 +111,14 @@ void write_occurrences(strata::data_set& set, std::span<const event_occurrence> 
                             attribute::occurrence_subjects, attribute::occurrence_descriptions,
                             attribute::occurrence_icons, attribute::occurrence_flags});
     write_texts(set, attribute::occurrence_contexts,
-                column(occurrences, &event_occurrence::context));
-    write_texts(set, attribute::occurrence_labels, column(occurrences, &event_occurrence::label));
+                each_of(occurrences, &event_occurrence::context));
+    write_texts(set, attribute::occurrence_labels, each_of(occurrences, &event_occurrence::label));
     write_texts(set, attribute::occurrence_subjects,
-                column(occurrences, &event_occurrence::subject));
+                each_of(occurrences, &event_occurrence::subject));
     write_texts(set, attribute::occurrence_descriptions,
-                column(occurrences, &event_occurrence::description));
-    write_numbers(set, attribute::occurrence_icons, column(occurrences, &event_occurrence::icon));
-    write_numbers(set, attribute::occurrence_flags, column(occurrences, &event_occurrence::flags));
+                each_of(occurrences, &event_occurrence::description));
+    write_numbers(set, attribute::occurrence_icons, each_of(occurrences, &event_occurrence::icon));
+    write_numbers(set, attribute::occurrence_flags, each_of(occurrences, &event_occurrence::flags));
 }
 
 void write_event(strata::data_set& set, const event_occurrence& first, const std::string& type) {
