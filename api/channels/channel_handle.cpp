@@ -144,6 +144,15 @@ void set_values(strata::data_store acquisition, strata::data_set channel, PyObje
                             components);
 }
 
+void multiply_scale(strata::data_store acquisition, strata::data_set channel, double factor) {
+    if (components_of(holder_of(acquisition, channel)) != 1)
+        throw swig_error(error_code::value, "a point has no scale");
+    if (!channel.exists_attribute(attribute::scale))
+        return;
+    const auto scale = read<double>(channel.retrieve_attribute(attribute::scale));
+    write_or_create(channel, attribute::scale, static_cast<float>(scale * factor));
+}
+
 void carry(strata::data_store acquisition, strata::data_set channel, strata::data_store source,
            strata::data_set original) {
     const auto holder = holder_of(acquisition, channel);

@@ -46,6 +46,10 @@ void set_text(strata::data_store acquisition, strata::data_set channel, const st
 /// samples' residuals were is forgotten. RuntimeError for any other matrix.
 void set_values(strata::data_store acquisition, strata::data_set channel, PyObject* matrix);
 
+/// Multiplies the scale of an analog channel, so that samples which were multiplied too are stored
+/// as the same integers. ValueError for a point.
+void multiply_scale(strata::data_store acquisition, strata::data_set channel, double factor);
+
 /// Gives a channel the unit, description, residuals and, of analog channels, the scale, offset and
 /// gain of another one, which may be part of another acquisition. Residuals need as many samples.
 void carry(strata::data_store acquisition, strata::data_set channel, strata::data_store source,

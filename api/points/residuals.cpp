@@ -13,6 +13,7 @@
 #include "acquisition/channels/channels.hpp"
 #include "api/channels/channel_handle.hpp"
 #include "schema/names.hpp"
+#include "store/path_helpers.hpp"
 #include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
@@ -91,6 +92,28 @@ float rescaled(float word, double factor) {
     return static_cast<float>((bits & ~0xFFU) + static_cast<std::uint32_t>(steps));
 }
 
+/// A residual that is stored itself, moved a hair where it would read as a word.
+float distinct_from_words(float residual) {
+    return is_word(residual) ? std::nextafter(residual, residual + 1.0F) : residual;
+}
+
+/// Multiplies the residuals of a point that are stored themselves.
+void multiply_stored_residuals(const strata::data_set& point, double factor) {
+    if (!point.exists_attribute(attribute::residuals))
+        return;
+    auto stored = point.retrieve_attribute(attribute::residuals);
+    auto numbers = read_vector<float>(stored);
+    bool any = false;
+    for (auto& number : numbers) {
+        if (number > 0.0F && !is_word(number)) {
+            number = distinct_from_words(static_cast<float>(number * factor));
+            any = true;
+        }
+    }
+    if (any)
+        write_vector(stored, numbers);
+}
+
 } // namespace
 
 py_ref residuals(strata::data_store acquisition, strata::data_set point) {
@@ -117,6 +140,17 @@ py_ref cameras(strata::data_store acquisition, strata::data_set point) {
     }
     PyArray_CLEARFLAGS(array.array(), NPY_ARRAY_WRITEABLE);
     return array;
+}
+
+void multiply_residuals(strata::data_store acquisition, double factor) {
+    const auto root = acquisition.root();
+    const auto step = residual_step(root) * factor;
+    for (const auto& group : point_groups(root)) {
+        for (const auto& point : sets_of(group))
+            multiply_stored_residuals(point, factor);
+    }
+    write_or_create(retrieve_group(root, schema::header), attribute::point_scale,
+                    static_cast<float>(step));
 }
 
 void carry_residuals(strata::data_store acquisition, strata::data_set point,

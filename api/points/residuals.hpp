@@ -26,4 +26,8 @@ namespace mox::points {
 void carry_residuals(strata::data_store acquisition, strata::data_set point,
                      strata::data_store source, strata::data_set original);
 
+/// Multiplies the residuals of all points, as when their unit becomes another one. The steps that
+/// words count become others, the words stay.
+void multiply_residuals(strata::data_store acquisition, double factor);
+
 } // namespace mox::points

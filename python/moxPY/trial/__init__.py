@@ -2,42 +2,17 @@
 
 A file a subject:
 
-=============  =================================================================
-trial          `Trial` itself: what it is made from, its clock, its parts
-channels       mappings of labels: markers, angles …, analog channels
-channel        one channel and its samples
-samples        what counts as samples when something is assigned
-labels         what a label is, and which are nearest to one that is missing
-gaps           runs of frames in which a point was not seen
-copying        a trial like another one
-events         instants such as foot strikes
-cycles         stretches from an event to the next one of its side
-normalize      samples over the course of cycles
-platforms      the force platforms of a trial
-platform       one force platform
-wrench         what a platform measured
-up_axis        which axis of the laboratory is the vertical one
-foot_contacts  when feet came down on a platform and left it
-metadata       the parameters of a file, in groups
-entry_values   what an entry of each type can hold
-analysis       single results that a file keeps
-rotations      rotations of segments
-verbs          what makes another trial of a trial, a file a verb
-display        how trials and their parts show themselves
-bridges        data frames and data sets of other packages
-extras         packages that a user may not have
-runs           numeric work on runs of samples, so that gaps stay gaps
-=============  =================================================================
 ===============  =================================================================
 trial            `Trial` itself: what it is made from, its clock, its parts
 channels         mappings of labels: markers, angles …, analog channels
 channel          one channel and its samples
 samples          what counts as samples when something is assigned
+labels           what a label is, and which are nearest to one that is missing
 gaps             runs of frames in which a point was not seen
 copying          a trial like another one
 reading          opening files
-writing          making files
 foreign_content  what a file is that is no C3D file
+writing          making files
 events           instants such as foot strikes
 cycles           stretches from an event to the next one of its side
 normalize        samples over the course of cycles
@@ -47,6 +22,15 @@ wrench           what a platform measured
 up_axis          which axis of the laboratory is the vertical one
 foot_contacts    when feet came down on a platform and left it
 rotations        rotations of segments
+metadata         the parameters of a file, in groups
+entry_values     what an entry of each type can hold
+analysis         single results that a file keeps
+units            what the units that files name are worth
+verbs            what makes another trial of a trial, a file a verb
+display          how trials and their parts show themselves
+bridges          data frames and data sets of other packages
+extras           packages that a user may not have
+runs             numeric work on runs of samples, so that gaps stay gaps
 ===============  =================================================================
 """
 

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 from dataclasses import replace
+from itertools import zip_longest
 from typing import TYPE_CHECKING, Any, Literal
 
 import numpy as np
@@ -11,18 +12,21 @@ from _moxPY import trial as calls
 from .channel import Channel
 from .display import one_line
 from .samples import FloatArray, read_only
+from .units import Quantity
 from .up_axis import up_axis
 from .wrench import Wrench, WrenchUnits
 
 if TYPE_CHECKING:
     from .trial import Trial
 
-# Of the channels of a type, which one's unit is that of forces, and which one's that of moments;
-# type 3 has no channel of moments.
-_FORCE_CHANNEL = 0
-_MOMENT_CHANNEL = {1: 5, 2: 3, 4: 3}
-# Type 1 measures the point of application: no load has no place, so no baseline either.
-_POINT_CHANNELS = {1: (3, 4)}
+#: What the channels of each type measure. Those of type 4 are outputs which a matrix makes forces
+#: and moments of; some files give them these units.
+QUANTITIES: dict[int, tuple[Quantity, ...]] = {
+    1: ("force", "force", "force", "length", "length", "moment"),
+    2: ("force", "force", "force", "moment", "moment", "moment"),
+    3: ("force",) * 8,
+    4: ("force", "force", "force", "moment", "moment", "moment"),
+}
 
 
 class Platform:
@@ -79,14 +83,17 @@ class Platform:
     def channels(self) -> list[Channel]:
         """The analog channels that the platform measures with, in the order of its type; without
         those that the trial lacks."""
-        return [channel for _, channel in self._placed_channels()]
+        return [channel for _, channel in self.measured]
 
-    def _placed_channels(self) -> list[tuple[int, Channel]]:
-        """The channels that are there, each with its place among those of the type."""
+    @property
+    def measured(self) -> list[tuple[Quantity | None, Channel]]:
+        """The channels, each behind what it measures: ``"force"``, ``"moment"`` or ``"length"``;
+        None for platforms of types that nobody has described."""
         handles = calls.platform_channels(self._trial, self._index)
+        quantities = QUANTITIES.get(self.type, ())
         return [
-            (place, Channel(self._trial, handle))
-            for place, handle in enumerate(handles)
+            (quantity, Channel(self._trial, handle))
+            for quantity, handle in zip_longest(quantities, handles)
             if handle is not None
         ]
 
@@ -98,13 +105,19 @@ class Platform:
         Moments of type 3 are computed: forces times the unit of points. Outputs in volts, of type
         4, tell no unit.
         """
-        units = {place: channel.unit for place, channel in self._placed_channels()}
         point = self._trial.markers.unit or ""
-        force = _named(units, _FORCE_CHANNEL)
+        force = self._unit_of("force")
         if self.type == 3:
             return WrenchUnits(force, f"{force}{point}" if force and point else "", point)
-        moment = _MOMENT_CHANNEL.get(self.type)
-        return WrenchUnits(force, "" if moment is None else _named(units, moment), point)
+        return WrenchUnits(force, self._unit_of("moment"), point)
+
+    def _unit_of(self, quantity: Quantity) -> str:
+        """The unit of the first channel of a quantity; empty where that names none of it."""
+        for measured, channel in self.measured:
+            if measured == quantity:
+                unit = channel.unit
+                return "" if unit.lower() in {"v", "mv", "uv", "µv", "unknown"} else unit
+        return ""
 
     def wrench(
         self,
@@ -203,9 +216,8 @@ class Platform:
             No sample lies in the stretch, or a channel has no numbers there.
         """
         stretch = self._stretch(start, stop)
-        skipped = _POINT_CHANNELS.get(self.type, ())
-        # By index: what is named twice has one baseline.
-        channels = {c.index: c for i, c in self._placed_channels() if i not in skipped}
+        # By index: what is named twice has one baseline. No load has no place.
+        channels = {c.index: c for quantity, c in self.measured if quantity != "length"}
         changed = []
         for channel in channels.values():
             values = channel.values
@@ -256,9 +268,3 @@ class Platform:
     def _brief(self) -> str:
         labels = " ".join(channel.label for channel in self.channels)
         return f"type {self.type}, {labels or 'no channels'}"
-
-
-def _named(units: dict[int, str], place: int) -> str:
-    """The unit of a channel where that is one of forces or moments."""
-    unit = units.get(place, "")
-    return "" if unit.lower() in {"v", "mv", "uv", "µv", "unknown"} else unit

@@ -419,7 +419,7 @@ def test_a_lost_channel_does_not_move_the_others(tmp_path: Path) -> None:
     moment = before["Mz_0"].values
     del trial.analogs["Fx_0"]
     assert [channel.label for channel in plate.channels] == [f"{n}_0" for n in NAMES[1][1:]]
-    assert plate.units == ("", "Nmm", "")
+    assert plate.units == ("N", "Nmm", "")
     plate.zero(0.0, 1.0)
     for label, values in points.items():
         np.testing.assert_array_equal(trial.analogs[label].values, values)
