@@ -27,6 +27,7 @@ from .samples import FloatArray, read_only
 from .verbs.crop import crop
 from .verbs.fill_gaps import fill_gaps
 from .verbs.filter import filter
+from .verbs.in_units import in_units
 from .verbs.merged import merged
 from .verbs.resample import resample
 from .verbs.rotated import rotated, y_up, z_up
@@ -187,6 +188,7 @@ class Trial:
     rotated = rotated
     z_up = z_up
     y_up = y_up
+    in_units = in_units
     merged = merged
 
     @property

@@ -8,6 +8,7 @@ resample   another rate
 fill_gaps  places for lost markers
 filter     slower or faster parts
 rotated    other axes
+in_units   other units
 merged     channels of another trial
 =========  ========================
 """
