@@ -11,7 +11,9 @@ sanitize := $(BUILD)/sanitize
 tidy_tree := $(BUILD)/tidy
 tidied := platform schema plugins store acquisition api module
 MOST ?= 60
+# What building and the demonstration need, which is little, and what everything else needs.
 venv_ready := $(VENV)/ready
+dev_ready := $(VENV)/dev_ready
 stubs := $(BUILD)/stubs
 sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
 
@@ -34,7 +36,7 @@ help:
 	@echo "make build          the module alone, in $(release)/package"
 	@echo "make format, lint, tidy, tidy-changed, clean"
 
-venv: $(venv_ready)
+venv: $(dev_ready)
 
 # Dependencies that are installed on the machine are not fetched; configuring finds out.
 deps: $(release)/configured
@@ -43,6 +45,10 @@ $(venv_ready): pyproject.toml tools/find_python.sh tools/make_venv.sh tools/inst
 	@echo "Making $(VENV)"
 	@interpreter=$$(tools/find_python.sh $(BUILD)/python) && \
 		tools/make_venv.sh $(VENV) "$$interpreter" $(deps)
+	@touch $@
+
+$(dev_ready): $(venv_ready)
+	@tools/install_group.sh $(VENV) dev
 	@touch $@
 
 $(release)/configured: $(venv_ready) $(sources)
@@ -63,11 +69,11 @@ build: $(release)/configured
 demo: build
 	@$(in_build_tree) python examples/demo.py
 
-test: $(release)/configured
+test: $(release)/configured $(dev_ready)
 	@cmake --build $(release) --parallel $(JOBS)
 	@python tools/run_tests.py $(release)
 
-test-sanitize: $(sanitize)/configured
+test-sanitize: $(sanitize)/configured $(dev_ready)
 	@cmake --build $(sanitize) --parallel $(JOBS)
 	@python tools/run_tests.py $(sanitize) --sanitize
 
@@ -79,19 +85,19 @@ wheel: $(venv_ready)
 test-wheel: wheel
 	@python tools/check_wheel.py dist
 
-bench: $(release)/configured
+bench: $(release)/configured $(dev_ready)
 	@cmake --build $(release) --parallel $(JOBS)
 	@$(in_build_tree) python benchmarks/run.py --build $(release)
 
 cpp_files = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp')
 
-format: $(venv_ready)
+format: $(dev_ready)
 	@clang-format -i $(cpp_files)
 	@ruff format --quiet .
 	@ruff check --quiet --fix .
 
 # The types of the extension module are made for mypy, since lint looks at sources that nobody built yet.
-lint: $(venv_ready)
+lint: $(dev_ready)
 	@clang-format --dry-run --Werror $(cpp_files)
 	@ruff format --quiet --check .
 	@ruff check --quiet .

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes the virtual environment for development: make_venv.sh VENV INTERPRETER PIP_FOLDER
+# Makes the virtual environment that building and the demonstration need: make_venv.sh VENV INTERPRETER PIP_FOLDER
 # PIP_FOLDER serves only an interpreter without pip: Debian's pip is unpacked there.
 #
 # uv, which fills it, neither finds nor brings the interpreter: what it would download does not come from a
@@ -23,4 +23,4 @@ elif ! "$interpreter" -m venv --clear "$venv" >/dev/null 2>&1; then
     done
 fi
 
-exec "$tools/install_group.sh" "$venv" dev
+exec "$tools/install_group.sh" "$venv" demo
