@@ -11,6 +11,7 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from ..formats import export
 from . import copying, writing
 from .analysis import Analysis
 from .bridges.pandas import to_pandas
@@ -30,7 +31,7 @@ from .verbs.filter import filter
 from .verbs.in_units import in_units
 from .verbs.merged import merged
 from .verbs.resample import resample
-from .verbs.rotated import rotated, y_up, z_up
+from .verbs.rotated import rotated, x_up, y_up, z_up
 
 
 class Trial:
@@ -176,6 +177,7 @@ class Trial:
         return Analogs(self)
 
     write = writing.write
+    export = export
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy
@@ -188,6 +190,7 @@ class Trial:
     rotated = rotated
     z_up = z_up
     y_up = y_up
+    x_up = x_up
     in_units = in_units
     merged = merged
 

@@ -155,12 +155,12 @@ def test_the_vertical_of_platforms_becomes_the_axis() -> None:
 
 
 @pytest.mark.parametrize("axis", [0, 1, 2])
-@pytest.mark.parametrize("verb", ["y_up", "z_up"])
+@pytest.mark.parametrize("verb", ["x_up", "y_up", "z_up"])
 def test_without_platforms_the_screen_tells_the_vertical(
     trial: Trial, axis: int, verb: str
 ) -> None:
     _moxPY.moxSetMetaDataValue(trial, "POINT", "Y_SCREEN", "+" + "XYZ"[axis])
-    target = {"y_up": 1, "z_up": 2}[verb]
+    target = {"x_up": 0, "y_up": 1, "z_up": 2}[verb]
     turned = getattr(trial, verb)()
     height = trial.markers["A"].values[:, axis]
     np.testing.assert_array_equal(turned.markers["A"].values[:, target], height)
@@ -173,7 +173,7 @@ def test_without_platforms_the_screen_tells_the_vertical(
 
 def test_without_a_vertical_nothing_is_guessed() -> None:
     trial = Trial.of(new_trial())
-    for verb in (trial.z_up, trial.y_up):
+    for verb in (trial.x_up, trial.z_up, trial.y_up):
         with pytest.raises(
             ValueError, match=r"^nothing tells which axis points upwards: no force "
         ):

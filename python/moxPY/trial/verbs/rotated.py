@@ -99,6 +99,23 @@ def y_up(trial: Trial) -> Trial:
     return rotated(trial, _right_angle(_up(trial), 1))
 
 
+def x_up(trial: Trial) -> Trial:
+    """A trial in axes of which x points upwards, turned by a right angle about a level axis.
+
+    As `z_up`.
+
+    Raises
+    ------
+    ValueError
+        Nothing tells which axis points upwards.
+
+    Examples
+    --------
+    >>> upright = trial.x_up()
+    """
+    return rotated(trial, _right_angle(_up(trial), 0))
+
+
 def _up(trial: Trial) -> int:
     axis = up_axis(trial)
     screen = _parameter(trial, "POINT", "Y_SCREEN")

@@ -1,0 +1,22 @@
+"""Trials as files of other formats: `export`.
+
+A file a subject, and a file a format:
+
+==========  ====================================================================
+export      what a user calls
+options     what is asked of a file: axes, units, threshold, side
+prepared    a trial as the options want it
+target      the files that an export makes, complete or not at all
+registry    the formats there are, and how others are added
+json        everything but samples
+==========  ====================================================================
+"""
+
+from __future__ import annotations
+
+from .export import export
+from .options import Options
+from .registry import Format, formats, register
+from .target import Target
+
+__all__ = ["Format", "Options", "Target", "export", "formats", "register"]
