@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 from collections.abc import Callable, Iterable, Iterator, Mapping, MutableMapping
+from contextlib import suppress
 from typing import TYPE_CHECKING, Any
 
 import _moxPY
@@ -67,7 +68,11 @@ class Channels(MutableMapping[str, Channel]):
     @property
     def units(self) -> dict[str, str]:
         """The unit of each channel."""
-        return {label: channel.unit for label, channel in self.items()}
+        units = {}
+        for label in self.labels:
+            with suppress(KeyError):  # another thread has removed it
+                units[label] = self[label].unit
+        return units
 
     @property  # type: ignore[override]
     def values(self) -> FloatArray:
@@ -147,13 +152,21 @@ class Channels(MutableMapping[str, Channel]):
         list of Gap
             Label, first and last frame, as the trial numbers its frames.
         """
-        missing = np.isnan(self.values).any(axis=2)
+        labels, values = self.labelled_values()
+        missing = np.isnan(values).any(axis=2)
         start = self._trial.first_frame
         return [
             Gap(label, start + int(first), start + int(last))
-            for label, flags in zip(self.labels, missing.T, strict=True)
+            for label, flags in zip(labels, missing.T, strict=True)
             for first, last in runs_of(flags)
         ]
+
+    def labelled_values(self) -> tuple[list[str], FloatArray]:
+        """`labels` and `values` of one moment, though another thread adds or removes channels."""
+        while True:
+            labels, values = self.labels, self.values
+            if values.shape[1] == len(labels) and labels == self.labels:
+                return labels, values
 
     def __getitem__(self, label: str) -> Channel:
         return Channel(self._trial, self._found(label))

@@ -282,6 +282,29 @@ def test_a_trial_that_threads_share_neither_breaks_nor_tears(tmp_path: Path):
 
 
 @pytest.mark.usefixtures("many_switches")
+def test_gaps_and_frames_are_of_one_moment():
+    """Labels and samples that belong together are read together, whoever appends meanwhile."""
+    trial = mox.read(EXAMPLE)
+    done = threading.Event()
+
+    def append_and_remove() -> None:
+        while not done.is_set():
+            trial.markers["new"] = np.zeros((trial.frames, 3))
+            del trial.markers["new"]
+
+    thread = threading.Thread(target=append_and_remove)
+    expected = trial.markers.gaps()
+    thread.start()
+    try:
+        for _ in range(100):
+            assert trial.markers.gaps() == expected
+            assert trial.to_pandas("markers").shape[1] % 3 == 0
+    finally:
+        done.set()
+        thread.join()
+
+
+@pytest.mark.usefixtures("many_switches")
 def test_a_trial_may_be_closed_while_others_use_it():
     """Whoever began before is served; whoever comes later is told."""
     for _ in range(20):

@@ -43,12 +43,12 @@ def table_of(trial: Trial, what: str) -> Table:
     if what == "platforms":
         return _platforms(trial)
     channels = trial.analogs if what == "analogs" else getattr(trial, what)
-    labels, values = channels.labels, channels.values
+    labels, values = channels.labelled_values()
     if what == "analogs":
         columns: list[tuple[Any, ...]] = [(label,) for label in labels]
         return Table(trial.analogs.time, ("label",), columns, values, channels.units)
     columns = [(label, axis) for label in labels for axis in AXES]
-    matrix = values.reshape(trial.frames, len(columns))
+    matrix = values.reshape(len(values), len(columns))
     return Table(trial.time, ("label", "axis"), columns, matrix, channels.units)
 
 
