@@ -56,7 +56,7 @@ PyObject* raise_caught_exception() noexcept {
     try {
         throw;
     } catch (const python_error&) {
-        // Pending already.
+        return nullptr; // pending already
     } catch (const swig_error& error) {
         set_error(exception_of_code(error.code()), error.message());
     } catch (const std::bad_alloc&) {

@@ -23,7 +23,7 @@ void start_application() {
     mox::module_logger()->flush();
 }
 
-PyModuleDef define(const char* name) {
+PyModuleDef define(const char* name) noexcept {
     PyModuleDef definition{};
     definition.m_base = PyModuleDef_HEAD_INIT;
     definition.m_name = name;

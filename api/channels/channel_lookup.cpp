@@ -1,5 +1,7 @@
 #include "api/channels/channel_lookup.hpp"
 
+#include <utility>
+
 #include <fmt/format.h>
 
 #include "schema/names.hpp"
@@ -39,7 +41,7 @@ strata::data_set find_point(const strata::data_group& data, const Key& key,
             throw_no_such_group(kind.path);
         auto group = data.retrieve_group(kind.group_name);
         if (auto set = find(group, key)) {
-            holder = group;
+            holder = std::move(group);
             return *set;
         }
     }

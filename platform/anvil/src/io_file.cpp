@@ -14,13 +14,16 @@ struct io_file::state {
     std::filesystem::path path; ///< of the last open, whether it succeeded or not
     std::error_code failure;    ///< of the last open, or the first one since then
 
-    std::error_code remember(std::error_code error) noexcept {
+    void keep_first(std::error_code error) noexcept {
         if (!failure)
             failure = error;
+    }
+    std::error_code remember(std::error_code error) noexcept {
+        keep_first(error);
         return error;
     }
     io_result remember(io_result result) noexcept {
-        static_cast<void>(remember(result.error));
+        keep_first(result.error);
         return result;
     }
 };

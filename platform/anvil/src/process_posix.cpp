@@ -13,7 +13,7 @@ constinit std::atomic<std::uint64_t> generation = 0;
 
 // Registered when the library is loaded, not on first use: a fork must find no half-made
 // registration.
-[[maybe_unused]] const bool generation_is_counted = [] {
+[[maybe_unused]] const bool generation_is_counted = []() noexcept {
     return ::pthread_atfork(nullptr, nullptr, [] { ++generation; }) == 0;
 }();
 

@@ -131,6 +131,7 @@ std::vector<kept_group> read_groups(const strata::data_group& group) {
     const auto ids = all.numbers(record::group_id, count);
     const auto locks = all.numbers(record::locked, count);
     std::vector<kept_group> records;
+    records.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         records.push_back({names[i].empty() ? stored[i] : names[i], stored[i],
                            static_cast<std::uint8_t>(ids[i]), locks[i] != 0, descriptions[i]});

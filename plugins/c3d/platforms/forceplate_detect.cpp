@@ -98,7 +98,7 @@ struct detected_platform {
 detected_platform detect(const force_platform& described,
                          const std::vector<strata::data_set>& columns, warnings& notes) {
     const auto obstacle = schema::obstacle_of(described, columns);
-    if (!obstacle.empty())
+    if (!obstacle.empty() || !described.corners)
         throw std::runtime_error(obstacle);
     detected_platform platform{
         described, *described.corners, repaired_origin(described, notes), {}, {}};
