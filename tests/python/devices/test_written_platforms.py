@@ -21,6 +21,7 @@ from devices.plates import (
     walking,
 )
 from support.stored_file import StoredFile
+from support.ways import Way, way_of, write_to
 
 SAMPLES = 40
 Edit = Callable[[Any], Any]
@@ -78,8 +79,8 @@ def as_singles(load: Load) -> Load:
 
 def written_again(acquisition: Any, folder: Path) -> Any:
     path = folder / "written.c3d"
-    _moxPY.moxWriteAcquisition(acquisition, str(path))
-    return _moxPY.moxReadAcquisition(str(path))
+    write_to(acquisition, path)
+    return way_of(acquisition).read(path)
 
 
 def assert_same_platforms(actual: Any, expected: Any, count: int) -> None:
@@ -114,8 +115,8 @@ def used_in(folder: Path) -> Any:
     "edit", [nothing, remove_a_channel_before, bring_a_channel_back, rename, append, reorder],
     ids=lambda edit: edit.__name__,
 )  # fmt: skip
-def test_written_and_read_again_they_are_the_same(tmp_path: Path, edit: Edit) -> None:
-    acquisition = trial(tmp_path)
+def test_written_and_read_again_they_are_the_same(tmp_path: Path, way: Way, edit: Edit) -> None:
+    acquisition = way.of(trial(tmp_path))
     edit(acquisition)
     assert_same_platforms(written_again(acquisition, tmp_path), acquisition, 2)
 
@@ -129,8 +130,10 @@ def empty_used(acquisition: Any) -> None:
 
 
 @pytest.mark.parametrize("edit", [remove_used, empty_used], ids=lambda edit: edit.__name__)
-def test_without_used_as_many_are_written_as_there_are_types(tmp_path: Path, edit: Edit) -> None:
-    acquisition = trial(tmp_path)
+def test_without_used_as_many_are_written_as_there_are_types(
+    tmp_path: Path, way: Way, edit: Edit
+) -> None:
+    acquisition = way.of(trial(tmp_path))
     edit(acquisition)
     assert_same_platforms(written_again(acquisition, tmp_path), acquisition, 2)
     assert used_in(tmp_path) == 2
@@ -146,9 +149,9 @@ def test_without_used_as_many_are_written_as_there_are_types(tmp_path: Path, edi
     ],
 )  # fmt: skip
 def test_of_whatever_type_used_is_the_file_has_the_same_platforms(
-    tmp_path: Path, kind: str, used: Any, count: int
+    tmp_path: Path, way: Way, kind: str, used: Any, count: int
 ) -> None:
-    acquisition = trial(tmp_path)
+    acquisition = way.of(trial(tmp_path))
     append_entry(acquisition, "USED", kind, used)
     assert_same_platforms(written_again(acquisition, tmp_path), acquisition, count)
     assert used_in(tmp_path) == count
@@ -164,10 +167,10 @@ MADE = {
 @pytest.mark.parametrize("with_used", [True, False])
 @pytest.mark.parametrize("plates", MADE.values(), ids=MADE)
 def test_platforms_of_a_script_are_in_its_file(
-    tmp_path: Path, plates: list[Plate], with_used: bool
+    tmp_path: Path, way: Way, plates: list[Plate], with_used: bool
 ) -> None:
     names = channel_names(plates)
-    acquisition = _moxPY.moxNewAcquisition(1, SAMPLES // 4, len(names), 4)
+    acquisition = way.of(_moxPY.moxNewAcquisition(1, SAMPLES // 4, len(names), 4))
     _moxPY.moxSetFrequency(acquisition, 100.0)
     for index, name in enumerate(names):
         _moxPY.moxSetAnalogLabel(acquisition, index, name)
@@ -189,8 +192,8 @@ def test_platforms_of_a_script_are_in_its_file(
     assert_same_platforms(written_again(again, tmp_path), acquisition, len(plates))
 
 
-def test_a_group_in_other_case_keeps_what_it_says(tmp_path: Path) -> None:
-    acquisition = trial(tmp_path)
+def test_a_group_in_other_case_keeps_what_it_says(tmp_path: Path, way: Way) -> None:
+    acquisition = way.of(trial(tmp_path))
     _moxPY.moxRemoveMetaData(acquisition, "FORCE_PLATFORM")
     for entry, values in (("USED", 1), ("TYPE", [2])):
         info = {"format": "Integer", "values": values}

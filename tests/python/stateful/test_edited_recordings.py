@@ -22,6 +22,7 @@ from stateful.start_files import file_with_everything, file_without_analogs
 from support.c3d_bytes import C3DFile
 from support.same_readings import readings
 from support.sample_table import SAMPLES
+from support.ways import Way, write_to
 
 # The same sequences in every run. A number in MOXPY_EDITING_SEQUENCES searches that many.
 SEQUENCES = range(int(os.environ.get("MOXPY_EDITING_SEQUENCES", "2")))
@@ -99,19 +100,19 @@ def are_same(before: Any, after: Any, place: str) -> bool:
 @pytest.mark.parametrize("sequence", SEQUENCES)
 @pytest.mark.parametrize("name", [*MADE, *(entry.name for entry in SAMPLES)])
 def test_what_was_edited_is_what_is_read_back(
-    sample: Callable[[str], Path], tmp_path: Path, name: str, sequence: int
+    sample: Callable[[str], Path], tmp_path: Path, way: Way, name: str, sequence: int
 ) -> None:
     source = tmp_path / "source.c3d"
     source.write_bytes(MADE[name]().to_bytes() if name in MADE else sample(name).read_bytes())
     random = Random(f"{name} {sequence}")
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     done: list[str] = []
     for round_number in range(ROUNDS):
         done += edit_at_random(random, acquisition)
         path = tmp_path / f"{round_number}.c3d"
         before = told(acquisition)
-        _moxPY.moxWriteAcquisition(acquisition, str(path))
-        written = _moxPY.moxReadAcquisition(str(path))
+        write_to(acquisition, path)
+        written = way.read(path)
         found = list(differences("", before, told(written)))
         assert found == [], "\n".join([*found[:20], "after", *done])
         if random.random() < 0.5:

@@ -2,18 +2,21 @@
 
 from __future__ import annotations
 
+import io
 import tempfile
 from pathlib import Path
 from typing import Any
 
 import _mox_probe as probe
 import _moxPY
+import moxPY
 import numpy as np
 from hypothesis.stateful import rule
 from stateful.editing_machine import EditingMachine
 from support.failures import failure_of
 from support.model.acquisition import Acquisition
 from support.model.state import Entry
+from support.store_tree import snapshot
 
 NO_RATE = (RuntimeError, "Frequency is not set, impossible to export to c3d")
 
@@ -35,8 +38,11 @@ class WritingRules(EditingMachine):
             if not self.model.moxGetPointFrequency():
                 assert failure_of(_moxPY.moxWriteAcquisition, self.handle, str(path)) == NO_RATE
                 assert not list(Path(folder).iterdir())
+                assert _written_by_trial(self.handle) is None
                 return
             refusal = _refusal(self.handle, path)
+            content = None if refusal else path.read_bytes()
+            assert _written_by_trial(self.handle) == content
             if contradiction := _contradiction(self.model):
                 assert refusal == contradiction
                 assert not list(Path(folder).iterdir())
@@ -49,6 +55,7 @@ class WritingRules(EditingMachine):
             first = path.read_bytes()
             written = _moxPY.moxReadAcquisition(str(path))
             self._compare(written)
+            assert snapshot(moxPY.read(path, odd="ignore")) == snapshot(written)
             _moxPY.moxWriteAcquisition(written, str(path))
             assert path.read_bytes() == first, "written twice, the file differs"
             assert [entry.name for entry in Path(folder).iterdir()] == [path.name]
@@ -110,6 +117,17 @@ def _refusal(acquisition: Any, path: Path) -> str | None:
     except RuntimeError as refusal:
         return str(refusal)
     return None
+
+
+def _written_by_trial(acquisition: Any) -> bytes | None:
+    """The file that the view of the acquisition writes; None: it refuses, too."""
+    file = io.BytesIO()
+    try:
+        moxPY.Trial.of(acquisition).write(file)
+    except ValueError:
+        assert file.getvalue() == b""
+        return None
+    return file.getvalue()
 
 
 def _gaps_whole(matrix: Any) -> Any:

@@ -13,25 +13,26 @@ from support.c3d_bytes import Analog, c3d_bytes
 from support.same_readings import reading_differences, readings
 from support.small_trials import RICH
 from support.stored_file import StoredFile
+from support.ways import Way
 from writing.edits import EDITS, call
 from writing.test_new_acquisitions import new
 from writing.trials import rich_file
-from writing.written import source_in, write
+from writing.written import source_in, write, written_again
 
 every_edit = pytest.mark.parametrize("edit", EDITS)
 
 
 @pytest.fixture(params=RICH)
-def trial(request: pytest.FixtureRequest, tmp_path: Path) -> Any:
-    return RICH[request.param](tmp_path)
+def trial(request: pytest.FixtureRequest, tmp_path: Path, way: Way) -> Any:
+    return way.of(RICH[request.param](tmp_path))
 
 
 @pytest.fixture
-def platform_trial(tmp_path: Path) -> Any:
+def platform_trial(tmp_path: Path, way: Way) -> Any:
     """Seven channels, of which a platform uses the first six."""
     path = tmp_path / "trial.c3d"
     path.write_bytes(rich_file("intel", "real").to_bytes())
-    return _moxPY.moxReadAcquisition(str(path))
+    return way.read(path)
 
 
 def stored(acquisition: Any, folder: Path) -> StoredFile:
@@ -39,8 +40,7 @@ def stored(acquisition: Any, folder: Path) -> StoredFile:
 
 
 def reread(acquisition: Any, folder: Path) -> Any:
-    write(acquisition, folder / "written.c3d", source_in(folder))
-    return _moxPY.moxReadAcquisition(str(folder / "written.c3d"))
+    return written_again(acquisition, folder, source_in(folder))
 
 
 # Indices of points that change their kind: a file has one unit for all points of a kind.

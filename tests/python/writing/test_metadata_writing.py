@@ -13,8 +13,9 @@ from support.c3d_bytes import c3d_bytes
 from support.same_readings import same_values
 from support.small_trials import ENTRIES, RICH
 from support.stored_file import StoredFile
+from support.ways import Way, way_of
 from writing.trials import rich_file
-from writing.written import source_in, write
+from writing.written import source_in, write, written_again
 
 NEW_ENTRIES: dict[str, tuple[str, Any]] = {
     "A_TEXT": ("Char", "walk"),
@@ -30,13 +31,12 @@ NEW_ENTRIES: dict[str, tuple[str, Any]] = {
 
 
 @pytest.fixture(params=RICH)
-def trial(request: pytest.FixtureRequest, tmp_path: Path) -> Any:
-    return RICH[request.param](tmp_path)
+def trial(request: pytest.FixtureRequest, tmp_path: Path, way: Way) -> Any:
+    return way.of(RICH[request.param](tmp_path))
 
 
 def reread(acquisition: Any, folder: Path) -> Any:
-    write(acquisition, folder / "written.c3d", source_in(folder))
-    return _moxPY.moxReadAcquisition(str(folder / "written.c3d"))
+    return written_again(acquisition, folder, source_in(folder))
 
 
 def stored(acquisition: Any, folder: Path) -> StoredFile:
@@ -85,7 +85,7 @@ def test_without_metadata_the_file_still_describes_its_samples(trial: Any, tmp_p
     assert file.texts("POINT:LABELS") == [
         "LASI", "LKneeAngle", "RASI", "LGRF", "RGRF", "LKneeMoment", "LKneePower", "RKneePower",
     ]  # fmt: skip
-    after = _moxPY.moxReadAcquisition(str(tmp_path / "written.c3d"))
+    after = way_of(trial).read(tmp_path / "written.c3d")
     np.testing.assert_array_equal(_moxPY.moxGetPointsValues(after), expected)
 
 

@@ -13,6 +13,7 @@ import pytest
 from support.independent_readers import read_with_c3d, read_with_ezc3d
 from support.same_readings import reading_differences, readings
 from support.stored_file import StoredFile
+from support.ways import Way
 from writing.written import write, written_again
 
 RATE = 100.0
@@ -61,15 +62,15 @@ every_shape = pytest.mark.parametrize("shape", SHAPES)
 
 
 @every_shape
-def test_what_is_new_is_read_back(tmp_path: Path, shape: str):
-    acquisition = filled(*SHAPES[shape])
+def test_what_is_new_is_read_back(tmp_path: Path, way: Way, shape: str):
+    acquisition = way.of(filled(*SHAPES[shape]))
     expected = readings(acquisition)
     assert reading_differences(expected, written_again(acquisition, tmp_path)) == []
 
 
 @every_shape
-def test_a_second_writing_gives_the_same_bytes(tmp_path: Path, shape: str):
-    again = written_again(filled(*SHAPES[shape]), tmp_path)
+def test_a_second_writing_gives_the_same_bytes(tmp_path: Path, way: Way, shape: str):
+    again = written_again(way.of(filled(*SHAPES[shape])), tmp_path)
     first = (tmp_path / "written.c3d").read_bytes()
     assert write(again, tmp_path / "second.c3d") == first
 

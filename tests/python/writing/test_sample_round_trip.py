@@ -12,6 +12,7 @@ import pytest
 from support.independent_readers import read_with_c3d, read_with_ezc3d
 from support.repairs import without_the_broken_record
 from support.sample_table import SAMPLES
+from support.ways import Way
 from writing.parameter_comparison import parameter_differences
 from writing.store_comparison import store_differences
 from writing.written import write
@@ -62,30 +63,32 @@ every_sample = pytest.mark.parametrize("name", [entry.name for entry in SAMPLES]
 
 
 @every_sample
-def test_the_store_comes_back(sample: FindSample, tmp_path: Path, name: str):
-    source, path = str(sample(name)), tmp_path / "written.c3d"
-    write(_moxPY.moxReadAcquisition(source), path, source_of(Path(source)), EXCUSED)
-    before, after = _moxPY.moxReadAcquisition(source), _moxPY.moxReadAcquisition(str(path))
+def test_the_store_comes_back(sample: FindSample, tmp_path: Path, way: Way, name: str):
+    source, path = sample(name), tmp_path / "written.c3d"
+    write(way.read(source), path, source_of(source), EXCUSED)
+    before, after = way.read(source), way.read(path)
     # Names, types and locks of the parameters are compared in the files themselves.
     ignored = ["Format/Header/Groups@*", "Format/Header/Parameters@*", *mended_places(name)]
     assert store_differences(before, after, ignored, as_singles=True) == []
 
 
 @every_sample
-def test_groups_and_parameters_come_back(sample: FindSample, tmp_path: Path, name: str):
+def test_groups_and_parameters_come_back(sample: FindSample, tmp_path: Path, way: Way, name: str):
     source = sample(name)
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     content = write(acquisition, tmp_path / "written.c3d", source_of(source), EXCUSED)
     found = parameter_differences(source_of(source), content)
     assert sorted(found) == sorted(MENDED.get(name, []))
 
 
 @every_sample
-def test_a_second_writing_gives_the_same_bytes(sample: FindSample, tmp_path: Path, name: str):
+def test_a_second_writing_gives_the_same_bytes(
+    sample: FindSample, tmp_path: Path, way: Way, name: str
+):
     source = sample(name)
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     first = write(acquisition, tmp_path / "first.c3d", source_of(source), EXCUSED)
-    again = _moxPY.moxReadAcquisition(str(tmp_path / "first.c3d"))
+    again = way.read(tmp_path / "first.c3d")
     assert write(again, tmp_path / "second.c3d", first) == first
 
 
@@ -99,9 +102,11 @@ def test_a_second_writing_gives_the_same_bytes(sample: FindSample, tmp_path: Pat
         if (entry.name, reader) != ("C3DRotationExample.c3d", read_with_c3d)
     ],
 )
-def test_other_readers_see_the_same(sample: FindSample, tmp_path: Path, name: str, reader: Any):
+def test_other_readers_see_the_same(
+    sample: FindSample, tmp_path: Path, way: Way, name: str, reader: Any
+):
     source = sample(name)
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     write(acquisition, tmp_path / "written.c3d", source_of(source), EXCUSED)
     recording = reader(tmp_path / "written.c3d")
     matrix = _moxPY.moxGetPointsValues(acquisition)

@@ -14,6 +14,7 @@ from support.c3d_bytes import Event
 from support.read_c3d import read_c3d, track
 from support.store_tree import node
 from support.stored_file import StoredFile
+from support.ways import Way
 from writing.written import source_in, written_again
 
 NAME = "LeftFoot Strike"
@@ -76,11 +77,12 @@ def told(acquisition: Any) -> list[Any]:
 )  # fmt: skip
 def test_an_appended_occurrence_is_written_as_it_is_shown(
     tmp_path: Path,
+    way: Way,
     make: Callable[[Path], Any],
     given: tuple[Any, ...],
     expected: tuple[Any, ...],
 ) -> None:
-    acquisition = make(tmp_path)
+    acquisition = way.of(make(tmp_path))
     _moxPY.moxAppendEvent(acquisition, "Foot Strike", 0.875, "Left", *given)
     again = written_again(acquisition, tmp_path, source_in(tmp_path))
     assert rows(tmp_path) == [
@@ -93,9 +95,9 @@ def test_an_appended_occurrence_is_written_as_it_is_shown(
 @both_sources
 @pytest.mark.parametrize("id", [0, 2, 7, -1, -300])
 def test_description_and_id_of_all_occurrences_are_written(
-    tmp_path: Path, make: Callable[[Path], Any], id: int
+    tmp_path: Path, way: Way, make: Callable[[Path], Any], id: int
 ) -> None:
-    acquisition = make(tmp_path)
+    acquisition = way.of(make(tmp_path))
     _moxPY.moxAppendEvent(acquisition, "Foot Strike", 0.875, "Left")
     _moxPY.moxSetEventDescription(acquisition, NAME, "changed")
     _moxPY.moxSetEventId(acquisition, NAME, id)
@@ -130,9 +132,9 @@ def test_an_empty_description_that_is_filled_is_written_for_all(tmp_path: Path) 
     ],
 )
 def test_a_name_with_blanks_in_it_stays(
-    tmp_path: Path, label: str, context: str, written: tuple[str, str]
+    tmp_path: Path, way: Way, label: str, context: str, written: tuple[str, str]
 ) -> None:
-    acquisition = event_of_a_script(tmp_path)
+    acquisition = way.of(event_of_a_script(tmp_path))
     _moxPY.moxAppendEvent(acquisition, label, 0.875, context)
     again = written_again(acquisition, tmp_path)
     assert list(_moxPY.moxGetEvents(again)[0]) == list(_moxPY.moxGetEvents(acquisition)[0])

@@ -13,6 +13,7 @@ import pytest
 from support.c3d_bytes import Analog, c3d_bytes
 from support.sample_table import C3D, EZC3D, SAMPLES
 from support.structure.written_file import WrittenFile
+from support.ways import BY_TRIAL, Way, way_of
 from writing.store_comparison import contents, store_differences
 from writing.test_sample_round_trip import EXCUSED, mended_places, source_of
 from writing.trials import FORMATS, rich_file
@@ -48,9 +49,13 @@ def ask_for(acquisition: Any, processor: str, storage: str) -> None:
 def written_as(
     acquisition: Any, path: Path, processor: str, storage: str, source: bytes | None = None
 ) -> WrittenFile:
-    ask_for(acquisition, processor, storage)
     form = (PROCESSORS[processor], storage)
-    content = write(acquisition, path, source, EXCUSED, form)
+    options = {}
+    if way_of(acquisition) is BY_TRIAL:
+        options = {"processor": processor, "storage": storage}
+    else:
+        ask_for(acquisition, processor, storage)
+    content = write(acquisition, path, source, EXCUSED, form, **options)
     return WrittenFile(content, *form)
 
 
@@ -91,17 +96,17 @@ def assert_same_samples(found: Any, expected: Any, file: WrittenFile) -> None:
 @every_form
 @every_sample
 def test_samples_come_back(
-    sample: FindSample, tmp_path: Path, entry: Any, processor: str, storage: str
+    sample: FindSample, tmp_path: Path, way: Way, entry: Any, processor: str, storage: str
 ):
     source, path = sample(entry.name), tmp_path / "written.c3d"
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     file = written_as(acquisition, path, processor, storage, source_of(source))
-    again = _moxPY.moxReadAcquisition(str(path))
+    again = way.read(path)
     ignored = [
         *mended_places(entry.name), f"{HEADER}/Groups@*", f"{HEADER}/Parameters@*",
         "Format/Data/*", "*@PointScale", *(UNSIGNED_ZEROS if processor == "dec" else []),
     ]  # fmt: skip
-    before = _moxPY.moxReadAcquisition(str(source))
+    before = way.read(source)
     assert store_differences(before, again, ignored, as_singles=True) == []
     assert_same_samples(again, before, file)
 
@@ -134,30 +139,32 @@ def test_other_readers_see_the_same(
 
 
 @every_form
-def test_rich_trials_come_back(tmp_path: Path, processor: str, storage: str):
+def test_rich_trials_come_back(tmp_path: Path, way: Way, processor: str, storage: str):
     for read_processor, read_storage in FORMATS:
         content = rich_file(read_processor, read_storage).to_bytes()
         (tmp_path / "source.c3d").write_bytes(content)
-        acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "source.c3d"))
+        acquisition = way.read(tmp_path / "source.c3d")
         path = tmp_path / "written.c3d"
         file = written_as(acquisition, path, processor, storage, content)
-        again = _moxPY.moxReadAcquisition(str(path))
+        again = way.read(path)
         ignored = ["Format/Data/Points", "Format/Data/Analog*", "*/Rotations*"]
-        before = _moxPY.moxReadAcquisition(str(tmp_path / "source.c3d"))
+        before = way.read(tmp_path / "source.c3d")
         assert store_differences(before, again, ignored, as_singles=True) == []
         assert_same_samples(again, before, file)
 
 
 @pytest.mark.parametrize("wanted", TWINS)
 @pytest.mark.parametrize("name", TWINS)
-def test_a_twin_becomes_the_other(sample: FindSample, tmp_path: Path, name: str, wanted: str):
+def test_a_twin_becomes_the_other(
+    sample: FindSample, tmp_path: Path, way: Way, name: str, wanted: str
+):
     """Six files of one trial; each becomes the values of the one that has the form."""
-    twin = _moxPY.moxReadAcquisition(str(sample(f"Eb015{wanted}.c3d")))
+    twin = way.read(sample(f"Eb015{wanted}.c3d"))
     source = sample(f"Eb015{name}.c3d")
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     path = tmp_path / "written.c3d"
     file = written_as(acquisition, path, *TWINS[wanted], source.read_bytes())
-    again = _moxPY.moxReadAcquisition(str(path))
+    again = way.read(path)
     assert_same_samples(again, twin, file)
 
 
@@ -171,9 +178,11 @@ def known_samples(file: WrittenFile) -> bytes:
 
 
 @every_sample
-def test_integers_stay_the_integers_of_the_file(sample: FindSample, tmp_path: Path, entry: Any):
+def test_integers_stay_the_integers_of_the_file(
+    sample: FindSample, tmp_path: Path, way: Way, entry: Any
+):
     source = sample(entry.name)
-    acquisition = _moxPY.moxReadAcquisition(str(source))
+    acquisition = way.read(source)
     read = contents(acquisition)
     if read[f"{HEADER}@Storage"][2] != ["integer"]:
         pytest.skip("its samples are reals")
@@ -187,10 +196,10 @@ def test_integers_stay_the_integers_of_the_file(sample: FindSample, tmp_path: Pa
     assert known_samples(file) == known_samples(before)
 
 
-def test_without_a_wish_reals_of_intel_are_written(tmp_path: Path):
+def test_without_a_wish_reals_of_intel_are_written(tmp_path: Path, way: Way):
     content = rich_file("dec", "integer").to_bytes()
     (tmp_path / "source.c3d").write_bytes(content)
-    acquisition = _moxPY.moxReadAcquisition(str(tmp_path / "source.c3d"))
+    acquisition = way.read(tmp_path / "source.c3d")
     plain = write(acquisition, tmp_path / "plain.c3d", content)
     assert written_as(acquisition, tmp_path / "asked.c3d", "intel", "real").content == plain
 
@@ -225,11 +234,13 @@ def test_a_value_that_no_integer_holds_is_refused(tmp_path: Path, value: float):
 
 
 @every_form
-def test_words_without_a_sign_stay_without_one(tmp_path: Path, processor: str, storage: str):
+def test_words_without_a_sign_stay_without_one(
+    tmp_path: Path, way: Way, processor: str, storage: str
+):
     values = np.array([0.0, 65535.0, 32768.0])
-    acquisition = file_with(tmp_path, np.ones((3, 3)), values, analog_format="UNSIGNED")
+    acquisition = way.of(file_with(tmp_path, np.ones((3, 3)), values, analog_format="UNSIGNED"))
     file = written_as(acquisition, tmp_path / "written.c3d", processor, storage)
-    again = _moxPY.moxReadAcquisition(str(tmp_path / "written.c3d"))
+    again = way.read(tmp_path / "written.c3d")
     assert analogs_of(again).ravel().tolist() == values.tolist()
     assert file.storage == storage
 

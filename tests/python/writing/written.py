@@ -6,8 +6,8 @@ from collections.abc import Collection
 from pathlib import Path
 from typing import Any
 
-import _moxPY
 from support.c3d_structure import deviations
+from support.ways import way_of, write_to
 
 
 def write(
@@ -16,13 +16,16 @@ def write(
     source: bytes | None = None,
     excused: Collection[str] = (),
     form: tuple[int, str] = (84, "real"),
+    **options: Any,
 ) -> bytes:
-    """The bytes of the file that the module writes; it keeps the rules of the format.
+    """The bytes of the file that the module writes, by function or, for a trial, by its method.
+
+    They keep the rules of the format.
 
     `source` is the file that the acquisition was read from, whose own oddities may stay; `form`
-    are the processor and the storage that the file should have.
+    are the processor and the storage that the file should have, `options` those of `Trial.write`.
     """
-    assert _moxPY.moxWriteAcquisition(acquisition, str(path)) is None
+    write_to(acquisition, path, **options)
     content = path.read_bytes()
     found = [text for text in deviations(content, source, *form) if text not in excused]
     assert found == [], found
@@ -30,10 +33,13 @@ def write(
 
 
 def written_again(acquisition: Any, folder: Path, source: bytes | None = None) -> Any:
-    """The acquisition in a file that this one is written to: `folder`/written.c3d."""
+    """The acquisition in a file that this one is written to: `folder`/written.c3d.
+
+    Both are held in the same way, as a handle or as a trial.
+    """
     path = folder / "written.c3d"
     write(acquisition, path, source)
-    return _moxPY.moxReadAcquisition(str(path))
+    return way_of(acquisition).read(path)
 
 
 def source_in(folder: Path) -> bytes | None:
