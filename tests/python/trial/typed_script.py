@@ -5,24 +5,39 @@
 from __future__ import annotations
 
 import copy
-from typing import assert_type
+import io
+import os
+import pickle
+import warnings
+from collections.abc import Mapping, Sequence
+from pathlib import Path
+from typing import Any, assert_type
 
+import moxPY as mox
 import numpy as np
+import polars
+import xarray
 from moxPY import *
 from moxPY.trial import (
     Analogs,
+    Analysis,
+    AnalysisParameter,
     Channel,
     Channels,
     Cycle,
+    Entry,
     Event,
     Events,
     Gap,
     MeanCycle,
+    Metadata,
+    MetadataGroup,
     Platform,
     Platforms,
     Points,
     Rotations,
     Trial,
+    TrialWarning,
     Wrench,
     WrenchUnits,
 )
@@ -38,10 +53,51 @@ def open_trials(path: str) -> Trial:
     with Trial.new(frames=300, rate=100.0, samples_per_frame=10) as empty:
         assert_type(empty, Trial)
         assert_type(empty.closed, bool)
-    assert_type(trial.copy(), Trial)
-    assert_type(copy.deepcopy(trial), Trial)
     assert_type(moxGetPointFrequency(trial), float)
+    assert_type(mox.read(path), mox.Trial)
     return trial
+
+
+def sources(path: str, folder: Path, entry: os.DirEntry[str], content: bytes) -> None:
+    for source in (path, folder / "walk.c3d", entry, os.fsencode(path)):
+        assert_type(mox.read(source), Trial)
+    for buffer in (content, bytearray(content), memoryview(content), io.BytesIO(content)):
+        assert_type(mox.read(buffer, odd="ignore"), Trial)
+    with (folder / "walk.c3d").open("rb") as file, mox.read(file, odd="raise") as trial:
+        assert_type(trial, Trial)
+    warnings.simplefilter("error", TrialWarning)
+    assert_type(trial.warnings, list[str])
+    assert_type(trial.path, Path | None)
+
+
+def destinations(trial: Trial, folder: Path) -> None:
+    trial.write("walk.c3d")
+    trial.write(folder / "walk.c3d", storage="integer", processor="source")
+    trial.write(str(folder), storage="source", processor="dec")
+    trial.write(io.BytesIO(), storage="real", processor="mips")
+    with (folder / "walk.c3d").open("wb") as file:
+        trial.write(file, processor="intel")
+
+
+def copies(trial: Trial) -> None:
+    assert_type(trial.copy(), Trial)
+    assert_type(copy.copy(trial), Trial)
+    assert_type(copy.deepcopy(trial), Trial)
+    assert_type(pickle.dumps(trial), bytes)
+
+
+def verbs(trial: Trial) -> None:
+    for made in (
+        trial.crop(101, 200), trial.crop(first=101), trial.crop(last=200),
+        trial.crop(start=0.5, stop=1), trial.resample(50), trial.resample(50.0, analog_rate=500),
+        trial.fill_gaps(), trial.fill_gaps(longest=10, method="cubic"),
+        trial.filter(6), trial.filter((20.0, 450.0), order=2, kind="band", channels="analogs"),
+        trial.filter(6.0, channels=["LASI"]), trial.rotated(np.eye(3)),
+        trial.rotated([[1, 0, 0], [0, 1, 0], [0, 0, 1]]), trial.z_up(), trial.y_up(),
+        trial.in_units(), trial.in_units("mm"), trial.in_units(length="m", force="N", moment="Nm"),
+        trial.merged(trial), trial.merged(trial, suffix="_2"),
+    ):  # fmt: skip
+        assert_type(made, Trial)
 
 
 def clock(trial: Trial) -> None:
@@ -119,6 +175,19 @@ def analog_channels(trial: Trial) -> None:
     assert_type(analogs.values, Numbers)
     analogs.values = analogs.values - 1
     analogs["EMG"] = np.abs(analogs["EMG"].values)
+    analogs["LIST"] = [0.5, 1.5]
+    assert_type(analogs["EMG"], Channel)
+    assert_type(analogs["EMG"].values, Numbers)
+    analogs.rename(lambda label: label.lower())
+
+
+def all_points(trial: Trial) -> None:
+    assert_type(trial.points["LASI"], Channel)
+    assert_type(trial.points["LASI"].values, Numbers)
+    assert_type(trial.points.values, Numbers)
+    for kind in (trial.angles, trial.forces, trial.moments, trial.powers):
+        for label in kind:
+            assert_type(kind[label].values, Numbers)
 
 
 def events(trial: Trial) -> None:
@@ -170,8 +239,60 @@ def rotations(trial: Trial) -> None:
     assert_type(trial.rotations.labels, list[str])
 
 
+def metadata(trial: Trial) -> None:
+    assert_type(trial.metadata, Metadata)
+    group = trial.metadata["POINT"]
+    assert_type(group, MetadataGroup)
+    assert_type((group.name, group.description), tuple[str, str])
+    entry = group.entry("RATE")
+    assert_type(entry, Entry)
+    assert_type((entry.type, entry.description), tuple[str, str])
+    assert_type(entry.shape, tuple[int, ...])
+    assert_type(entry.locked, bool)
+    rate: float = group["RATE"]
+    group["RATE"] = rate
+    group["LABELS"] = ["LASI", "RASI"]
+    group["MATRIX"] = np.eye(4)
+    trial.metadata["SESSION"] = {"OPERATOR": "Kim", "VISIT": 2}
+    trial.metadata["COPY"] = group
+    assert_type("RATE" in group, bool)
+    assert_type(trial.metadata.get("SESSION"), MetadataGroup | None)
+    for name, each in trial.metadata.items():
+        assert_type((name, each, list(each)), tuple[str, MetadataGroup, list[str]])
+    del group["MATRIX"], trial.metadata["SESSION"]
+
+
+def analysis(trial: Trial) -> None:
+    assert_type(trial.analysis, Analysis)
+    assert_type(trial.analysis["Left Cadence"], float)
+    parameter = trial.analysis.parameter("Left Cadence")
+    assert_type(parameter, AnalysisParameter)
+    assert_type(parameter.value, float)
+    assert_type(parameter.name + parameter.unit + parameter.context, str)
+    assert_type(dict(trial.analysis), dict[str, float])
+
+
 def frames(trial: Trial) -> None:
     frame = trial.to_pandas("markers", long=False)
     trial.markers.update_from(frame)
-    trial.analogs.update_from(trial.to_polars("analogs", long=True))
-    print(trial.to_pandas(what="events"), trial.to_xarray())
+    wide = trial.to_polars("analogs", long=True)
+    assert_type(wide, polars.DataFrame)
+    trial.analogs.update_from(wide)
+    assert_type(trial.to_xarray(), xarray.Dataset)
+    print(trial.to_pandas(what="events"), trial.to_polars("platforms"))
+
+
+def as_interfaces(trial: Trial) -> tuple[Mapping[str, Channel], Sequence[Event], Mapping[str, Any]]:
+    """Parts are the mappings and sequences of `collections.abc`."""
+    return trial.markers, trial.events, trial.metadata["POINT"]
+
+
+def star_import(path: str) -> None:
+    """What a star brings has its types."""
+    with moxReadAcquisition(path) as acquisition:
+        assert_type(acquisition, data_store)
+        values, info = moxGetMarkers(acquisition)
+        assert_type(values, dict[str, Any])
+        print(info["frequency"], moxGetPointsValues(Trial.of(acquisition)))
+        moxSetPointLabel(acquisition, "LFIN", "LeftFinger")
+        moxWriteAcquisition(acquisition, path)
