@@ -23,8 +23,9 @@ class Channel(NDArrayOperatorsMixin):
     """A channel, which stays the same one when it is renamed.
 
     Every property is read from the trial when it is asked for. In NumPy a channel behaves as the
-    array of its samples. Once the channel was removed from the trial, everything raises KeyError;
-    once the trial was closed, ValueError.
+    array of its samples: ``channel + 1`` is an array, ``channel += 1`` assigns one to `values`.
+    Once the channel was removed from the trial, everything raises KeyError; once the trial was
+    closed, ValueError.
 
     Examples
     --------
@@ -176,11 +177,25 @@ class Channel(NDArrayOperatorsMixin):
             return values.astype(dtype)
         return values.copy() if copy else values
 
-    def __array_ufunc__(self, ufunc: np.ufunc, method: str, *inputs: Any, **options: Any) -> Any:
-        if "out" in options:
-            return NotImplemented
+    def __array_ufunc__(
+        self,
+        ufunc: np.ufunc,
+        method: str,
+        *inputs: Any,
+        out: tuple[Any, ...] | None = None,
+        **options: Any,
+    ) -> Any:
         arrays = [item.values if isinstance(item, Channel) else item for item in inputs]
-        return getattr(ufunc, method)(*arrays, **options)
+        compute = getattr(ufunc, method)
+        if out is None:
+            return compute(*arrays, **options)
+        # Samples are read-only: what is meant for a channel is computed beside it, then assigned.
+        targets = [each.values.copy() if isinstance(each, Channel) else each for each in out]
+        result = compute(*arrays, out=tuple(targets), **options)
+        for channel, values in zip(out, targets, strict=True):
+            if isinstance(channel, Channel):
+                channel.values = values
+        return out[0] if len(out) == 1 and isinstance(out[0], Channel) else result
 
     def __len__(self) -> int:
         return self.shape[0]

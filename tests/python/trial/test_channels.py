@@ -291,6 +291,52 @@ def test_in_numpy_a_channel_is_its_array(trial: Trial) -> None:
         np.asarray(left, copy=False)
 
 
+@pytest.mark.parametrize(("kind", "label"), [("markers", "LASI"), ("analogs", "Fz1")])
+def test_operators_in_place_change_the_trial(trial: Trial, kind: str, label: str) -> None:
+    channels = getattr(trial, kind)
+    before, channel = channels[label].values, channels[label]
+    channels[label] += 10.0
+    np.testing.assert_array_equal(channel.values, before + 10)
+    same = channel
+    same /= 2
+    assert same is channel
+    channel -= channel
+    np.testing.assert_array_equal(channels[label].values, np.zeros_like(before))
+
+
+def test_operators_in_place_do_what_assigned_values_do(tmp_path: Path) -> None:
+    trials = [Trial.of(fourth_words(tmp_path)) for _ in range(2)]
+    for trial in trials:
+        trial.markers["A"].unit, trial.markers["A"].description = "m", "hip"
+    trials[0].markers["A"] += 1
+    trials[1].markers["A"].values = trials[1].markers["A"].values + 1
+    assert snapshot(trials[0]) == snapshot(trials[1])
+
+
+def test_functions_put_results_into_channels_and_arrays(trial: Trial) -> None:
+    channel, total = trial.markers["LASI"], np.zeros((4, 3))
+    before = channel.values
+    total += channel
+    np.testing.assert_array_equal(total, before)
+    assert np.add(channel, channel, out=total) is total
+    np.testing.assert_array_equal(total, 2 * before)
+    chosen = np.array([True, False, False])
+    assert np.negative(channel, out=channel, where=chosen) is channel
+    np.testing.assert_array_equal(channel.values, np.where(chosen, -before, before))
+    whole = np.zeros((4, 3))
+    np.modf(channel, out=(channel, whole))
+    np.testing.assert_array_equal(channel.values + whole, np.where(chosen, -before, before))
+
+
+def test_what_does_not_fit_in_place_changes_nothing(trial: Trial) -> None:
+    channel, before = trial.markers["LASI"], snapshot(trial)
+    with pytest.raises(ValueError, match="broadcast"):
+        channel += np.ones((5, 3))
+    with pytest.raises(TypeError, match="Cannot cast"):
+        channel += 1j
+    assert snapshot(trial) == before
+
+
 def test_arrays_are_read_only(trial: Trial) -> None:
     channel, analog = trial.markers["LASI"], trial.analogs["EMG1"]
     arrays = [

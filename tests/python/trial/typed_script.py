@@ -128,6 +128,7 @@ def channels(trial: Trial) -> None:
     markers.rename(str.upper)
     markers["MID"] = (markers["LASI"] + markers["RASI"]) / 2
     markers["COPY"] = markers["LASI"]
+    markers["COPY"] += 10.0
     markers["LIST"] = [[1.0, 2.0, 3.0]]
     markers.update({"A": np.zeros((3, 3)), "B": markers["LASI"]})
     del markers["*5"]
