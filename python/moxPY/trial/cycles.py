@@ -24,6 +24,9 @@ class Cycle(NamedTuple):
         """Seconds from start to stop."""
         return self.stop - self.start
 
+    def __repr__(self) -> str:
+        return f"<cycle: {self.start:.3f} s to {self.stop:.3f} s, {len(self.events)} events>"
+
 
 def cycles(
     trial: Trial, context: str, start: str = "Foot Strike", end: str = "Foot Strike"

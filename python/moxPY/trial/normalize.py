@@ -21,6 +21,10 @@ class MeanCycle(NamedTuple):
     deviation: FloatArray  #: sample standard deviation; NaN with fewer than two values
     count: NDArray[np.intp]  # type: ignore[assignment]  #: how many cycles have a value there
 
+    def __repr__(self) -> str:
+        cycles = int(self.count.max(initial=0))
+        return f"<mean cycle: {self.mean.shape}, of up to {cycles} cycles>"
+
 
 def normalize(
     channel: Channel, cycles: Iterable[Sequence[object]], points: int = 101

@@ -66,6 +66,18 @@ def test_a_trial_in_one_line(trial: Trial) -> None:
     assert repr(single) == "<Trial: 1 frame, 1 marker, 1 event>"
 
 
+def test_cycles_and_their_mean_in_one_line() -> None:
+    trial = Trial.new(frames=300)
+    trial.markers["A"] = np.ones((300, 3))
+    for time in (0.5, 1.5, 2.5):
+        trial.events.add("Foot Strike", time, context="Left")
+    cycles = trial.cycles("Left")
+    assert repr(cycles[0]) == "<cycle: 0.500 s to 1.500 s, 2 events>"
+    mean = trial.markers["A"].mean_cycle(cycles)
+    assert repr(mean) == "<mean cycle: (101, 3), of up to 2 cycles>"
+    assert repr(trial.markers["A"].mean_cycle([])) == "<mean cycle: (101, 3), of up to 0 cycles>"
+
+
 def test_tables_of_a_trial(trial: Trial) -> None:
     tables = Tables(trial._repr_html_())
     assert tables.heading.endswith("360 frames at 100 Hz (3.6 s) · frames 1 to 360")

@@ -92,6 +92,14 @@ def test_equal_labels_are_refused_or_get_a_suffix(tmp_path: Path) -> None:
         both.merged(one, suffix="_b")
 
 
+def test_many_equal_labels_are_not_all_listed() -> None:
+    trial = Trial.new(frames=1)
+    for number in range(50):
+        trial.markers[f"M{number}"] = np.zeros((1, 3))
+    with pytest.raises(ValueError, match=r"the labels M0, M1, M2, …, M49; give a suffix"):
+        trial.merged(trial)
+
+
 def test_a_suffix_is_for_equal_labels_alone(tmp_path: Path) -> None:
     both = made(tmp_path, "x").merged(made(tmp_path, "yy"), suffix="_b")
     assert both.markers.labels == ["xA", "yyA"]

@@ -6,6 +6,8 @@ from typing import TYPE_CHECKING
 
 from _moxPY import trial as calls
 
+from ..display import abridged
+
 if TYPE_CHECKING:
     from ..trial import Trial
 
@@ -73,7 +75,7 @@ def _new_labels(mine: list[str], theirs: list[str], suffix: str | None) -> dict[
         met.add(label)
     if equal:
         hint = "give a suffix for those of the other" if suffix is None else "give another suffix"
-        raise ValueError(f"both trials would have the labels {', '.join(equal)}; {hint}")
+        raise ValueError(f"both trials would have the labels {abridged(equal)}; {hint}")
     return labels
 
 
