@@ -5,7 +5,8 @@
     trial = mox.read("walk.c3d")
     trial.markers["LASI"].values
 
-`read` opens a file as a `Trial`. The functions see the same acquisitions, and take a trial as well:
+`read` opens a file as a `Trial`; ``help(moxPY.Trial)`` says what that offers. The functions see the
+same acquisitions, and take a trial as well:
 
     from moxPY import *
 
