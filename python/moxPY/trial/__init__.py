@@ -18,6 +18,7 @@ cycles           stretches from an event to the next one of its side
 normalize        samples over the course of cycles
 platforms        the force platforms of a trial
 platform         one force platform
+plate_entries    what the metadata say of force platforms, changed
 wrench           what a platform measured
 up_axis          which axis of the laboratory is the vertical one
 foot_contacts    when feet came down on a platform and left it

@@ -102,6 +102,32 @@ def test_platforms_turn_with_what_they_measure(tmp_path: Path, matrix: Any) -> N
     np.testing.assert_array_equal(again.platforms[0].corners, new.corners)
 
 
+@pytest.mark.parametrize("shape", [(12,), (1, 12), (4, 3)], ids=str)
+def test_corners_turn_in_whatever_dimensions_they_have(
+    tmp_path: Path, shape: tuple[int, ...]
+) -> None:
+    trial = Trial.of(loaded_plate(tmp_path, Plate(), walking()))
+    old = trial.platforms[0].corners
+    group = trial.metadata["FORCE_PLATFORM"]
+    group["CORNERS"] = group["CORNERS"].reshape(shape)
+    turned = trial.rotated(TURNS["about any axis"])
+    new = turned.platforms[0].corners
+    np.testing.assert_allclose(new, old @ TURNS["about any axis"].T, rtol=1e-6, atol=1e-3)
+    assert turned.metadata["FORCE_PLATFORM"].entry("CORNERS").shape == shape
+
+
+def test_corners_in_whole_numbers_turn_without_rounding(tmp_path: Path) -> None:
+    trial = Trial.of(loaded_plate(tmp_path, Plate(), walking()))
+    group = trial.metadata["FORCE_PLATFORM"]
+    corners = np.rint(group["CORNERS"]).astype(int)
+    del group["CORNERS"]
+    group["CORNERS"] = corners
+    turned = trial.rotated(TURNS["about any axis"])
+    expected = corners[0] @ TURNS["about any axis"].T
+    np.testing.assert_allclose(turned.platforms[0].corners, expected, rtol=1e-6, atol=1e-3)
+    np.testing.assert_array_equal(trial.rotated(np.eye(3)).platforms[0].corners, corners[0])
+
+
 def test_turning_back_gives_what_was(trial: Trial) -> None:
     back = trial.rotated(TURNS["y to z"]).rotated(np.transpose(TURNS["y to z"]))
     np.testing.assert_array_equal(back.points.values, trial.points.values)

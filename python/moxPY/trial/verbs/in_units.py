@@ -10,6 +10,7 @@ import numpy as np
 from _moxPY import trial as calls
 
 from ..channel import Channel
+from ..plate_entries import change_entry
 from ..platform import QUANTITIES
 from ..samples import FloatArray
 from ..units import Quantity, Unit, parse_unit
@@ -203,16 +204,9 @@ def _tell_unit(trial: Trial, unit: str) -> None:
 
 
 def _scale_entry(trial: Trial, name: str, factor: float | FloatArray) -> None:
-    """Multiply an entry of numbers of the force platforms; block by block where there are more
-    numbers than factors."""
-    group = trial.metadata.get("FORCE_PLATFORM")
-    if group is None or name not in group or group.entry(name).type == "Char":
-        return
-    former = np.asarray(group[name], dtype=np.float64)
-    scaled = former.reshape(-1, *np.shape(factor)) * factor
-    if group.entry(name).type != "Real":  # which takes no fractions
-        del group[name]
-    group[name] = scaled.reshape(former.shape)
+    """Multiply an entry of the force platforms; block by block where there are more numbers than
+    factors."""
+    change_entry(trial, name, lambda former: former.reshape(-1, *np.shape(factor)) * factor)
 
 
 def _calibration_factors(

@@ -9,6 +9,7 @@ import numpy as np
 from _moxPY import trial as calls
 from numpy.typing import ArrayLike, NDArray
 
+from ..plate_entries import change_entry
 from ..samples import FloatArray, samples_of
 from ..up_axis import up_axis
 
@@ -146,12 +147,14 @@ def _turned(values: FloatArray, turn: FloatArray) -> FloatArray:
 
 
 def _turn_corners(trial: Trial, turn: FloatArray) -> None:
-    corners = _parameter(trial, "FORCE_PLATFORM", "CORNERS")
-    if not isinstance(corners, np.ndarray) or corners.shape[:1] != (3,):
-        return
-    # The functions take what they give the other way round.
-    places = np.ascontiguousarray(corners.T, dtype=np.float64)
-    _moxPY.moxSetMetaDataValue(trial, "FORCE_PLATFORM", "CORNERS", _turned(places, turn))
+    """Turn the corners, which lie one behind the other in whatever dimensions a file gives them."""
+    if not np.array_equal(turn, np.eye(3)):
+        change_entry(trial, "CORNERS", lambda corners: _turned_places(corners, turn))
+
+
+def _turned_places(numbers: FloatArray, turn: FloatArray) -> FloatArray:
+    """The places that three numbers each are; numbers that are no places stay."""
+    return numbers if numbers.size % 3 else _turned(numbers.reshape(-1, 3), turn)
 
 
 def _turn_screen(trial: Trial, turn: FloatArray) -> None:
