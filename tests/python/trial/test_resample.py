@@ -212,6 +212,15 @@ def test_a_trial_without_analogs_takes_any_rate() -> None:
     np.testing.assert_allclose(changed.markers["A"].values, np.ones((17, 3)))
 
 
+@pytest.mark.parametrize("frames", [28, 29])
+def test_a_trial_without_analogs_may_have_a_frame_too_few_for_the_last_one(frames: int) -> None:
+    trial = Trial.new(frames=frames, rate=30.0)
+    trial.markers["A"] = np.arange(frames * 3.0).reshape(-1, 3)
+    changed = trial.resample(15.0)
+    assert changed.time.tolist() == trial.time[::2].tolist()
+    np.testing.assert_allclose(changed.markers["A"].values, trial.markers["A"].values[::2])
+
+
 def test_a_trial_without_frames_or_rate() -> None:
     assert Trial.new(rate=100.0).resample(50.0).frames == 0
     with pytest.raises(ValueError, match="a trial without a rate cannot be resampled"):

@@ -85,7 +85,8 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
     _moxPY.moxSetFirstFrame(changed, clock.first, 0)
     for kind, values in points.items():
         getattr(changed, kind).values = values
-    changed.analogs.values = analogs
+    if trial.analogs:
+        changed.analogs.values = analogs
     for label, matrices in rotations.items():
         # What was known of other samples goes with them.
         changed.rotations[label] = np.full(matrices.shape, np.nan)
