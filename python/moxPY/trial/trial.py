@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import math
 from contextlib import suppress
 from pathlib import Path
 from types import TracebackType
@@ -22,6 +23,7 @@ from .cycles import cycles
 from .display import trial_html, trial_repr
 from .events import Events
 from .metadata import Metadata
+from .numbers import real_number, whole_number
 from .platforms import Platforms
 from .rotations import Rotations
 from .samples import FloatArray, read_only
@@ -80,9 +82,21 @@ class Trial:
             Frames a second.
         samples_per_frame : int
             Samples of an analog channel in each frame.
+
+        Raises
+        ------
+        ValueError
+            A number is negative, there is no sample in a frame, or the rate is not finite.
+        TypeError
+            A number is none, or a count is not whole.
         """
-        trial = cls.of(_moxPY.moxNewAcquisition(0, frames, 0, samples_per_frame))
-        _moxPY.moxSetFrequency(trial, rate)
+        frames = whole_number(frames, "the number of frames", 0)
+        ratio = whole_number(samples_per_frame, "the number of samples in a frame", 1)
+        number = real_number(rate, "a rate")
+        if not (math.isfinite(number) and number >= 0.0):
+            raise ValueError(f"a rate is 0 or a positive number, not {rate}")
+        trial = cls.of(_moxPY.moxNewAcquisition(0, frames, 0, ratio))
+        _moxPY.moxSetFrequency(trial, number)
         return trial
 
     @property
@@ -93,11 +107,12 @@ class Trial:
 
     @rate.setter
     def rate(self, rate: float) -> None:
-        if not (np.isfinite(rate) and rate > 0):
+        number = real_number(rate, "a rate")
+        if not (math.isfinite(number) and number > 0.0):
             raise ValueError(f"a trial has a number of frames a second above 0, not {rate}")
         first = self.first_frame
         # Not moxSetFrequency, with which a file's frames are another number of the same length.
-        calls.set_time_base(self, rate, self.samples_per_frame, self.frames)
+        calls.set_time_base(self, number, self.samples_per_frame, self.frames)
         self._number_frames_from(first)
 
     @property
@@ -118,11 +133,10 @@ class Trial:
 
     @first_frame.setter
     def first_frame(self, frame: int) -> None:
-        self._number_frames_from(frame, move_events=True)
+        number = whole_number(frame, "the number of the first frame", 1)
+        self._number_frames_from(number, move_events=True)
 
     def _number_frames_from(self, frame: int, *, move_events: bool = False) -> None:
-        if frame < 1:
-            raise ValueError(f"frames are numbered from 1, not from {frame}")
         _moxPY.moxSetFirstFrame(self, frame - 1, int(move_events))
 
     @property

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 from collections.abc import Callable
 from pathlib import Path
+from typing import Any
 
 import moxPY as mox
 import numpy as np
@@ -53,6 +54,51 @@ def test_frame_one_is_instant_zero() -> None:
 
 def test_frames_begin_with_one() -> None:
     trial = mox.Trial.new(frames=4, rate=50.0)
-    with pytest.raises(ValueError, match="numbered from 1"):
+    with pytest.raises(ValueError, match="the number of the first frame is 1 or more, not 0"):
         trial.first_frame = 0
     assert trial.first_frame == 1
+
+
+def test_numbers_of_numpy_are_numbers() -> None:
+    trial = mox.Trial.new(np.int64(6), np.float32(50.0), np.uint8(2))
+    assert (trial.frames, trial.rate, trial.samples_per_frame) == (6, 50.0, 2)
+    trial.rate = np.float32(25.0)
+    trial.first_frame = np.int16(3)
+    assert (trial.rate, trial.first_frame, trial.frames) == (25.0, 3, 6)
+
+
+@pytest.mark.parametrize(
+    ("arguments", "error", "message"),
+    [
+        ({"frames": -1}, ValueError, "the number of frames is 0 or more, not -1"),
+        ({"frames": 2**31}, ValueError, "the number of frames is at most 2147483647, not 214748"),
+        ({"frames": 1.5}, TypeError, "the number of frames is an int, not float"),
+        ({"frames": "many"}, TypeError, "the number of frames is an int, not str"),
+        ({"rate": -5.0}, ValueError, "a rate is 0 or a positive number, not -5.0"),
+        ({"rate": np.nan}, ValueError, "a rate is 0 or a positive number, not nan"),
+        ({"rate": "fast"}, TypeError, "a rate is a number, not str"),
+        ({"samples_per_frame": 0}, ValueError, "the number of samples in a frame is 1 or more"),
+        ({"samples_per_frame": None}, TypeError, "the number of samples in a frame is an int"),
+    ],
+)
+def test_a_new_trial_says_what_it_cannot_have(
+    arguments: dict[str, Any], error: type[Exception], message: str
+) -> None:
+    with pytest.raises(error, match=f"^{message}"):
+        mox.Trial.new(**arguments)
+
+
+@pytest.mark.parametrize(
+    ("name", "value", "message"),
+    [
+        ("rate", "fast", "a rate is a number, not str"),
+        ("rate", None, "a rate is a number, not NoneType"),
+        ("first_frame", 1.5, "the number of the first frame is an int, not float"),
+        ("first_frame", "one", "the number of the first frame is an int, not str"),
+    ],
+)
+def test_a_clock_takes_numbers(name: str, value: Any, message: str) -> None:
+    trial = mox.Trial.new(frames=3, rate=50.0)
+    with pytest.raises(TypeError, match=f"^{message}$"):
+        setattr(trial, name, value)
+    assert (trial.rate, trial.first_frame) == (50.0, 1)

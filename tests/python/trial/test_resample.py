@@ -221,6 +221,11 @@ def test_a_trial_without_analogs_may_have_a_frame_too_few_for_the_last_one(frame
     np.testing.assert_allclose(changed.markers["A"].values, trial.markers["A"].values[::2])
 
 
+def test_rates_of_numpy_are_rates(trial: Trial) -> None:
+    changed = trial.resample(np.float32(trial.rate / 2), np.int64(trial.analogs.rate))
+    assert snapshot(changed) == snapshot(trial.resample(trial.rate / 2, trial.analogs.rate))
+
+
 def test_a_trial_without_frames_or_rate() -> None:
     assert Trial.new(rate=100.0).resample(50.0).frames == 0
     with pytest.raises(ValueError, match="a trial without a rate cannot be resampled"):

@@ -11,6 +11,7 @@ from _moxPY import trial as calls
 
 from ..channels import KINDS
 from ..extras import require
+from ..numbers import real_number
 from ..runs import at_positions, filtered_runs, places_in, seen_runs
 from ..samples import FloatArray
 
@@ -46,6 +47,8 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
     ValueError
         A rate is no positive number, the trial has no rate, no new frame lies in it, or the rate of
         the analog channels, old or new, is no whole multiple of `rate`.
+    TypeError
+        A rate is no number.
     ImportError
         SciPy is missing.
 
@@ -68,9 +71,8 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
     50.0
     """
     changed = trial.copy()
-    for given in (rate, analog_rate):
-        if given is not None and not (math.isfinite(given) and given > 0.0):
-            raise ValueError(f"a rate is a positive number, not {given}")
+    rate = _positive(rate)
+    analog_rate = None if analog_rate is None else _positive(analog_rate)
     if not trial.rate > 0.0:
         raise ValueError("a trial without a rate cannot be resampled")
     ratio = _ratio(trial, rate, analog_rate)
@@ -92,6 +94,13 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
         changed.rotations[label] = np.full(matrices.shape, np.nan)
         changed.rotations[label] = matrices
     return changed
+
+
+def _positive(rate: float) -> float:
+    number = real_number(rate, "a rate")
+    if not (math.isfinite(number) and number > 0.0):
+        raise ValueError(f"a rate is a positive number, not {number}")
+    return number
 
 
 class _Clock(NamedTuple):
