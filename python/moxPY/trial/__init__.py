@@ -7,6 +7,7 @@ trial            `Trial` itself: what it is made from, its clock, its parts
 channels         mappings of labels: markers, angles …, analog channels
 channel          one channel and its samples
 samples          what counts as samples when something is assigned
+asking           the functions of the extension, as the view asks them
 labels           what a label is, and which are nearest to one that is missing
 numbers          numbers that scripts give
 gaps             runs of frames in which a point was not seen

@@ -10,6 +10,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from .display import abridged, one_line
 from .labels import nearest
 
 if TYPE_CHECKING:
@@ -83,9 +84,7 @@ class Analysis(Mapping[str, float]):
         return list(self)
 
     def __repr__(self) -> str:
-        names = list(self)
-        shown = names if len(names) <= 4 else [*names[:3], "…", names[-1]]
-        return f"<analysis ({len(names)}): {', '.join(shown) or 'none'}>"
+        return one_line("analysis", lambda: f" ({len(self)}): {abridged(list(self))}")
 
 
 def _parameters(group: MetadataGroup) -> list[AnalysisParameter]:

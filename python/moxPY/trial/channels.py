@@ -10,6 +10,7 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from .asking import ask
 from .bridges.updating import update_from
 from .channel import Channel
 from .display import abridged, one_line
@@ -310,7 +311,7 @@ class Analogs(Channels):
 
     @property
     def _samples(self) -> int:
-        return int(_moxPY.moxGetAnalogFrameNumber(self._trial))
+        return int(ask(_moxPY.moxGetAnalogFrameNumber, self._trial))
 
     @property
     def _shape(self) -> tuple[int, ...]:

@@ -10,6 +10,8 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from .asking import CLOSED
+
 if TYPE_CHECKING:
     from .channels import Channels
     from .events import Event
@@ -31,11 +33,7 @@ def one_line(name: str, describe: Callable[[], str]) -> str:
         return f"<{name}{describe()}>".replace("\n", r"\n")
     except Exception as error:
         reason = str(error.args[0]) if error.args else type(error).__name__
-        return f"<{name}: {'closed' if _tells_closed(reason) else reason}>"
-
-
-def _tells_closed(reason: str) -> bool:
-    return reason == "the trial was closed" or reason.startswith("invalid null reference")
+        return f"<{name}: {'closed' if reason == CLOSED else reason}>"
 
 
 def abridged(texts: Sequence[str]) -> str:

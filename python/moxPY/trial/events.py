@@ -10,6 +10,7 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from .asking import ask
 from .display import abridged, one_line
 from .samples import FloatArray, read_only
 
@@ -194,7 +195,7 @@ class Events(Sequence[Event]):
 
     def clear(self) -> None:
         """Remove all events."""
-        _moxPY.moxClearEvents(self._trial)
+        ask(_moxPY.moxClearEvents, self._trial)
 
     @overload
     def __getitem__(self, index: SupportsIndex) -> Event: ...

@@ -9,6 +9,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 from _moxPY import trial as calls
 
+from .display import one_line
 from .entry_values import Content, content_of, stored_form, value_of
 from .labels import nearest
 
@@ -170,11 +171,7 @@ class MetadataGroup(MutableMapping[str, Any]):
         return self._names()
 
     def __repr__(self) -> str:
-        try:
-            names = self._names()
-        except (KeyError, ValueError) as error:
-            return f"<metadata group: {error.args[0]}>"
-        return f"<metadata group {self._name} ({len(names)}): {_abridged(names)}>"
+        return one_line("metadata group", lambda: f" {self._name} {_counted(self._names())}")
 
 
 class Metadata(MutableMapping[str, MetadataGroup]):
@@ -253,8 +250,7 @@ class Metadata(MutableMapping[str, MetadataGroup]):
         return list(self)
 
     def __repr__(self) -> str:
-        names = list(self)
-        return f"<metadata ({len(names)}): {_abridged(names)}>"
+        return one_line("metadata", lambda: f" {_counted(list(self))}")
 
 
 def _no_group(trial: Trial, name: object) -> KeyError:
@@ -300,5 +296,6 @@ def _brief(value: Any) -> str:
     return text if len(text) <= 60 else f"{text[:57]}…"
 
 
-def _abridged(names: list[str]) -> str:
-    return ", ".join(names if len(names) <= 6 else [*names[:5], "…", names[-1]]) or "none"
+def _counted(names: list[str]) -> str:
+    shown = ", ".join(names if len(names) <= 6 else [*names[:5], "…", names[-1]])
+    return f"({len(names)}): {shown or 'none'}"

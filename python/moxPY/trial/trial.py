@@ -15,6 +15,7 @@ from _moxPY import trial as calls
 from ..formats import export
 from . import copying, writing
 from .analysis import Analysis
+from .asking import ask
 from .bridges.pandas import to_pandas
 from .bridges.polars import to_polars
 from .bridges.xarray import to_xarray
@@ -103,7 +104,7 @@ class Trial:
     def rate(self) -> float:
         """Frames a second. Assigning one changes what a frame lasts: the frames keep their
         numbers, events their seconds."""
-        return _moxPY.moxGetPointFrequency(self)
+        return ask(_moxPY.moxGetPointFrequency, self)
 
     @rate.setter
     def rate(self, rate: float) -> None:
@@ -118,18 +119,18 @@ class Trial:
     @property
     def frames(self) -> int:
         """Number of frames."""
-        return int(_moxPY.moxGetPointFrameNumber(self))
+        return int(ask(_moxPY.moxGetPointFrameNumber, self))
 
     @property
     def samples_per_frame(self) -> int:
         """Samples of an analog channel in each frame."""
-        return int(_moxPY.moxGetAnalogSampleNumberPerFrame(self))
+        return int(ask(_moxPY.moxGetAnalogSampleNumberPerFrame, self))
 
     @property
     def first_frame(self) -> int:
         """The number of the first frame, usually 1. Assigning one renumbers the frames; events
         stay with their frames."""
-        return round(_moxPY.moxGetFirstFrame(self)) + 1
+        return round(ask(_moxPY.moxGetFirstFrame, self)) + 1
 
     @first_frame.setter
     def first_frame(self, frame: int) -> None:
@@ -137,7 +138,7 @@ class Trial:
         self._number_frames_from(number, move_events=True)
 
     def _number_frames_from(self, frame: int, *, move_events: bool = False) -> None:
-        _moxPY.moxSetFirstFrame(self, frame - 1, int(move_events))
+        ask(_moxPY.moxSetFirstFrame, self, frame - 1, int(move_events))
 
     @property
     def last_frame(self) -> int:

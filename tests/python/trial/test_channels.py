@@ -27,7 +27,7 @@ def trial() -> Trial:
     return Trial.of(new_trial())
 
 
-CLOSED = "the trial was closed|invalid null reference"
+CLOSED = "^the trial was closed$"
 REMOVED = "the channel 'LASI' was removed from the trial"
 
 # Labels.
