@@ -274,6 +274,20 @@ def test_components(trial: Trial) -> None:
         _ = trial.analogs["EMG1"].x
 
 
+def test_results_of_channels_go_into_arrays(trial: Trial) -> None:
+    lasi = trial.markers["LASI"]
+    values = lasi.values.copy()
+    total = np.zeros_like(values)
+    total += lasi
+    np.add(total, lasi, out=total)
+    np.testing.assert_array_equal(total, 2 * values)
+    np.add.at(total, 0, lasi[0])
+    np.testing.assert_array_equal(total[0], 3 * values[0])
+    quotient, remainder = np.empty_like(values), np.empty_like(values)
+    np.divmod(lasi, 7.0, out=(quotient, remainder))
+    np.testing.assert_array_equal(quotient, values // 7.0)
+
+
 def test_in_numpy_a_channel_is_its_array(trial: Trial) -> None:
     left, right = trial.markers["LASI"], trial.markers["RASI"]
     a, b = trajectory(0), trajectory(2)
