@@ -8,6 +8,7 @@ channels         mappings of labels: markers, angles …, analog channels
 channel          one channel and its samples
 samples          what counts as samples when something is assigned
 asking           the functions of the extension, as the view asks them
+popping          mappings that give what is removed as part of a copy
 labels           what a label is, and which are nearest to one that is missing
 numbers          numbers that scripts give
 gaps             runs of frames in which a point was not seen

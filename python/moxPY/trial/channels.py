@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from collections.abc import Callable, Iterable, Iterator, Mapping, MutableMapping
+from collections.abc import Callable, Iterable, Iterator, Mapping
 from contextlib import suppress
 from typing import TYPE_CHECKING, Any
 
@@ -16,6 +16,7 @@ from .channel import Channel
 from .display import abridged, one_line
 from .gaps import Gap, runs_of
 from .labels import nearest, require_text
+from .popping import PoppingMapping
 from .samples import FloatArray, as_matrix, read_only, samples_of
 
 if TYPE_CHECKING:
@@ -26,7 +27,7 @@ if TYPE_CHECKING:
 KINDS = ("markers", "angles", "forces", "moments", "powers")
 
 
-class Channels(MutableMapping[str, Channel]):
+class Channels(PoppingMapping[Channel]):
     """The points of one kind in the file's order.
 
     Keys are labels; where a file repeats one, its second channel has the key ``label_2``.
@@ -206,6 +207,10 @@ class Channels(MutableMapping[str, Channel]):
 
     def _kind_of_new(self, values: Any) -> str:
         return self._kind
+
+    def _of_copy(self, key: str) -> Channel:
+        copied: Channels = getattr(self._trial.copy(), self._kind.lower())
+        return copied[key]
 
     def __delitem__(self, label: str) -> None:
         calls.remove_channel(self._trial, self._found(label))

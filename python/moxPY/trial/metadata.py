@@ -12,6 +12,7 @@ from _moxPY import trial as calls
 from .display import one_line
 from .entry_values import Content, content_of, stored_form, value_of
 from .labels import nearest
+from .popping import PoppingMapping
 
 if TYPE_CHECKING:
     from .trial import Trial
@@ -174,7 +175,7 @@ class MetadataGroup(MutableMapping[str, Any]):
         return one_line("metadata group", lambda: f" {self._name} {_counted(self._names())}")
 
 
-class Metadata(MutableMapping[str, MetadataGroup]):
+class Metadata(PoppingMapping[MetadataGroup]):
     """The groups of a trial's metadata by name: ``trial.metadata["POINT"]["RATE"]``.
 
     Assigning a dictionary makes a group, or replaces one: as a whole, or not at all when one of the
@@ -231,6 +232,9 @@ class Metadata(MutableMapping[str, MetadataGroup]):
                 content = content_of(value, None, what)
             contents[name] = content
         return contents
+
+    def _of_copy(self, key: str) -> MetadataGroup:
+        return self._trial.copy().metadata[key]
 
     def __delitem__(self, name: str) -> None:
         if name not in self:
