@@ -92,6 +92,27 @@ float rescaled(float word, double factor) {
     return static_cast<float>((bits & ~0xFFU) + static_cast<std::uint32_t>(steps));
 }
 
+/// Whether a word has a residual above 0.
+bool counts_steps(float word) {
+    return is_word(word) && (static_cast<std::uint32_t>(word) & 0xFFU) != 0U;
+}
+
+/// Whether nothing counts steps yet: the acquisition was not read, or has this point alone.
+bool is_free_to_count(const strata::data_group& root) {
+    if (!retrieve_group(root, schema::header).exists_attribute(attribute::point_scale))
+        return true;
+    std::size_t points = 0;
+    for (const auto& group : point_groups(root))
+        points += sets_of(group).size();
+    return points == 1;
+}
+
+/// Makes the acquisition count residuals in steps of `step`.
+void count_in(const strata::data_group& root, double step) {
+    write_or_create(retrieve_group(root, schema::header), attribute::point_scale,
+                    static_cast<float>(step));
+}
+
 /// A residual that is stored itself, moved a hair where it would read as a word.
 float distinct_from_words(float residual) {
     return is_word(residual) ? std::nextafter(residual, residual + 1.0F) : residual;
@@ -149,8 +170,7 @@ void multiply_residuals(strata::data_store acquisition, double factor) {
         for (const auto& point : sets_of(group))
             multiply_stored_residuals(point, factor);
     }
-    write_or_create(retrieve_group(root, schema::header), attribute::point_scale,
-                    static_cast<float>(step));
+    count_in(root, step);
 }
 
 void carry_residuals(strata::data_store acquisition, strata::data_set point,
@@ -159,7 +179,11 @@ void carry_residuals(strata::data_store acquisition, strata::data_set point,
     const bool has_words = original.exists_attribute(attribute::residuals);
     if (!has_words || words.size() != words_of(acquisition, point).size())
         return;
-    const auto factor = residual_step(source.root()) / residual_step(acquisition.root());
+    const auto root = acquisition.root();
+    const auto step = residual_step(source.root());
+    if (std::any_of(words.begin(), words.end(), counts_steps) && is_free_to_count(root))
+        count_in(root, step);
+    const auto factor = step / residual_step(root);
     for (auto& word : words)
         word = rescaled(std::max(word, 0.0F), factor);
     for_each_missing(point, [&](std::size_t i) { words[i] = not_seen; });

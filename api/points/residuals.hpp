@@ -21,8 +21,9 @@ namespace mox::points {
 
 /// Gives `point` the residuals and masks of `original`, which may be of another acquisition: where
 /// `point` is seen and `original` was not, it counts as computed. Residuals stay what they are
-/// where the acquisitions count them in other steps. Nothing happens where `original` has none or
-/// another number of frames.
+/// where the acquisitions count them in other steps, as near as those of this one come to them; one
+/// that has counted none yet takes the steps of `source`. Nothing happens where `original` has none
+/// or another number of frames.
 void carry_residuals(strata::data_store acquisition, strata::data_set point,
                      strata::data_store source, strata::data_set original);
 
