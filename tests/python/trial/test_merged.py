@@ -121,3 +121,38 @@ def test_other_frames_are_refused(tmp_path: Path, options: Any, message: str) ->
     one, two = made(tmp_path, "x"), made(tmp_path, "yy", **options)
     with pytest.raises(ValueError, match=f"^{message}$"):
         one.merged(two)
+
+
+@pytest.mark.parametrize("first", ["points", "analogs"])
+@pytest.mark.parametrize("new", [False, True], ids=["read", "new"])
+def test_analog_samples_do_not_matter_where_only_one_has_channels(
+    tmp_path: Path, first: str, new: bool
+) -> None:
+    without = made(tmp_path, "x", analogs=[], samples_per_frame=1)
+    if new:
+        without = Trial.new(FRAMES, 100.0)
+        without.first_frame = 5
+        without.markers["xA"] = track(FRAMES)
+    channels = made(tmp_path, "yy")
+    pair = (without, channels) if first == "points" else (channels, without)
+    before = [snapshot(trial) for trial in pair]
+    both = pair[0].merged(pair[1])
+    assert [snapshot(trial) for trial in pair] == before
+    path = tmp_path / "written.c3d"
+    both.write(path)
+    for shown in (both, Trial.of(_moxPY.moxReadAcquisition(str(path)))):
+        assert (shown.samples_per_frame, shown.rate, shown.frames) == (RATIO, 100.0, FRAMES)
+        assert (shown.first_frame, shown.analogs.rate) == (5, 200.0)
+        np.testing.assert_array_equal(shown.analogs.values, channels.analogs.values)
+        for source in pair:
+            for label, channel in source.points.items():
+                for name in ("values", "residuals", "cameras"):
+                    kept = getattr(shown.points[label], name)
+                    np.testing.assert_allclose(kept, getattr(channel, name), rtol=1e-7)
+
+
+def test_only_trials_are_merged(tmp_path: Path) -> None:
+    one = made(tmp_path, "x")
+    for other, name in ((3, "int"), (_moxPY.moxNewAcquisition(), "data_store"), (None, "None")):
+        with pytest.raises(TypeError, match=f"^expected a Trial, got {name}"):
+            one.merged(other)

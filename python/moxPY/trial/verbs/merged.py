@@ -15,7 +15,6 @@ _CLOCK = {
     "rate": "rate",
     "frames": "number of frames",
     "first_frame": "first frame",
-    "samples_per_frame": "number of analog samples in each frame",
 }
 
 
@@ -29,7 +28,8 @@ def merged(trial: Trial, other: Trial, *, suffix: str | None = None) -> Trial:
     Parameters
     ----------
     other : Trial
-        A trial of the same rate, frames, first frame and analog samples in each frame.
+        A trial of the same rate, frames and first frame, and of the same analog samples in each
+        frame unless one of both has no analog channels.
     suffix : str, optional
         What the labels of the other trial get where both trials have them. Without one such labels
         are refused. Points of all kinds share their labels, analog channels have their own.
@@ -43,24 +43,36 @@ def merged(trial: Trial, other: Trial, *, suffix: str | None = None) -> Trial:
     ValueError
         The trials differ in their frames, or two channels would have one label; the message names
         them.
+    TypeError
+        `other` is no `Trial`; `Trial.of` makes one of an acquisition.
 
     Examples
     --------
     >>> both = trial.merged(trial, suffix="_copy")
     """
     both = trial.copy()
+    if not hasattr(other, "points"):  # an acquisition of the functions, say
+        raise TypeError(f"expected a Trial, got {type(other).__name__}")
     for name, what in _CLOCK.items():
-        mine, theirs = getattr(trial, name), getattr(other, name)
-        if mine != theirs:
-            raise ValueError(f"the trials differ in their {what}: {mine:g} and {theirs:g}")
+        _require_equal(what, getattr(trial, name), getattr(other, name))
+    if trial.analogs and other.analogs:
+        what = "number of analog samples in each frame"
+        _require_equal(what, trial.samples_per_frame, other.samples_per_frame)
     points = _new_labels(trial.points.labels, other.points.labels, suffix)
     analogs = _new_labels(trial.analogs.labels, other.analogs.labels, suffix)
+    if other.analogs and both.samples_per_frame != other.samples_per_frame:
+        calls.set_time_base(both, both.rate, other.samples_per_frame, both.frames)
     for label, channel in other.points.items():
         getattr(both, channel.kind)[points[label]] = channel
     for label, channel in other.analogs.items():
         both.analogs[analogs[label]] = channel
     _join_events(both, other)
     return both
+
+
+def _require_equal(what: str, mine: float, theirs: float) -> None:
+    if mine != theirs:
+        raise ValueError(f"the trials differ in their {what}: {mine:g} and {theirs:g}")
 
 
 def _new_labels(mine: list[str], theirs: list[str], suffix: str | None) -> dict[str, str]:
