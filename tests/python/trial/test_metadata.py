@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import dataclasses
 import math
-import tempfile
 from collections.abc import Callable
 from pathlib import Path
 from typing import Any
@@ -14,68 +13,24 @@ import _moxPY
 import ezc3d
 import numpy as np
 import pytest
-from hypothesis import given, settings
-from hypothesis import strategies as st
 from moxPY.trial import Entry, Trial
 from support.independent_readers import read_with_ezc3d
-from support.metadata_entries import NATIVE_OF_TYPE, TYPE_NUMBERS, add_entry, info_of
-from support.sample_table import SAMPLES
-from support.small_trials import KINDS, read_trial
+from support.lab_group import GROUP, lab_trial
+from support.metadata_entries import add_entry, info_of
+from support.small_trials import read_trial
 from support.store_tree import snapshot
 from writing.written import source_in, written_again
 
 FindSample = Callable[[str], Path]
-
-GROUP = "LAB"
-PATH = f"Format/Metadata/{GROUP}"
 
 
 def entry(value: Any, type: str, shape: tuple[int, ...]) -> Entry:
     return Entry(value=value, type=type, shape=shape)
 
 
-def written(trial: Trial) -> bytes:
-    with tempfile.TemporaryDirectory() as folder:
-        path = Path(folder, "written.c3d")
-        try:
-            _moxPY.moxWriteAcquisition(trial, str(path))
-        except RuntimeError as error:  # not all trials of the tests have a rate
-            return str(error).encode()
-        return path.read_bytes()
-
-
-def assign_all_to_themselves(trial: Trial) -> None:
-    for group in trial.metadata.values():
-        for name in group:
-            group[name] = group[name]
-
-
-def stored_as(trial: Trial, element: str, shape: list[int], values: list[Any]) -> None:
-    """The entry LAB:X of any type of the store."""
-    if element == "uint64":
-        add_entry(trial, GROUP, "X", element, shape)
-        trial.metadata[GROUP]["X"] = np.array(values, dtype=object).reshape(shape)
-    else:
-        add_entry(trial, GROUP, "X", element, shape, values)
-
-
 @pytest.fixture
 def trial() -> Trial:
-    """A trial with the group LAB."""
-    trial = Trial.new(frames=3)
-    trial.metadata[GROUP] = {
-        "COUNT": 3,
-        "HEIGHT": 2.5,
-        "OPERATOR": "Ann",
-        "ROOMS": [1, 2, 3],
-        "OFFSETS": [[0.5, 1.5, 2.5], [3.5, 4.5, 5.5]],
-        "NAMES": ["x", "yz"],
-        "TABLE": [["a", "b", "c"], ["d", "e", "ff"]],
-        "NOTHING": [],
-        "BYTES": np.array([1, -2, 3]),
-    }
-    _moxPY.moxSetMetaDataFormat(trial, GROUP, "BYTES", "Byte")
-    return trial
+    return lab_trial()
 
 
 NEW = {
@@ -131,135 +86,6 @@ def test_what_is_written_is_read_again(trial: Trial, tmp_path: Path) -> None:
     assert {name: again.metadata[GROUP].entry(name) for name in NEW} == NEW
     parameters = read_with_ezc3d(tmp_path / "written.c3d")
     assert parameters is not None
-
-
-# What is there stays as it is.
-
-
-@pytest.mark.parametrize("kind", KINDS)
-def test_assigning_each_value_to_itself_changes_nothing(kind: str, tmp_path: Path) -> None:
-    trial = Trial.of(KINDS[kind](tmp_path))
-    content, before = written(trial), snapshot(trial)
-    assign_all_to_themselves(trial)
-    assert snapshot(trial) == before
-    for name in trial.metadata:
-        trial.metadata[name] = trial.metadata[name]
-        assert snapshot(trial) == before
-        trial.metadata[name] = dict(trial.metadata[name])
-        assert snapshot(trial) == before
-    assert written(trial) == content
-
-
-@pytest.mark.parametrize("name", [sample.name for sample in SAMPLES])
-def test_in_samples_assigning_each_value_to_itself_changes_nothing(
-    name: str, sample: FindSample
-) -> None:
-    trial = Trial.of(_moxPY.moxReadAcquisition(str(sample(name))))
-    content, before = written(trial), snapshot(trial)
-    assign_all_to_themselves(trial)
-    assert snapshot(trial) == before
-    assert written(trial) == content
-
-
-@pytest.mark.parametrize("name", [sample.name for sample in SAMPLES])
-def test_in_samples_values_are_those_of_the_functions(name: str, sample: FindSample) -> None:
-    trial = Trial.of(_moxPY.moxReadAcquisition(str(sample(name))))
-    tree = _moxPY.moxGetMetaData(trial)["children"]
-    assert tree.pop("DeviceType")["children"] == 0.0  # in no group
-    assert list(trial.metadata) == list(tree)
-    for group, inner in tree.items():
-        entries = inner["children"] or {}
-        assert list(trial.metadata[group]) == list(entries)
-        for entry_name, described in entries.items():
-            info, shown = described["info"], trial.metadata[group].entry(entry_name)
-            assert (shown.type, list(shown.shape)) == (info["format"], info["dims"].tolist())
-            if shown.type == "Char":
-                assert np.array(shown.value, dtype=object).shape == shown.shape or 0 in shown.shape
-                flat = np.ravel(np.array(shown.value, dtype=object)).tolist()
-                count = shown.shape[0] if shown.shape else 1
-                assert flat[:count] == np.ravel(np.array(info["values"], dtype=object)).tolist()
-            elif math.prod(shown.shape) == 1:
-                assert type(shown.value) in (int, float)
-                assert shown.value == info["values"]
-            else:
-                assert shown.value.shape == shown.shape
-                np.testing.assert_array_equal(shown.value, info["values"].T)
-
-
-STORED: list[tuple[str, list[int], list[Any]]] = [
-    ("int8", [], [-5]),
-    ("int8", [1], [7]),
-    ("int8", [2, 1], [1, 2]),
-    ("int16", [1, 1], [-3]),
-    ("int32", [], [70000]),
-    ("int32", [2], [70000, -(2**31)]),
-    ("int64", [], [2**62]),
-    ("uint64", [], [2**64 - 1]),
-    ("uint64", [2], [2**64 - 1, 0]),
-    ("float32", [1], [0.1]),
-    ("float32", [0, 3], []),
-    ("float32", [], [-0.0]),
-    ("float64", [], [0.1]),
-    ("float64", [2], [1e300, math.nan]),
-    ("float32", [], [math.nan]),
-    ("float32", [], [math.inf]),
-    ("string", [1], ["x"]),
-    ("string", [1, 1, 2], ["x", ""]),
-    ("string", [0, 3], []),
-    ("string", [2, 0, 3], []),
-    ("string", [], ["grün"]),
-]
-
-
-@pytest.mark.parametrize(("element", "shape", "values"), STORED)
-def test_values_of_every_type_and_shape_stay_as_they_are(
-    trial: Trial, element: str, shape: list[int], values: list[Any]
-) -> None:
-    stored_as(trial, element, shape, values)
-    group, before = trial.metadata[GROUP], snapshot(trial)
-    assert group.entry("X").shape == tuple(shape)
-    assert np.ravel(np.array(group["X"], dtype=object)).tolist() == pytest.approx(
-        np.array(values, dtype=np.float32 if element == "float32" else object).tolist(), nan_ok=True
-    ) or element == "string"  # fmt: skip
-    group["X"] = group["X"]
-    assert snapshot(trial) == before
-    trial.metadata[GROUP] = {name: group[name] for name in group}
-    assert snapshot(trial) == before
-
-
-@pytest.mark.parametrize("element", ["uint8", "uint16", "uint32", "boolean"])
-@pytest.mark.parametrize("shape", [[], [1], [2]])
-def test_types_that_the_functions_cannot_read_stay_as_they_are(
-    trial: Trial, element: str, shape: list[int]
-) -> None:
-    add_entry(trial, GROUP, "X", element, shape)
-    group, before = trial.metadata[GROUP], snapshot(trial)
-    assert group.entry("X").type == ("Byte" if element in ("uint8", "boolean") else "Integer")
-    group["X"] = group["X"]
-    assert snapshot(trial) == before
-
-
-def test_types_with_a_second_number_keep_it(trial: Trial) -> None:
-    probe.create_attribute(trial, PATH, "X", TYPE_NUMBERS["int16"] + 100, [2])
-    before = snapshot(trial)
-    trial.metadata[GROUP]["X"] = [0, 0]
-    assert snapshot(trial) == before
-
-
-def test_the_bits_of_a_nan_stay(trial: Trial) -> None:
-    stored_as(trial, "float32", [], [0.0])
-    odd = np.array([0x7FA12345], dtype=np.uint32).view(np.float32)
-    trial.metadata[GROUP]["X"] = odd.reshape(())
-    before = snapshot(trial)
-    assert math.isnan(trial.metadata[GROUP]["X"])
-    trial.metadata[GROUP]["X"] = trial.metadata[GROUP]["X"]
-    assert snapshot(trial) == before
-
-
-def test_texts_that_are_no_unicode_stay(trial: Trial) -> None:
-    trial.metadata[GROUP]["OPERATOR"] = "caf\udce9"
-    assert trial.metadata[GROUP]["OPERATOR"] == "caf\udce9"
-    assert _moxPY.moxGetMetaData(trial, GROUP, "OPERATOR")["info"]["values"] == "caf\udce9"
 
 
 # Other values.
@@ -593,103 +419,3 @@ def test_a_closed_trial_says_so(trial: Trial) -> None:
     for use in (lambda: group["COUNT"], lambda: list(trial.metadata), lambda: len(group)):
         with pytest.raises(ValueError, match="the trial was closed"):
             use()
-
-
-# Anything at once.
-
-SINGLES = st.floats(width=32, allow_nan=False)
-TEXTS = st.text("aZ09 ä_-", min_size=1, max_size=9).map(str.strip).filter(bool)
-WORDS = st.integers(-32768, 32767)
-ELEMENTS = [WORDS, SINGLES, TEXTS]
-VALUES = st.one_of(
-    *ELEMENTS,
-    *(st.lists(element, min_size=1, max_size=4) for element in ELEMENTS),
-    *(st.lists(st.tuples(element, element).map(list), min_size=1, max_size=3)
-      for element in ELEMENTS),
-)  # fmt: skip
-NAMES = st.sampled_from(["A", "B", "C"])
-STEPS = st.one_of(
-    st.tuples(st.just("set"), NAMES, NAMES, VALUES),
-    st.tuples(st.just("function"), NAMES, NAMES, VALUES),
-    st.tuples(st.just("delete"), NAMES, NAMES, st.none()),
-    st.tuples(st.just("group"), NAMES, NAMES, st.dictionaries(NAMES, VALUES)),
-    st.tuples(st.just("drop"), NAMES, NAMES, st.none()),
-)
-
-Model = dict[str, dict[str, Any]]
-
-
-def type_of(value: Any) -> str:
-    item = np.ravel(np.array(value, dtype=object))[0]
-    return {int: "Integer", float: "Real", str: "Char"}[type(item)]
-
-
-def fits(value: Any, kind: str) -> bool:
-    """Whether an entry of a type holds a value."""
-    if type_of(value) == kind or (type_of(value), kind) == ("Integer", "Real"):
-        return True
-    if (type_of(value), kind) != ("Real", "Integer"):
-        return False
-    numbers = np.ravel(np.array(value, dtype=float))
-    return bool(np.all(np.abs(numbers) <= 32767) and np.all(numbers == np.round(numbers)))
-
-
-def take_step(trial: Trial, model: Model, step: tuple[str, str, str, Any]) -> None:
-    """Changes both; `model` holds a type and a value of each entry."""
-    action, group, name, value = step
-    metadata = trial.metadata
-    if action == "group":
-        old = model.get(group, {})
-        model[group] = {
-            key: (old[key][0] if key in old and fits(item, old[key][0]) else type_of(item), item)
-            for key, item in value.items()
-        }
-        metadata[group] = value
-    elif action == "function":
-        info = {"format": type_of(value), "values": value}
-        _moxPY.moxAppendMetaData(trial, group, name, info)
-        model.setdefault(group, {})[name] = (type_of(value), value)
-    elif group not in model:
-        with pytest.raises(KeyError):
-            metadata[group]
-    elif action == "drop":
-        del metadata[group], model[group]
-    elif action == "delete":
-        assert (metadata[group].pop(name, None) is None) == (name not in model[group])
-        model[group].pop(name, None)
-    else:
-        kind = model[group][name][0] if name in model[group] else type_of(value)
-        if not fits(value, kind):
-            with pytest.raises((TypeError, OverflowError)):
-                metadata[group][name] = value
-        else:
-            metadata[group][name] = value
-            model[group][name] = (kind, value)
-
-
-def require_same(trial: Trial, model: Model) -> None:
-    mine = {group: entries for group, entries in trial.metadata.items() if group in "ABC"}
-    assert mine.keys() == model.keys()
-    for group, entries in model.items():
-        assert mine[group].keys() == entries.keys()
-        for name, (kind, value) in entries.items():
-            assert mine[group].entry(name).type == kind
-            shown = np.array(mine[group][name], dtype=object).ravel().tolist()
-            assert shown == np.array(value, dtype=object).ravel().tolist()
-            assert info_of(trial, group, name)["format"] == kind
-
-
-@settings(max_examples=60, deadline=None, derandomize=True, database=None)
-@given(steps=st.lists(STEPS, max_size=25))
-def test_any_sequence_of_changes_is_that_of_dictionaries(steps: Any) -> None:
-    trial, model = Trial.new(frames=1), {}  # type: tuple[Trial, Model]
-    for step in steps:
-        take_step(trial, model, step)
-        require_same(trial, model)
-    with tempfile.TemporaryDirectory() as folder:
-        path = Path(folder, "written.c3d")
-        _moxPY.moxWriteAcquisition(trial, str(path))
-        require_same(Trial.of(_moxPY.moxReadAcquisition(str(path))), model)
-
-
-assert set(NATIVE_OF_TYPE) >= {element for element, _, _ in STORED}
