@@ -4,6 +4,8 @@ from __future__ import annotations
 
 import io
 import os
+from errno import EISDIR
+from pathlib import Path
 from typing import TYPE_CHECKING, Any, Literal, Protocol, TypeAlias
 
 from _moxPY import trial as calls
@@ -68,6 +70,9 @@ def write(
     True
     """
     if isinstance(path, str | os.PathLike):
+        name = os.fsdecode(path)
+        if name and Path(name).is_dir():  # told first: few folders end in .c3d
+            raise IsADirectoryError(EISDIR, os.strerror(EISDIR), name)
         calls.write_file(trial, path, storage or "", processor or "")
         return
     take = getattr(path, "write", None)

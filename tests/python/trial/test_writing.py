@@ -197,6 +197,8 @@ def test_a_missing_folder_is_named(trial: mox.Trial, tmp_path: Path):
 def test_a_folder_is_not_replaced(trial: mox.Trial, tmp_path: Path):
     (tmp_path / "walk.c3d").mkdir()
     assert_refused(trial, tmp_path / "walk.c3d", IsADirectoryError, tmp_path)
+    failure = assert_refused(trial, tmp_path, IsADirectoryError, tmp_path)
+    assert str(failure) == f"[Errno 21] Is a directory: '{tmp_path}'"
 
 
 def test_a_file_in_the_way_is_no_folder(trial: mox.Trial, tmp_path: Path):
@@ -266,7 +268,7 @@ def test_a_rate_that_no_file_holds_is_not_written(trial: mox.Trial, tmp_path: Pa
     assert_no_file(trial, tmp_path, "the trial cannot be written: POINT:RATE is 1e+300 Hz")
 
 
-@pytest.mark.parametrize("name", ["walk.csv", "walk", "walk.c3d.bak", "", "c3d"])
+@pytest.mark.parametrize("name", ["walk.csv", "walk", "walk.c3d.bak", "c3d"])
 def test_other_names_are_refused(trial: mox.Trial, tmp_path: Path, name: str):
     path = f"{tmp_path}/{name}"
     with pytest.raises(ValueError, match=f"^'{path}': the name of a C3D file ends in .c3d$"):
