@@ -75,16 +75,19 @@ void write_list(strata::data_attribute& attribute, data_type target, PyObject* l
     const auto items = flatten_list(list, shape_of_value(list));
     if (target == data_type::float64) {
         std::vector<double> numbers;
+        numbers.reserve(items.size());
         for (const auto& item : items)
             numbers.push_back(as_double(item.get()));
         write_elements(attribute, numbers.data(), numbers.size(), target);
     } else if (target == data_type::int64) {
         std::vector<std::int64_t> numbers;
+        numbers.reserve(items.size());
         for (const auto& item : items)
             numbers.push_back(c_long_of(item.get()));
         write_elements(attribute, numbers.data(), numbers.size(), target);
     } else if (target == data_type::string) {
         std::vector<const char*> texts;
+        texts.reserve(items.size());
         for (const auto& item : items)
             texts.push_back(item ? text_of_item(item.get()) : "");
         write_elements(attribute, texts.data(), texts.size(), target);

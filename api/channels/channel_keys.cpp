@@ -56,6 +56,7 @@ py_ref keys(strata::data_store acquisition, const std::string& kind) {
     // Numbers follow the order of the groups, as in the functions' dictionaries.
     auto names = keys_of(channels);
     std::vector<std::pair<std::int32_t, std::string>> keyed;
+    keyed.reserve(channels.size());
     for (std::size_t i = 0; i < channels.size(); ++i)
         keyed.emplace_back(index_of(channels[i]), std::move(names[i]));
     std::ranges::stable_sort(keyed, {}, &std::pair<std::int32_t, std::string>::first);
