@@ -53,7 +53,8 @@ def export(
     """
     place = Path(path)
     format = _format_of(place, to)
-    stem = place.name.removesuffix(format.suffix)
+    has_suffix = place.name.lower().endswith(format.suffix)
+    stem = place.name[: -len(format.suffix)] if has_suffix else place.name
     return write_as(format, trial, place.parent, stem, Options(**options), replace=replace)
 
 
