@@ -4,10 +4,16 @@ A file a subject, and a file a format:
 
 ==========  ====================================================================
 export      what a user calls
-options     what is asked of a file: axes, units, threshold, side
+options     what is asked of a file: axes, units, threshold, side, parts
 prepared    a trial as the options want it
 target      the files that an export makes, complete or not at all
 registry    the formats there are, and how others are added
+about       what a file says about the trial, and about what was asked
+part        the parts of a trial as tables
+reaction    what the force platforms measured, on the side that is asked for
+rows        numbers as lines of text
+text        texts that other formats can hold
+csv         tables as text
 json        everything but samples
 ==========  ====================================================================
 """

@@ -57,7 +57,10 @@ def _own(name: str, summary: str) -> Format:
     return Format(name, f".{name}", summary, f"{__package__}.{name}")
 
 
-_OWN = (_own("json", "events, metadata, platforms and what the trial has; no samples"),)
+_OWN = (
+    _own("csv", "tables as text, a file a part: markers, angles, analogs, platforms, events"),
+    _own("json", "events, metadata, platforms and what the trial has; no samples"),
+)
 _registered: dict[str, Format] = {}
 
 
