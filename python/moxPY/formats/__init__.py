@@ -14,6 +14,9 @@ reaction    what the force platforms measured, on the side that is asked for
 rows        numbers as lines of text
 text        texts that other formats can hold
 csv         tables as text
+columnar    tables as Arrow has them, for the next two
+parquet     tables for data frames
+arrow       the same, not packed
 json        everything but samples
 ==========  ====================================================================
 """

@@ -9,6 +9,7 @@ from typing import Any
 _EXTRAS = {
     "scipy": ("SciPy", "signal"),
     "pandas": ("pandas", "table"),
+    "pyarrow": ("pyarrow", "table"),
     "polars": ("polars", "polars"),
     "xarray": ("xarray", "xarray"),
 }
