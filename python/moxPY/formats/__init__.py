@@ -17,6 +17,7 @@ csv         tables as text
 columnar    tables as Arrow has them, for the next two
 parquet     tables for data frames
 arrow       the same, not packed
+xlsx        Excel workbooks
 json        everything but samples
 ==========  ====================================================================
 """

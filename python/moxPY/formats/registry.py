@@ -61,6 +61,7 @@ _OWN = (
     _own("csv", "tables as text, a file a part: markers, angles, analogs, platforms, events"),
     _own("parquet", "the same tables for pandas, polars and DuckDB, with units and events inside"),
     _own("arrow", "as Parquet, but not packed: Feather, IPC"),
+    _own("xlsx", "an Excel workbook with a sheet a part"),
     _own("json", "events, metadata, platforms and what the trial has; no samples"),
 )
 _registered: dict[str, Format] = {}

@@ -10,6 +10,7 @@ _EXTRAS = {
     "scipy": ("SciPy", "signal"),
     "pandas": ("pandas", "table"),
     "pyarrow": ("pyarrow", "table"),
+    "openpyxl": ("openpyxl", "excel"),
     "polars": ("polars", "polars"),
     "xarray": ("xarray", "xarray"),
 }
