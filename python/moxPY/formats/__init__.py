@@ -11,6 +11,7 @@ registry    the formats there are, and how others are added
 about       what a file says about the trial, and about what was asked
 part        the parts of a trial as tables
 reaction    what the force platforms measured, on the side that is asked for
+by_feet     the same by the foot that was on them
 rows        numbers as lines of text
 text        texts that other formats can hold
 csv         tables as text
@@ -18,6 +19,10 @@ columnar    tables as Arrow has them, for the next two
 parquet     tables for data frames
 arrow       the same, not packed
 xlsx        Excel workbooks
+trc         markers for OpenSim
+storage     the form that the next two share
+mot         ground reaction forces for OpenSim
+sto         channels and platforms for OpenSim
 json        everything but samples
 ==========  ====================================================================
 """

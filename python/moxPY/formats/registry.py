@@ -62,6 +62,9 @@ _OWN = (
     _own("parquet", "the same tables for pandas, polars and DuckDB, with units and events inside"),
     _own("arrow", "as Parquet, but not packed: Feather, IPC"),
     _own("xlsx", "an Excel workbook with a sheet a part"),
+    _own("trc", "markers, for OpenSim"),
+    _own("mot", "ground reaction forces by platform or by foot, for OpenSim"),
+    _own("sto", "any channels and platforms, for OpenSim, a file a part"),
     _own("json", "events, metadata, platforms and what the trial has; no samples"),
 )
 _registered: dict[str, Format] = {}
