@@ -24,6 +24,9 @@ storage     the form that the next two share
 mot         ground reaction forces for OpenSim
 sto         channels and platforms for OpenSim
 json        everything but samples
+json_text   JSON as people read it
+npz         arrays for NumPy
+c3d         C3D files
 ==========  ====================================================================
 """
 

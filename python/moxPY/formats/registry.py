@@ -65,7 +65,9 @@ _OWN = (
     _own("trc", "markers, for OpenSim"),
     _own("mot", "ground reaction forces by platform or by foot, for OpenSim"),
     _own("sto", "any channels and platforms, for OpenSim, a file a part"),
-    _own("json", "events, metadata, platforms and what the trial has; no samples"),
+    _own("json", "events, metadata, platforms, labels, units, gaps; samples on request"),
+    _own("npz", "arrays for NumPy"),
+    _own("c3d", "a C3D file"),
 )
 _registered: dict[str, Format] = {}
 
