@@ -14,6 +14,7 @@ PAGES = [
     "analogs.md",
     "cookbook.md",
     "events.md",
+    "exports.md",
     "force_platforms.md",
     "metadata.md",
     "points.md",
