@@ -1,12 +1,20 @@
 """Many files: which there are, one function over all of them, one table of all of them.
 
-======  =====================================================
-gather  files, folders and patterns as a list of files
-======  =====================================================
+=========  ==================================================================
+gather     files, folders and patterns as a list of files
+map_files  what a user calls: a function over files
+results    what comes back, file by file
+work       what is done with one file, wherever that is
+line       files that are worked on, each taken in its turn
+staff      who works: threads, processes, an executor of the user
+progress   the bar on a terminal
+=========  ==================================================================
 """
 
 from __future__ import annotations
 
 from .gather import gather
+from .map_files import map_files
+from .results import Result, Results
 
-__all__ = ["gather"]
+__all__ = ["Result", "Results", "gather", "map_files"]
