@@ -2,17 +2,17 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING
 
 from ..extras import require
 from .tables import (
-    Table,
     What,
     event_columns,
     event_types,
     long_columns,
     require_known,
     table_of,
+    wide_columns,
 )
 
 if TYPE_CHECKING:
@@ -58,16 +58,5 @@ def to_polars(trial: Trial, what: What = "markers", *, long: bool = False) -> po
         schema = {"time": float, **types, "value": float}
         frame = packaged.DataFrame(long_columns(table), schema=schema)
     else:
-        frame = packaged.DataFrame(_wide(table))
+        frame = packaged.DataFrame(wide_columns(table))
     return frame
-
-
-def _wide(table: Table) -> dict[str, Any]:
-    """Columns by name, the time first."""
-    columns: dict[str, Any] = {"time": table.time}
-    for position, parts in enumerate(table.columns):
-        name = "_".join(map(str, parts))
-        if name in columns:
-            raise ValueError(f"two columns would have the name '{name}': take the long frame")
-        columns[name] = table.values[:, position]
-    return columns

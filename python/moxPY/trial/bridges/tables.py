@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from collections.abc import Mapping
 from dataclasses import dataclass, fields
 from typing import TYPE_CHECKING, Any, Literal, get_args
 
@@ -12,6 +13,7 @@ from ..events import Event
 from ..samples import FloatArray
 
 if TYPE_CHECKING:
+    from ..channels import Channels
     from ..trial import Trial
 
 What = Literal[
@@ -43,13 +45,18 @@ def table_of(trial: Trial, what: str) -> Table:
     if what == "platforms":
         return _platforms(trial)
     channels = trial.analogs if what == "analogs" else getattr(trial, what)
+    return channels_table(channels, channels.units)
+
+
+def channels_table(channels: Channels, units: Mapping[str, str]) -> Table:
+    """The table of points or of analog channels."""
     labels, values = channels.labelled_values()
-    if what == "analogs":
+    if values.ndim == 2:
         columns: list[tuple[Any, ...]] = [(label,) for label in labels]
-        return Table(trial.analogs.time, ("label",), columns, values, channels.units)
+        return Table(channels._time, ("label",), columns, values, units)
     columns = [(label, axis) for label in labels for axis in AXES]
     matrix = values.reshape(len(values), len(columns))
-    return Table(trial.time, ("label", "axis"), columns, matrix, channels.units)
+    return Table(channels._time, ("label", "axis"), columns, matrix, units)
 
 
 def _platforms(trial: Trial) -> Table:
@@ -62,6 +69,17 @@ def _platforms(trial: Trial) -> Table:
     values = np.concatenate(arrays, axis=1) if arrays else np.empty((len(time), 0))
     units = [wrench.units._asdict() for wrench in wrenches]
     return Table(time, ("platform", "quantity", "axis"), columns, values, units)
+
+
+def wide_columns(table: Table) -> dict[str, NDArray[Any]]:
+    """Columns by name, the time first; the parts of a name are joined: ``LASI_x``."""
+    columns: dict[str, Any] = {"time": table.time}
+    for position, parts in enumerate(table.columns):
+        name = "_".join(map(str, parts))
+        if name in columns:
+            raise ValueError(f"two columns would have the name '{name}': take the long frame")
+        columns[name] = table.values[:, position]
+    return columns
 
 
 def long_columns(table: Table) -> dict[str, NDArray[Any]]:
