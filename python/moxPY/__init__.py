@@ -29,6 +29,7 @@ true of all of them:
 from . import functions
 from .acquisition import data_store as data_store
 from .batch import Result as Result
+from .batch import collect as collect
 from .batch import map_files as map_files
 from .functions import *
 from .trial import Channel as Channel

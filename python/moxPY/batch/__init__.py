@@ -8,13 +8,18 @@ work       what is done with one file, wherever that is
 line       files that are worked on, each taken in its turn
 staff      who works: threads, processes, an executor of the user
 progress   the bar on a terminal
+collect    what a user calls: one table of many files
+tables     what a function gives of a trial, as a table
+schema     one schema for the tables of many files
+sinks      where the tables go: memory, or a file
 =========  ==================================================================
 """
 
 from __future__ import annotations
 
+from .collect import collect
 from .gather import gather
 from .map_files import map_files
 from .results import Result, Results
 
-__all__ = ["Result", "Results", "gather", "map_files"]
+__all__ = ["Result", "Results", "collect", "gather", "map_files"]
