@@ -12,15 +12,17 @@ from typing import TYPE_CHECKING, Any, Literal
 
 from ..trial import Trial, TrialWarning
 from ..trial.extras import require
+from .blocks import Block, with_files
 from .gather import Files
 from .map_files import map_files
-from .sinks import Sink, sink_for
+from .schema import Misfit
+from .sinks import sink_for
+from .stacking import OwnColumn, Stacking
 from .tables import Tabled
 
 if TYPE_CHECKING:
     import pyarrow  # type: ignore[import-untyped, import-not-found, unused-ignore]
 
-COLUMN = "file"
 # Files that the warning names.
 NAMED = 3
 
@@ -95,16 +97,18 @@ def collect(
     )
     failed: dict[str, Exception] = {}
     with closing(sink_for(to)) as sink, results:
-        for file, table, error in results:
-            if table is not None:
-                error = _add(sink, file, table)
+        stacking = Stacking(sink)
+        for file, rows, error in results:
+            if rows is not None:
+                error = _added(stacking, file, rows)
             if error is not None:
                 if on_error == "raise":
                     raise error
                 failed[str(file)] = error
+        stacking.flush()
         if sink.is_empty:
             _require_success(failed)
-            sink.add(_with_file(file=None, table=require("pyarrow").table({})))
+            sink.add(with_files(require("pyarrow").table({}), [], []))
         whole = sink.finished()
     if failed:
         _warn(failed)
@@ -113,23 +117,15 @@ def collect(
     return whole
 
 
-def _add(sink: Sink, file: Path, table: pyarrow.Table) -> Exception | None:
+def _added(stacking: Stacking, file: Path, rows: pyarrow.Table | Block) -> Exception | None:
     """Add the rows of a file; the error if they do not fit."""
     try:
-        if COLUMN in table.column_names:
-            raise ValueError(f"the table has a column '{COLUMN}' of its own")
-        sink.add(_with_file(file, table))
-    except (TypeError, ValueError) as error:
-        return type(error)(f"'{file}': {error}")
+        stacking.add(file, rows)
+    except Misfit as misfit:
+        return TypeError(f"'{file}': {misfit}")
+    except OwnColumn as error:
+        return ValueError(f"'{file}': {error}")
     return None
-
-
-def _with_file(file: Path | None, table: pyarrow.Table) -> pyarrow.Table:
-    """The table behind a column with the name of the file, which is in memory once."""
-    arrow = require("pyarrow")
-    places = arrow.repeat(arrow.scalar(0, arrow.int32()), table.num_rows)
-    names = arrow.array([] if file is None else [str(file)], arrow.string())
-    return table.add_column(0, COLUMN, arrow.DictionaryArray.from_arrays(places, names))
 
 
 def _require_success(failed: dict[str, Exception]) -> None:

@@ -10,6 +10,10 @@ if TYPE_CHECKING:
     import pyarrow  # type: ignore[import-untyped, import-not-found, unused-ignore]
 
 
+class Misfit(TypeError):
+    """A table does not go together with those before it."""
+
+
 class Schema:
     """The columns of all tables so far: those of the first one, and then what others added."""
 
@@ -22,7 +26,7 @@ class Schema:
 
         Raises
         ------
-        TypeError
+        Misfit
             A column holds something that does not go together with what it held so far.
         """
         if self.fields is None or other.equals(self.fields):
@@ -33,10 +37,21 @@ class Schema:
         try:
             unified = arrow.unify_schemas([self.fields, other], promote_options="permissive")
         except (arrow.ArrowInvalid, arrow.ArrowTypeError):
-            raise TypeError(_misfit(arrow, self.fields, other)) from None
+            raise Misfit(_misfit(arrow, self.fields, other)) from None
+        unified = self._with_nulls(unified, other)
         changed = not unified.equals(self.fields)
         self.fields = unified
         return changed
+
+    def _with_nulls(self, unified: pyarrow.Schema, other: pyarrow.Schema) -> pyarrow.Schema:
+        """A column that one of both lacks is null there."""
+        assert self.fields is not None
+        for schema in (self.fields, other):
+            lacking = set(unified.names) - set(schema.names)
+            for name in lacking:
+                place = unified.get_field_index(name)
+                unified = unified.set(place, unified.field(place).with_nullable(True))
+        return unified
 
     def conform(self, table: pyarrow.Table) -> pyarrow.Table:
         """The table with all columns, those that it lacks being null."""
@@ -47,8 +62,10 @@ class Schema:
         return self._arrow.Table.from_arrays(columns, schema=self.fields)
 
     def _column(self, table: pyarrow.Table, field: Any) -> Any:
-        if field.name in table.column_names:
-            return table.column(field.name).cast(field.type)
+        if table.schema.get_field_index(field.name) >= 0:
+            return table.column(field.name).cast(
+                field.type, safe=False
+            )  # large integers are rounded
         return self._arrow.nulls(table.num_rows, field.type)
 
 

@@ -8,6 +8,7 @@ from tempfile import TemporaryDirectory
 from typing import TYPE_CHECKING, Any, Literal, Protocol
 
 from ..trial.extras import require
+from .group_writer import GroupWriter
 from .schema import Schema
 
 if TYPE_CHECKING:
@@ -17,8 +18,8 @@ if TYPE_CHECKING:
 PACKAGES = ("pandas", "polars", "arrow")
 SUFFIX = ".parquet"
 
-# A group of rows is in memory as a whole when it is written and when it is read.
-GROUP_BYTES = 32 << 20
+# A group of rows is in memory as a whole when it is written and when it is read: 16 MB of numbers.
+GROUP_VALUES = 2 << 20
 
 
 class Sink(Protocol):
@@ -98,13 +99,12 @@ class OnDisk:
 
     def __init__(self, path: Path) -> None:
         self._arrow = require("pyarrow")
-        self._parquet = require("pyarrow", "parquet")
         self._path = path
         self._schema = Schema()
         self._tables: list[pyarrow.Table] = []
-        self._bytes = 0
+        self._values = 0
         self._parts: list[Path] = []
-        self._writer: Any = None
+        self._writer: GroupWriter | None = None
         self._beside = TemporaryDirectory(prefix=".moxpy-", dir=path.parent)
 
     @property
@@ -113,12 +113,11 @@ class OnDisk:
         return self._schema.fields is None
 
     def add(self, table: pyarrow.Table) -> None:
-        before = self._schema.fields
-        if self._schema.include(table.schema) and before is not None:
+        if self._schema.include(table.schema) and (self._tables or self._writer):
             self._end_part()
         self._tables.append(self._schema.conform(table))
-        self._bytes += table.nbytes
-        if self._bytes >= GROUP_BYTES:
+        self._values += table.num_rows * table.num_columns
+        if self._values >= GROUP_VALUES:
             self._write()
 
     def finished(self) -> Path:
@@ -131,42 +130,35 @@ class OnDisk:
 
     def close(self) -> None:
         if self._writer is not None:
-            self._writer.close()
-            self._writer = None
+            self._writer.abandon()
         self._beside.cleanup()
 
     def _write(self) -> None:
         """A group of rows of what is in memory."""
         if self._writer is None:
             self._parts.append(self._new_path())
-            self._writer = self._begun(self._parts[-1], self._tables[0].schema)
-        table = self._arrow.concat_tables(self._tables)
-        self._tables, self._bytes = [], 0
-        self._writer.write_table(table, row_group_size=max(table.num_rows, 1))
+            self._writer = GroupWriter(self._parts[-1], self._tables[0].schema)
+        self._writer.write(self._arrow.concat_tables(self._tables))
+        self._tables, self._values = [], 0
 
     def _end_part(self) -> None:
         if self._tables:
             self._write()
         if self._writer is not None:
-            self._writer.close()
+            self._writer.finish()
             self._writer = None
 
     def _joined(self) -> Path:
         """A file with the groups of all parts."""
         path = self._new_path()
-        with self._begun(path, self._schema.fields) as writer:
-            for part in self._parts:
-                with self._parquet.ParquetFile(part) as file:
-                    for group in range(file.num_row_groups):
-                        table = self._schema.conform(file.read_row_group(group))
-                        writer.write_table(table, row_group_size=max(table.num_rows, 1))
+        parquet = require("pyarrow", "parquet")
+        self._writer = GroupWriter(path, self._schema.fields)
+        for part in self._parts:
+            with parquet.ParquetFile(part) as file:
+                for group in range(file.num_row_groups):
+                    self._writer.write(self._schema.conform(file.read_row_group(group)))
+        self._end_part()
         return path
-
-    def _begun(self, path: Path, schema: pyarrow.Schema) -> Any:
-        # Numbers hardly repeat; looking for those that do takes most of the time.
-        types = self._arrow.types
-        texts = [field.name for field in schema if not types.is_floating(field.type)]
-        return self._parquet.ParquetWriter(path, schema, use_dictionary=texts)
 
     def _new_path(self) -> Path:
         return Path(self._beside.name) / f"{len(self._parts)}{SUFFIX}"

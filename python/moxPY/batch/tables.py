@@ -1,4 +1,4 @@
-"""What a function gives of a trial, as a table of Arrow."""
+"""What a function gives of a trial, as rows of a table."""
 
 from __future__ import annotations
 
@@ -11,8 +11,9 @@ import numpy as np
 from numpy.typing import NDArray
 
 from ..trial import Channels, Trial
-from ..trial.bridges.tables import AXES, channels_table, wide_columns
+from ..trial.bridges.tables import AXES
 from ..trial.extras import require
+from .blocks import Block
 
 if TYPE_CHECKING:
     import pandas  # type: ignore[import-untyped, import-not-found, unused-ignore]
@@ -21,12 +22,14 @@ if TYPE_CHECKING:
 
 @dataclass(frozen=True)
 class Tabled:
-    """A function whose value is made a table while the trial is open."""
+    """A function whose value is made rows of a table while the trial is open."""
 
     function: Callable[[Trial], Any]
 
-    def __call__(self, trial: Trial) -> pyarrow.Table | None:
+    def __call__(self, trial: Trial) -> pyarrow.Table | Block | None:
         value = self.function(trial)
+        if isinstance(value, Channels):
+            return Block.of(value)
         return None if value is None else arrow_table(value)
 
 
@@ -41,15 +44,14 @@ def arrow_table(value: Any) -> pyarrow.Table:
         Columns have different lengths, the same name or more than two dimensions.
     """
     table = _table_of(require("pyarrow"), value)
-    (name, count), *_ = Counter(table.column_names).most_common(1) or [("", 0)]
-    if count > 1:
+    names = table.schema.names
+    if len(set(names)) < len(names):
+        (name, count), *_ = Counter(names).most_common(1)
         raise ValueError(f"{count} columns have the name '{name}'")
     return table.replace_schema_metadata(None)
 
 
 def _table_of(arrow: Any, value: Any) -> pyarrow.Table:
-    if isinstance(value, Channels):
-        return _of_columns(arrow, wide_columns(channels_table(value, {})))
     if isinstance(value, Mapping):
         return _of_columns(arrow, value)
     if isinstance(value, list | tuple) and all(isinstance(row, Mapping) for row in value):
@@ -73,41 +75,39 @@ def _is_frame_of(value: Any, package: str) -> bool:
 
 def _of_columns(arrow: Any, columns: Mapping[Any, Any]) -> pyarrow.Table:
     """Columns, or one row; what is one value is that of every row."""
-    names, found = [], []
-    for name, values in columns.items():
-        for each, part in _parts(str(name), values):
-            names.append(each)
-            found.append(part)
-    lengths = [len(values) for values in found if not _is_single(values)]
+    names: list[str] = []
+    found: list[Any] = []
+    single: dict[int, Any] = {}
+    for key, values in columns.items():
+        name = str(key)
+        if hasattr(values, "__array__"):
+            values = np.asarray(values)
+            if values.ndim > 1:
+                names += _component_names(name, values)
+                found += list(values.T)
+                continue
+            values = values if values.ndim else values.item()
+        if isinstance(values, str | bytes) or not isinstance(values, Iterable):
+            single[len(names)] = values
+        names.append(name)
+        found.append(values)
+    lengths = [len(values) for place, values in enumerate(found) if place not in single]
     rows = lengths[0] if lengths else 1
-    arrays = [
-        arrow.repeat(arrow.scalar(values), rows) if _is_single(values) else arrow.array(values)
-        for values in found
-    ]
-    return arrow.Table.from_arrays(arrays, names=names)
+    for place, value in single.items():
+        found[place] = arrow.repeat(arrow.scalar(value), rows)
+    return arrow.Table.from_arrays([_as_array(arrow, values) for values in found], names=names)
 
 
-def _parts(name: str, values: Any) -> Iterable[tuple[str, Any]]:
-    """A column as it is, and the three of an array (n, 3)."""
-    if hasattr(values, "__array__"):
-        values = np.asarray(values)
-        if values.ndim == 0:
-            values = values.item()
-        elif values.ndim > 1:
-            return _components(name, values)
-    return [(name, values)]
-
-
-def _components(name: str, values: NDArray[Any]) -> Iterable[tuple[str, Any]]:
+def _component_names(name: str, values: NDArray[Any]) -> list[str]:
     if values.ndim != 2 or values.shape[1] != len(AXES):
         raise ValueError(
             f"'{name}': an array (n,) is a column, one (n, 3) is three, this one is {values.shape}"
         )
-    return [(f"{name}_{axis}", values[:, place]) for place, axis in enumerate(AXES)]
+    return [f"{name}_{axis}" for axis in AXES]
 
 
-def _is_single(values: Any) -> bool:
-    return isinstance(values, str | bytes) or not isinstance(values, Iterable)
+def _as_array(arrow: Any, values: Any) -> Any:
+    return values if isinstance(values, arrow.Array | arrow.ChunkedArray) else arrow.array(values)
 
 
 def _of_rows(arrow: Any, rows: Sequence[Mapping[Any, Any]]) -> pyarrow.Table:

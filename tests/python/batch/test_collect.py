@@ -14,7 +14,7 @@ import polars as pl
 import pyarrow as pa
 import pyarrow.parquet as pq
 import pytest
-from moxPY.batch import sinks
+from moxPY.batch import sinks, stacking
 from support import batch_functions as functions
 from support.c3d_bytes import Analog, c3d_bytes
 from support.read_c3d import track
@@ -252,7 +252,8 @@ def varied(trial: mox.Trial) -> Any:
 def test_columns_of_all_files_make_the_table(
     folder: Path, tmp_path: Path, to: Any, group: int, monkeypatch: pytest.MonkeyPatch
 ):
-    monkeypatch.setattr(sinks, "GROUP_BYTES", group)
+    for module in (sinks, stacking):
+        monkeypatch.setattr(module, "GROUP_VALUES", group)
     made = frame_of(mox.collect(varied, folder, to=to and tmp_path / to))
     assert made["n"].to_list() == [1.0, 2.0, 3.0, 4.0, *(n + 0.5 for n in range(5, COUNT + 1))]
     assert made["late"].isna().to_list() == [True] * 6 + [False] * 6
@@ -260,6 +261,46 @@ def test_columns_of_all_files_make_the_table(
     assert sorted(path.name for path in tmp_path.iterdir()) == sorted(
         ["trials", *([to] if to else [])]
     )
+
+
+# Rows, and the first coordinate of the first point.
+RECORDINGS = [(3, "LASI"), (2, "LASI"), (0, "LASI"), (2, "RASI"), (4, "LASI"), (9, "LASI"), (1, "")]
+
+
+@pytest.mark.parametrize("to", [None, "all.parquet"])
+@pytest.mark.parametrize("group", [1, 20, 1 << 20])
+def test_channels_of_any_length_and_label_go_together(
+    tmp_path: Path, to: Any, group: int, monkeypatch: pytest.MonkeyPatch
+):
+    for module in (sinks, stacking):
+        monkeypatch.setattr(module, "GROUP_VALUES", group)
+    recorded = tmp_path / "trials"
+    recorded.mkdir()
+    for number, (rows, label) in enumerate(RECORDINGS):
+        trial = mox.Trial.new(frames=rows)
+        if label:
+            trial.markers[label] = track(rows, number)
+        trial.write(recorded / f"{number}.c3d")
+    made = frame_of(mox.collect(markers, recorded, to=to and tmp_path / to))
+    axes = [f"{label}_{axis}" for label in ("LASI", "RASI") for axis in "xyz"]
+    assert made.columns.to_list() == ["file", "time", *axes]
+    for number, (rows, label) in enumerate(RECORDINGS):
+        part = made[made["file"] == str(recorded / f"{number}.c3d")]
+        assert part["time"].to_list() == list(np.arange(rows) / 100.0)
+        for other in ("LASI", "RASI"):
+            values = part[[f"{other}_{axis}" for axis in "xyz"]].to_numpy()
+            expect = track(rows, number) if other == label else np.full((rows, 3), np.nan)
+            np.testing.assert_array_equal(values, expect)
+
+
+@pytest.mark.parametrize("to", ["arrow", "all.parquet"])
+def test_channels_that_a_file_lacks_are_null(tmp_path: Path, to: str):
+    for label in ("A", "B"):
+        (tmp_path / f"{label}.c3d").write_bytes(c3d_bytes({label: track(2)}))
+    made = mox.collect(markers, tmp_path, to=str(tmp_path / to) if "." in to else to)
+    table = pq.read_table(made) if isinstance(made, Path) else made
+    assert table.column("A_x").to_pylist() == [0.0, 1.0, None, None]
+    assert table.column("B_x").to_pylist() == [None, None, 0.0, 1.0]
 
 
 @pytest.mark.parametrize("to", [None, "all.parquet"])
@@ -271,6 +312,13 @@ def test_a_column_that_does_not_fit_names_its_file(folder: Path, tmp_path: Path,
     assert frame_of(made)["n"].to_list() == [1, 2, 3, *range(5, COUNT + 1)]
     with pytest.raises(TypeError, match=text):
         mox.collect(function, folder, to=to and tmp_path / to, on_error="raise")
+
+
+def test_channels_called_as_the_column_of_files_are_refused(tmp_path: Path):
+    content = c3d_bytes(analogs=[Analog("file", np.arange(4.0))])
+    (tmp_path / "a.c3d").write_bytes(content)
+    with pytest.raises(ValueError, match=r"a.c3d': the table has a column 'file' of its own"):
+        mox.collect(lambda trial: trial.analogs, tmp_path)
 
 
 # Files.
@@ -295,7 +343,8 @@ def test_a_file_in_no_folder_is_refused(folder: Path, tmp_path: Path):
 def test_groups_of_rows_are_written_as_they_come(
     folder: Path, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ):
-    monkeypatch.setattr(sinks, "GROUP_BYTES", 400)
+    for module in (sinks, stacking):
+        monkeypatch.setattr(module, "GROUP_VALUES", 50)
     place = mox.collect(markers, folder, to=tmp_path / "all.parquet")
     file = pq.ParquetFile(place)
     sizes = [file.metadata.row_group(n).num_rows for n in range(file.num_row_groups)]

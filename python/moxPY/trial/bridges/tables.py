@@ -72,14 +72,25 @@ def _platforms(trial: Trial) -> Table:
 
 
 def wide_columns(table: Table) -> dict[str, NDArray[Any]]:
-    """Columns by name, the time first; the parts of a name are joined: ``LASI_x``."""
-    columns: dict[str, Any] = {"time": table.time}
-    for position, parts in enumerate(table.columns):
-        name = "_".join(map(str, parts))
-        if name in columns:
+    """Columns by name, the time first."""
+    return {"time": table.time, **dict(zip(wide_names(table), table.values.T, strict=True))}
+
+
+def wide_names(table: Table) -> list[str]:
+    """Names for columns beside one that is called ``time``; the parts are joined: ``LASI_x``.
+
+    Raises
+    ------
+    ValueError
+        Two would have one name.
+    """
+    names = ["_".join(map(str, parts)) for parts in table.columns]
+    seen = {"time"}
+    for name in names:
+        if name in seen:
             raise ValueError(f"two columns would have the name '{name}': take the long frame")
-        columns[name] = table.values[:, position]
-    return columns
+        seen.add(name)
+    return names
 
 
 def long_columns(table: Table) -> dict[str, NDArray[Any]]:
