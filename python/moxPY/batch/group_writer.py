@@ -29,6 +29,7 @@ class GroupWriter:
             path,
             schema,
             use_dictionary=others,
+            write_statistics=others,
             use_byte_stream_split=numbers,
             compression="zstd",
             compression_level=1,
