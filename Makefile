@@ -88,6 +88,7 @@ test-wheel: wheel
 bench: $(release)/configured $(dev_ready)
 	@cmake --build $(release) --parallel $(JOBS)
 	@$(in_build_tree) python benchmarks/run.py --build $(release)
+	@$(in_build_tree) python benchmarks/bulk_memory.py
 
 cpp_files = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp')
 

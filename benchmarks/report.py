@@ -117,6 +117,22 @@ def threads_summary(answers: dict[str, list[dict[str, Any]]], files: int) -> dic
     }
 
 
+def folder_summary(answers: dict[str, list[dict[str, Any]]], files: int) -> dict[str, Any]:
+    """Medians of each way; how often its time the other one takes, within a round."""
+    seconds = {way: [answer["seconds"] for answer in given] for way, given in answers.items()}
+    alone = next(iter(seconds.values()))
+    return {
+        way: {
+            "files": files,
+            "seconds": times,
+            "ratio": ratio(times, alone),
+            "peak_bytes": median(answer["peak"] for answer in answers[way]),
+            "bytes": median(answer["bytes"] for answer in answers[way]),
+        }
+        for way, times in seconds.items()
+    }
+
+
 def ratio_to_reading(answer: dict[str, Any]) -> float:
     """An append of the second half, by the reading of all that it ends with."""
     second = answer["halves"][1]
@@ -199,6 +215,20 @@ def threads_table(result: dict[str, Any], processors: int) -> list[str]:
     lines = [f"threads that read, with {processors} processors", f"  {'':13}  files/s  ratio"]
     for kind, figures in result.items():
         lines.append(f"  {kind:13}  {figures['files_per_second']:7.0f}  {figures['ratio']:5.2f}")
+    return lines
+
+
+def folder_table(result: dict[str, Any]) -> list[str]:
+    files = next(iter(result.values()))["files"]
+    lines = [
+        f"folder: the markers of {files} small files in one Parquet file",
+        f"  {'':15}  {'seconds':>8}  {'times moxPY':>11}  {'peak memory, MB':>15}  {'file, MB':>8}",
+    ]
+    for way, figures in result.items():
+        lines.append(
+            f"  {way:15}  {median(figures['seconds']):8.2f}  {figures['ratio']:11.1f}"
+            f"  {megabytes(figures['peak_bytes']):>15}  {megabytes(figures['bytes']):>8}"
+        )
     return lines
 
 

@@ -1,9 +1,10 @@
 """Compares reading and writing C3D files with plain C++ programs and with other packages,
-appending to an acquisition with reading it, and eight threads that read with one.
+appending to an acquisition with reading it, eight threads that read with one, and one table of a
+folder with the same through other packages.
 
     python run.py --build BUILD [--rounds N] [--trial big|small] [--job JOB]
 
-JOB is reading, writing, appending or threads.
+JOB is reading, writing, appending, threads or folder.
 
 BUILD is a build folder with the module and the plain programs. Its subfolder `benchmarks` keeps the
 files that are read, which are made when they are missing, and `results.json`. README.md beside
@@ -21,6 +22,7 @@ from pathlib import Path
 from typing import Any
 
 import appending
+import collecting
 import reading
 import threads
 import writing
@@ -28,6 +30,8 @@ from jobs import Trial
 from report import (
     appending_summary,
     appending_table,
+    folder_summary,
+    folder_table,
     machine,
     summary,
     table,
@@ -39,7 +43,7 @@ from report import (
 
 KINDS = ("big", "small")
 JOBS_OF_A_TRIAL = ("reading", "writing")
-JOBS = (*JOBS_OF_A_TRIAL, "appending", "threads")
+JOBS = (*JOBS_OF_A_TRIAL, "appending", "threads", "folder")
 
 
 def measure_reading(trial: Trial, build: Path, rounds: int) -> tuple[dict[str, Any], list[str]]:
@@ -73,6 +77,13 @@ def measure_threads(trial: Trial, rounds: int) -> tuple[dict[str, Any], list[str
     return result, threads.disagreements(answers)
 
 
+def measure_folder(trial: Trial, rounds: int) -> tuple[dict[str, Any], list[str]]:
+    answers = collecting.run_rounds(trial, rounds)
+    result = folder_summary(answers, collecting.FILES)
+    print("\n".join(folder_table(result)), end="\n\n")
+    return result, collecting.disagreements(answers)
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=Path, required=True)
@@ -103,6 +114,12 @@ def main() -> int:
         if not trial.is_current():
             trial.make()
         results["threads"], deviations = measure_threads(trial, options.rounds)
+        wrong += deviations
+    if "folder" in jobs:
+        trial = Trial("small", folder)
+        if not trial.is_current():
+            trial.make()
+        results["folder"], deviations = measure_folder(trial, options.rounds)
         wrong += deviations
     folder.mkdir(exist_ok=True)
     (folder / "results.json").write_text(json.dumps(results, indent=2) + "\n")
