@@ -12,6 +12,8 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
+from ..checks import check
+from ..differences import differences
 from ..formats import export
 from . import copying, writing
 from .analysis import Analysis
@@ -193,6 +195,8 @@ class Trial:
 
     write = writing.write
     export = export
+    check = check
+    differences = differences
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy
