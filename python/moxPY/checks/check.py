@@ -51,8 +51,8 @@ def check(
 
     Examples
     --------
-    >>> for finding in trial.check(without="ends"):
-    ...     print(finding.rule, finding.channel, finding.text)
+    >>> trial.check(only="contradictions")
+    []
     """
     chosen = _known(without if only is None else only)
     _require_limits(limits)

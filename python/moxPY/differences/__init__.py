@@ -4,8 +4,11 @@
 differences  what a user calls
 difference   what is found
 comparison   two trials and the tolerances, numbers compared
+keys         what only one of the two has
+stretch      the frames that both have
 clock        rates and frames
 channels     markers, angles, forces, moments, powers, analog channels
+residuals    residuals and camera masks of points
 events       events
 platforms    force platforms
 rotations    rotations of segments

@@ -2,12 +2,12 @@
 
 from __future__ import annotations
 
+import math
 from dataclasses import dataclass
 from typing import TYPE_CHECKING, Any, NamedTuple
 
 import numpy as np
-
-from ..trial.samples import FloatArray
+from numpy.typing import NDArray
 
 if TYPE_CHECKING:
     from ..trial.trial import Trial
@@ -28,13 +28,12 @@ class Distance(NamedTuple):
     largest: float  #: without sign, where both are numbers; 0 without such places
     row: int  #: of the first place with it
     unequal: int  #: rows in which one differs by more than the tolerance
-    one_sided: FloatArray  #: the rows in which one of the two is NaN and the other is not
+    one_sided: NDArray[np.intp]  #: the rows in which one of the two is NaN and the other is not
 
 
 def distance(one: Any, other: Any, tolerance: float) -> Distance:
     """Compare arrays row by row. NaN is as NaN, an infinity as itself."""
-    one = np.asarray(one, dtype=np.float64).reshape(len(one), -1)
-    other = np.asarray(other, dtype=np.float64).reshape(len(other), -1)
+    one, other = _rows(one), _rows(other)
     missing = np.isnan(one), np.isnan(other)
     one_sided = np.flatnonzero((missing[0] != missing[1]).any(axis=1))
     with np.errstate(invalid="ignore", over="ignore"):
@@ -46,6 +45,17 @@ def distance(one: Any, other: Any, tolerance: float) -> Distance:
     return Distance(largest, row, int(np.count_nonzero(rows > tolerance)), one_sided)
 
 
+def _rows(array: Any) -> NDArray[np.float64]:
+    """A matrix with the rows of an array, without any, too."""
+    numbers = np.asarray(array, dtype=np.float64)
+    return numbers.reshape(len(numbers), math.prod(numbers.shape[1:]))
+
+
 def number(value: float) -> str:
     """A number for texts."""
     return f"{value:.6g}"
+
+
+def counted(count: int, what: str) -> str:
+    """A number of things for texts, with the verb behind it: ``"1 frame differs"``."""
+    return f"{count} {what} differs" if count == 1 else f"{count} {what}s differ"

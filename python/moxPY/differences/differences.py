@@ -6,10 +6,17 @@ import math
 from collections.abc import Callable, Iterable, Iterator, Mapping
 from typing import TYPE_CHECKING
 
+from ..trial.channels import KINDS
 from ..trial.labels import nearest
+from .channels import channels
 from .clock import clock
 from .comparison import Comparison
 from .difference import Difference
+from .events import events
+from .metadata import metadata
+from .platforms import platforms
+from .residuals import residuals
+from .rotations import rotations
 
 if TYPE_CHECKING:
     from ..trial.trial import Trial
@@ -17,6 +24,12 @@ if TYPE_CHECKING:
 # Family -> what compares it.
 _COMPARED: dict[str, Callable[[Comparison], Iterator[Difference]]] = {
     "clock": clock,
+    **{family: channels(family) for family in (*KINDS, "analogs")},
+    "residuals": residuals,
+    "events": events,
+    "platforms": platforms,
+    "rotations": rotations,
+    "metadata": metadata,
 }
 
 #: What trials are compared by, in the order in which differences are told.
@@ -61,8 +74,10 @@ def differences(
 
     Examples
     --------
-    >>> for found in trial.differences(other, tolerance={"markers": 0.1}, without="metadata"):
+    >>> shorter = trial.crop(1, 300)
+    >>> for found in trial.differences(shorter, tolerance={"markers": 0.1}, without="events"):
     ...     print(found.family, found.channel, found.text)
+    clock frames 360 and 300
     """
     left_out, chosen = _known(without), FAMILIES if only is None else _known(only)
     tolerances = _tolerances(tolerance)

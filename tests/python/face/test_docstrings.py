@@ -22,6 +22,8 @@ MODULES = [
     for module in pkgutil.walk_packages(moxPY.__path__, "moxPY.")
     if module.name != "moxPY.__main__"  # runs the command line
 ]
+# Modules whose examples have a `Trial`; those of the others have the handle of the functions.
+OBJECT_VIEW = ("moxPY.trial.", "moxPY.checks.", "moxPY.differences.")
 FUNCTIONS = [name for name in moxPY.__all__ if name != "data_store"]
 
 
@@ -46,7 +48,7 @@ def test_examples_are_true(
     shutil.copyfile(TRIAL, path)
     example.globs |= vars(moxPY) | {"path": path}
     with moxPY.moxReadAcquisition(path) as trial:
-        is_of_object_view = example.name.startswith("moxPY.trial.")
+        is_of_object_view = example.name.startswith(OBJECT_VIEW)
         example.globs["trial"] = Trial.of(trial) if is_of_object_view else trial
         with capsys.disabled():
             report: list[str] = []
