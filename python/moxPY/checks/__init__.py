@@ -8,15 +8,14 @@ finding         what is found
 rule            what makes a rule: an id, a function, its limits
 rules           the table of all rules
 recording       a trial as rules look at it, each part read once
+segment_points  which markers are no markers but ends of the axes of segments
 contradictions  what was odd about the file
 gaps            frames in which markers were not seen
 jumps           markers that are suddenly somewhere else
 still           markers that do not move
 duplicates      markers at one place
+extent          how far the markers lie apart
 labels          labels that are missing, doubled, or there for one side only
-events          events outside the trial, or in a wrong order
-signals         analog channels that are dead or at the end of their range
-plates          forces outside the corners, baselines that are not zero
 ==============  ================================================================
 """
 

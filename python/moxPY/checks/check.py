@@ -51,8 +51,10 @@ def check(
 
     Examples
     --------
-    >>> trial.check(only="contradictions")
-    []
+    >>> for finding in trial.check(without="ends", gap_length=0.1):
+    ...     print(finding.rule, finding.channel, finding.text)
+    gaps LFIN 1 gap of 22 frames (0.22 s), frames 61 to 82
+    gaps LASI 1 gap of 14 frames (0.14 s), frames 97 to 110
     """
     chosen = _known(without if only is None else only)
     _require_limits(limits)

@@ -10,6 +10,7 @@ from numpy.typing import NDArray
 
 from ..trial.samples import FloatArray
 from ..trial.units import parse_unit
+from .segment_points import segment_points
 
 if TYPE_CHECKING:
     from ..trial.trial import Trial
@@ -18,8 +19,8 @@ if TYPE_CHECKING:
 class Recording:
     """A trial, each part of which is read once, when the first rule asks for it.
 
-    Arrays have the channel first, so that the samples of one lie together: rules look at one
-    channel after the other.
+    Arrays have the channel first and the frame last, so that the numbers which rules go through
+    lie together.
     """
 
     def __init__(self, trial: Trial) -> None:
@@ -27,8 +28,8 @@ class Recording:
 
     @cached_property
     def rate(self) -> float:
-        """Frames a second."""
-        return self.trial.rate
+        """Frames a second; 1 where the trial does not say it."""
+        return self.trial.rate or 1.0
 
     @cached_property
     def frames(self) -> int:
@@ -55,26 +56,60 @@ class Recording:
 
     @cached_property
     def places(self) -> FloatArray:
-        """Where the markers were, in the trial's unit: (markers, frames, 3)."""
-        return np.ascontiguousarray(self.trial.markers.values.transpose(1, 0, 2))
+        """Where the markers were, in the trial's unit: (markers, 3, frames)."""
+        return np.ascontiguousarray(self.trial.markers.values.transpose(1, 2, 0))
 
     @cached_property
     def seen(self) -> NDArray[np.bool_]:
         """Whether they were seen: (markers, frames)."""
-        # A sum is NaN where one of three is, and much faster than asking each.
-        flags: NDArray[np.bool_] = ~np.isnan(self.places.sum(axis=2))
+        flags: NDArray[np.bool_] = ~np.isnan(self.places).any(axis=1)
         return flags
 
     @cached_property
+    def size(self) -> float:
+        """The longest edge of the space that all markers lie in, in the trial's unit; 0 without
+        any that was seen."""
+        places = self.places[self.seen.any(axis=1)]
+        if places.size == 0:
+            return 0.0
+        highest = np.fmax.reduce(places, axis=2).max(axis=0)
+        lowest = np.fmin.reduce(places, axis=2).min(axis=0)
+        return float((highest - lowest).max())
+
+    @cached_property
     def metre(self) -> float | None:
-        """The trial's units of length in a metre; None where no unit is named, or several are."""
-        unit = parse_unit(self.trial.markers.unit or "")
+        """How many of the trial's units of length are a metre; None where none is named."""
+        unit = parse_unit(self.point_unit)
         return 1.0 / unit.size if unit is not None and unit.quantity == "length" else None
 
-    @property
+    @cached_property
+    def segment_points(self) -> set[str]:
+        """The markers that are no markers but ends of the axes of segments."""
+        return segment_points(self.markers)
+
+    def measured(self, marker: int) -> NDArray[np.bool_]:
+        """In which frames a place was measured and not computed, as its residual says; all of them
+        where the trial has no residuals over 0."""
+        flags: NDArray[np.bool_] = self._residuals[marker] > 0.0
+        return flags if self._has_residuals else np.ones_like(flags)
+
+    @cached_property
+    def _residuals(self) -> FloatArray:
+        channels = self.trial.markers.items()
+        return np.array([marker.residuals for _, marker in channels]).reshape(-1, self.frames)
+
+    @cached_property
+    def _has_residuals(self) -> bool:
+        return bool((self._residuals > 0.0).any())
+
+    @cached_property
     def point_unit(self) -> str:
-        """The unit of the markers, for texts."""
-        return self.trial.markers.unit or ""
+        """The unit of the markers; without any, as where platforms were recorded alone, the one
+        that the metadata name. Empty where there is none or markers have several."""
+        if self.markers:
+            return self.trial.markers.unit or ""
+        named = self.trial.metadata["POINT"].get("UNITS") if "POINT" in self.trial.metadata else ""
+        return named if isinstance(named, str) else ""
 
     @cached_property
     def analogs(self) -> list[str]:
