@@ -16,6 +16,9 @@ still           markers that do not move
 duplicates      markers at one place
 extent          how far the markers lie apart
 labels          labels that are missing, doubled, or there for one side only
+events          events outside the trial, or in a wrong order
+signals         analog channels that are dead or at the end of their range
+plates          forces outside the corners, baselines that are not zero
 ==============  ================================================================
 """
 

@@ -4,12 +4,17 @@ from __future__ import annotations
 
 from .contradictions import contradictions
 from .duplicates import duplicates
+from .events import order, outside, repeated
 from .extent import extent
 from .gaps import empty, ends, gaps
 from .jumps import jumps
 from .labels import doubled, one_sided, unlabelled, unnamed
+from .plates import baselines, clipped_baselines, off_plate
 from .rule import Limit, Rule
+from .signals import dead, saturated
 from .still import frozen, still
+
+_CONTACT = Limit("contact_force", 50.0, "N", "the least load of somebody on a platform")
 
 #: In the order in which findings are told.
 RULES: tuple[Rule, ...] = (
@@ -76,4 +81,43 @@ RULES: tuple[Rule, ...] = (
     Rule("doubled", "several channels of a kind have one label", "warning", doubled),
     Rule("unlabelled", "trajectories that nobody gave a name to", "note", unlabelled),
     Rule("one_sided", "a marker on one side of the body only", "note", one_sided),
+    Rule("outside", "an event before the first or after the last frame", "error", outside),
+    Rule("order", "two strikes or two offs of a foot follow each other", "warning", order),
+    Rule("repeated", "an event is there twice", "warning", repeated),
+    Rule("dead", "an analog channel has one value throughout", "warning", dead),
+    Rule(
+        "saturated",
+        "an analog channel is at the end of its range",
+        "warning",
+        saturated,
+        (Limit("saturated_samples", 4.0, "", "the fewest equal samples in a row"),),
+    ),
+    Rule(
+        "off_plate",
+        "the force on a platform acts outside its corners",
+        "warning",
+        off_plate,
+        (
+            Limit("corner_margin", 20.0, "mm", "how far outside the corners is well"),
+            Limit("corner_time", 0.05, "s", "the shortest time that counts"),
+            _CONTACT,
+        ),
+    ),
+    Rule(
+        "baselines",
+        "a platform measures a force with nobody on it",
+        "warning",
+        baselines,
+        (
+            Limit("baseline_force", 5.0, "N", "the largest force along an axis that is well"),
+            _CONTACT,
+        ),
+    ),
+    Rule(
+        "clipped_baselines",
+        "a platform measures exactly one force with nobody on it",
+        "note",
+        clipped_baselines,
+        (_CONTACT,),
+    ),
 )
