@@ -11,6 +11,8 @@ from moxPY.checks import RULES, Finding, check
 from moxPY.trial import Trial
 from support.small_trials import KINDS
 
+REPOSITORY = Path(__file__).resolve().parents[3]
+
 
 def test_a_trial_in_which_all_is_well_has_no_findings() -> None:
     assert clean_trial().check() == []
@@ -98,3 +100,16 @@ def test_ids_and_limits_are_told_apart() -> None:
     limits = {limit for rule in RULES for limit in rule.limits}
     assert len({limit.name for limit in limits}) == len(limits)
     assert all(rule.id.isidentifier() and rule.summary and rule.function.__doc__ for rule in RULES)
+
+
+def test_the_page_has_the_rules() -> None:
+    page = (REPOSITORY / "docs" / "checks.md").read_text("utf-8")
+    assert [line for line in page.splitlines() if line.startswith("| `")] == [
+        *(f"| `{rule.id}` | {rule.severity} | {rule.summary} |" for rule in RULES),
+        *(
+            f"| `{limit.name}` | {f'{limit.value:g} {limit.unit}'.strip()} | {limit.summary} | "
+            + ", ".join(f"`{rule.id}`" for rule in RULES if limit in rule.limits)
+            + " |"
+            for limit in dict.fromkeys(limit for rule in RULES for limit in rule.limits)
+        ),
+    ]

@@ -12,6 +12,7 @@ import pytest
 REPOSITORY = Path(__file__).resolve().parents[3]
 PAGES = [
     "analogs.md",
+    "checks.md",
     "cookbook.md",
     "events.md",
     "exports.md",
