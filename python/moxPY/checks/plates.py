@@ -139,7 +139,8 @@ def _outside(points: FloatArray, corners: FloatArray) -> FloatArray:
     edges = np.roll(corners, -1, axis=0) - corners
     area = np.sum(corners[:, 0] * edges[:, 1] - corners[:, 1] * edges[:, 0])
     normals = np.column_stack((edges[:, 1], -edges[:, 0])) * (1.0 if area > 0 else -1.0)
-    normals = normals / np.linalg.norm(normals, axis=1, keepdims=True)
+    lengths = np.linalg.norm(normals, axis=1, keepdims=True)
+    normals = normals / np.where(lengths > 0.0, lengths, 1.0)  # corners may fall together
     distances: FloatArray = ((points[:, None, :] - corners) * normals).sum(axis=2).max(axis=1)
     return distances
 

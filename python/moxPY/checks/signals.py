@@ -123,7 +123,8 @@ def _step(signal: FloatArray) -> float:
         return 0.0
     # Stored numbers are rounded: differences much below the others are none.
     differences = np.diff(values)
-    return float(differences[differences > 1e-6 * (values[-1] - values[0])].min())
+    steps = differences[differences > 1e-6 * (values[-1] - values[0])]
+    return float(steps.min() if steps.size else differences.max())
 
 
 def _is_steep(signal: FloatArray, plateau: _Plateau, step: float) -> bool:

@@ -116,3 +116,11 @@ def test_platforms_without_wrench_are_left_alone(tmp_path: Path) -> None:
     trial = standing(tmp_path, steps(SAMPLES))
     trial.metadata["FORCE_PLATFORM"]["TYPE"] = [9]
     assert trial.check() == []
+
+
+def test_corners_that_fall_together_are_one(tmp_path: Path) -> None:
+    trial = standing(tmp_path, steps(SAMPLES))
+    corners = trial.metadata["FORCE_PLATFORM"]["CORNERS"].copy()
+    corners[..., 2, :] = corners[..., 3, :]
+    trial.metadata["FORCE_PLATFORM"]["CORNERS"] = corners
+    assert {finding.rule for finding in trial.check()} <= {"off_plate"}

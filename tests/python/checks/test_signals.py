@@ -85,3 +85,10 @@ def test_signals_with_nan_are_not_judged() -> None:
     signal = np.clip(burst(9.0), -2.0, 2.0)
     signal[7] = np.nan
     assert with_signal(signal).check() == []
+
+
+def test_signals_with_more_values_than_steps_are_judged() -> None:
+    trial = Trial.new(120_000, 100.0, 10)
+    trial.analogs["RAMP"] = np.clip(np.linspace(-1.0, 1.1, 1_200_000), -1.0, 1.0)
+    finding = the_one(trial.check())
+    assert (finding.rule, finding.frames) == ("saturated", (114286, 120000))
