@@ -23,8 +23,10 @@ class Target:
 
     Examples
     --------
-    >>> with Target(Path("out"), "walk", ".csv") as target:
-    ...     target.path("markers").write_text("time\\n")
+    >>> with Target(Path(path).parent, "walk", ".csv") as target:
+    ...     _ = target.path("markers").write_text("time\\n")
+    >>> [each.name for each in target.paths]
+    ['walk_markers.csv']
     """
 
     def __init__(self, folder: Path, stem: str, suffix: str, *, replace: bool = False) -> None:
