@@ -19,6 +19,8 @@
 // | plate_frame          | axes of a force platform from its corners             |
 // | force_platform_table | what FORCE_PLATFORM says of each platform             |
 // | platform_obstacles   | what keeps a platform from having a wrench            |
+// | file_text            | texts of a file as UTF-8, and the bytes that hold one |
+// | warnings             | what was odd about a file or an acquisition           |
 
 #pragma once
 

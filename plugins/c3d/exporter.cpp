@@ -23,7 +23,7 @@ struct file_head {
 };
 
 /// Makes texts narrower where the parameters would not fit otherwise.
-std::uint64_t fitted_blocks(parameter_tree& tree, warnings& notes) {
+std::uint64_t fitted_blocks(parameter_tree& tree, schema::warnings& notes) {
     auto blocks = section_blocks(tree);
     if (blocks > most_section_blocks) {
         narrow_texts(tree);
@@ -59,7 +59,7 @@ void write_rotations(file_writer& target, const written_content& content) {
         target.pad_block();
 }
 
-void write_file(anvil::io_device& device, const strata::data_group& root, warnings& notes) {
+void write_file(anvil::io_device& device, const strata::data_group& root, schema::warnings& notes) {
     if (!root.exists_group(schema::format))
         throw export_error("there is no group 'Format', which holds an acquisition");
     require_split(root);
@@ -83,7 +83,7 @@ void write_file(anvil::io_device& device, const strata::data_group& root, warnin
 } // namespace
 
 anvil::status exporter::write(anvil::io_device& device, strata::data_group source) const {
-    warnings notes;
+    schema::warnings notes;
     try {
         write_file(device, source, notes);
         notes.log(device.name());

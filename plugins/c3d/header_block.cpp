@@ -7,8 +7,8 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/header_attribute.hpp"
+#include "schema/file_text.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 

@@ -37,7 +37,7 @@ struct file_content {
 /// there are coordinates, the residuals are no residuals.
 void read_without_residuals(const file_reader& reader, const file_content& content,
                             const decoder& kernels, std::span<const point_target> points,
-                            warnings& notes) {
+                            schema::warnings& notes) {
     if (points.empty() || content.layout.frames == 0)
         return;
     if (read_samples(reader, content.layout, kernels, residual_rule::ignored, {points, {}})) {
@@ -48,7 +48,7 @@ void read_without_residuals(const file_reader& reader, const file_content& conte
     }
 }
 
-file_content read_content(const file_reader& reader, warnings& notes) {
+file_content read_content(const file_reader& reader, schema::warnings& notes) {
     file_content content;
     content.file = open_c3d(reader, notes);
     content.layout = decide_layout(content.file, notes);
@@ -70,7 +70,7 @@ file_content read_content(const file_reader& reader, warnings& notes) {
     return content;
 }
 
-void create_tree(strata::data_group& target, file_content content, warnings& notes) {
+void create_tree(strata::data_group& target, file_content content, schema::warnings& notes) {
     const auto& file = content.file;
     const auto names = metadata_names_of(file.parameters);
     auto format = target.create_group(schema::format);
@@ -101,7 +101,7 @@ anvil::status importer::read(anvil::io_device& device, strata::data_group target
     const auto name = device.name();
     const auto located = [&](const auto& text) { return fmt::format("'{}': {}", name, text); };
     using anvil::status;
-    warnings notes;
+    schema::warnings notes;
     try {
         const file_reader reader(device);
         create_tree(target, read_content(reader, notes), notes);

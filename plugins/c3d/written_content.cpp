@@ -106,7 +106,7 @@ float stored_rate(double rate) {
 
 class content_builder {
   public:
-    content_builder(const strata::data_group& root, warnings& notes)
+    content_builder(const strata::data_group& root, schema::warnings& notes)
         : root_(root), format_(group_or_empty(root, schema::format)),
           data_(group_or_empty(format_, schema::name::data)), notes_(notes),
           time_base_(time_base_of(data_)),
@@ -197,7 +197,7 @@ class content_builder {
     const strata::data_group& root_;
     strata::data_group format_;
     strata::data_group data_;
-    warnings& notes_;
+    schema::warnings& notes_;
     point_time_base time_base_;
     bool is_read_;
     written_content content_;
@@ -205,7 +205,7 @@ class content_builder {
 
 } // namespace
 
-written_content content_of(const strata::data_group& root, warnings& notes) {
+written_content content_of(const strata::data_group& root, schema::warnings& notes) {
     return content_builder(root, notes).build();
 }
 

@@ -4,12 +4,12 @@
 
 #include <strata/data_group.hpp>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/header_block.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/parameters/write_section.hpp"
 #include "plugins/c3d/rotations/write_rotations.hpp"
 #include "plugins/c3d/samples/write_samples.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -23,6 +23,6 @@ struct written_content {
 };
 
 /// What a file of the acquisition `root` holds. Throws export_error when the format cannot hold it.
-[[nodiscard]] written_content content_of(const strata::data_group& root, warnings& notes);
+[[nodiscard]] written_content content_of(const strata::data_group& root, schema::warnings& notes);
 
 } // namespace c3d

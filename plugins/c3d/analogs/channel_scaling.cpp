@@ -63,7 +63,7 @@ bool offset_is_harmless(const channel_scaling& channel, double general, double l
 }
 
 void fit_range(channel_scaling& channel, const std::string& label, double general, double largest,
-               warnings& notes) {
+               schema::warnings& notes) {
     const auto stored = largest / std::abs(double{channel.scale} * general);
     const bool too_large = stored > double{float_limits::max()};
     const bool too_small = largest > 0.0 && stored < double{float_limits::min()};
@@ -103,7 +103,7 @@ std::vector<float> channel_scaling::stored_samples(double general) const {
 }
 
 void make_readable(channel_scaling& channel, const std::string& label, double general,
-                   warnings& notes) {
+                   schema::warnings& notes) {
     const auto largest = largest_value(channel.buffer);
     if (channel.was_zero && channel.scale == 0.0F && largest == 0.0)
         return;

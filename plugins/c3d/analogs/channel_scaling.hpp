@@ -6,8 +6,8 @@
 
 #include <strata/plugin/channel_buffer.hpp>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/samples/sample_source.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -32,6 +32,6 @@ struct channel_scaling {
 /// all values are 0), one that takes the stored numbers out of the range of reals becomes another,
 /// and an offset that leaves them too few digits becomes 0.
 void make_readable(channel_scaling& channel, const std::string& label, double general,
-                   warnings& notes);
+                   schema::warnings& notes);
 
 } // namespace c3d

@@ -51,7 +51,8 @@ void require_held(const std::string& label, const sample_survey& found, word_sig
 } // namespace
 
 void require_words(const parameter_table& table, std::span<const analog_column> columns,
-                   std::span<const channel_scaling> channels, double general, warnings& notes) {
+                   std::span<const channel_scaling> channels, double general,
+                   schema::warnings& notes) {
     const auto encoding = analog_encoding_of(table, sample_storage::integer);
     const channel_entries offsets(table, "ANALOG", "OFFSET", single_value::of_all_channels);
     for (std::size_t i = 0; i < channels.size(); ++i) {

@@ -63,7 +63,7 @@ analog_samples allocate_analogs(const frame_layout& layout) {
 }
 
 void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
-                    analog_samples samples, warnings& notes) {
+                    analog_samples samples, schema::warnings& notes) {
     const auto& parameters = file.parameters;
     const auto channels = samples.channels.size();
     const auto count = layout.frames * layout.samples_per_frame;

@@ -43,6 +43,6 @@ struct analog_samples {
 /// scale, and what describes them. The samples have been decoded with the sign that ANALOG:FORMAT
 /// declares, by default with one.
 void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
-                    analog_samples samples, warnings& notes);
+                    analog_samples samples, schema::warnings& notes);
 
 } // namespace c3d

@@ -19,7 +19,7 @@ void remove_sign(std::span<float> samples) noexcept {
 
 stored_scaling apply_scaling(std::span<strata::channel_buffer> channels,
                              const parameter_table& parameters, sample_storage storage,
-                             warnings& notes) {
+                             schema::warnings& notes) {
     // Files without these parameters hold values as they are.
     const auto general = parameters.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const channel_entries scales(parameters, "ANALOG", "SCALE", single_value::of_all_channels);

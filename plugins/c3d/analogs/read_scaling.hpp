@@ -6,8 +6,8 @@
 #include <strata/plugin/channel_buffer.hpp>
 
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_table.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -21,6 +21,6 @@ struct stored_scaling {
 /// of the file become values: (raw − offset) × scale × general scale.
 [[nodiscard]] stored_scaling apply_scaling(std::span<strata::channel_buffer> channels,
                                            const parameter_table& parameters,
-                                           sample_storage storage, warnings& notes);
+                                           sample_storage storage, schema::warnings& notes);
 
 } // namespace c3d

@@ -92,7 +92,7 @@ std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
 
 std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const analog_column> columns,
                                        const analog_rate& rate, sample_storage storage,
-                                       surplus rule, warnings& notes) {
+                                       surplus rule, schema::warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
     put_entries(tree, {"ANALOG", "LABELS"}, texts_of_columns(columns, &analog_column::label),

@@ -29,7 +29,7 @@ std::vector<channel_scaling> wanted_scaling(const parameter_table& table,
 }
 
 double general_scale(const parameter_table& table, std::span<const channel_scaling> channels,
-                     warnings& notes) {
+                     schema::warnings& notes) {
     const auto general = table.number("ANALOG", "GEN_SCALE").value_or(1.0);
     const bool all_as_read =
         std::all_of(channels.begin(), channels.end(),
@@ -79,7 +79,7 @@ void put_real_offsets(written_group& group, std::span<const channel_scaling> cha
 
 void put_word_offsets(written_group& group, const analog_encoding& encoding,
                       std::span<channel_scaling> channels, std::span<const analog_column> columns,
-                      double general, warnings& notes) {
+                      double general, schema::warnings& notes) {
     std::vector<std::int64_t> words;
     for (std::size_t i = 0; i < channels.size(); ++i) {
         auto& channel = channels[i];
@@ -99,7 +99,7 @@ void put_word_offsets(written_group& group, const analog_encoding& encoding,
 
 void put_offsets(parameter_tree& tree, std::span<channel_scaling> channels,
                  std::span<const analog_column> columns, double general, sample_storage storage,
-                 surplus rule, warnings& notes) {
+                 surplus rule, schema::warnings& notes) {
     analog_encoding encoding;
     bool are_reals = false;
     {
@@ -138,7 +138,7 @@ void put_scales(parameter_tree& tree, std::span<const channel_scaling> channels,
 std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                               std::span<const analog_column> columns,
                                               sample_storage storage, surplus rule,
-                                              warnings& notes) {
+                                              schema::warnings& notes) {
     auto channels = wanted_scaling(tree.as_table(), columns);
     const auto general = general_scale(tree.as_table(), channels, notes);
     for (std::size_t i = 0; i < channels.size(); ++i) {

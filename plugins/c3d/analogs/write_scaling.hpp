@@ -5,10 +5,10 @@
 
 #include "plugins/c3d/analogs/analog_columns.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/samples/sample_source.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -25,6 +25,6 @@ namespace c3d {
 [[nodiscard]] std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                                             std::span<const analog_column> columns,
                                                             sample_storage storage, surplus rule,
-                                                            warnings& notes);
+                                                            schema::warnings& notes);
 
 } // namespace c3d

@@ -1,17 +1,15 @@
 // How bytes become numbers and texts, and the reverse.
 //
-// | file          |                                                          |
-// |---------------|----------------------------------------------------------|
-// | number_format | words and reals of Intel, DEC and MIPS files             |
-// | format_limits | the largest counts and texts of a file                   |
-// | vax_float     | the reals of DEC files                                   |
-// | element_bytes | words, reals and texts as an Intel file holds them       |
-// | text          | texts of a file as UTF-8, and the bytes that hold a text |
-// | file_reader   | a file in pieces, and its blocks                         |
-// | file_writer   | a file from its first byte on                            |
-// | import_error  | why a file cannot be read, and where                     |
-// | export_error  | why an acquisition cannot be written                     |
-// | warnings      | what was odd about either                                |
+// | file          |                                                    |
+// |---------------|----------------------------------------------------|
+// | number_format | words and reals of Intel, DEC and MIPS files       |
+// | format_limits | the largest counts and texts of a file             |
+// | vax_float     | the reals of DEC files                             |
+// | element_bytes | words, reals and texts as an Intel file holds them |
+// | file_reader   | a file in pieces, and its blocks                   |
+// | file_writer   | a file from its first byte on                      |
+// | import_error  | why a file cannot be read, and where               |
+// | export_error  | why an acquisition cannot be written               |
 
 #pragma once
 

@@ -113,7 +113,7 @@ std::optional<frame_count> count_that_fills(const frame_claims& claims, const fr
 }
 
 std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& room,
-                                warnings& notes) {
+                                schema::warnings& notes) {
     const auto most = room.most();
     const auto claimed = claimed_frames(claims);
     if (!claimed) {

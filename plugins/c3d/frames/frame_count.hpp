@@ -67,7 +67,7 @@ struct frame_room {
 
 /// The number of frames to read from `room`, never more than fit. Differences are noted.
 [[nodiscard]] std::uint64_t reconciled_frames(const frame_claims& claims, const frame_room& room,
-                                              warnings& notes);
+                                              schema::warnings& notes);
 
 /// Number of the first stored frame, 1 for a recording that was kept from its beginning. Requires:
 /// `frames` as reconciled.

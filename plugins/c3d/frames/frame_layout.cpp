@@ -99,7 +99,8 @@ std::uint64_t stored_texts(const c3d_file& file, std::string_view group) {
 
 /// A file without frames may still name its channels; but only so many as it can name, whatever its
 /// counts say.
-void limit_channels_without_frames(const c3d_file& file, frame_layout& layout, warnings& notes) {
+void limit_channels_without_frames(const c3d_file& file, frame_layout& layout,
+                                   schema::warnings& notes) {
     const auto limit = [&](std::uint64_t& count, const char* group) {
         const auto named = stored_texts(file, group);
         if (count <= named)
@@ -127,7 +128,7 @@ bool is_out_of_proportion(const c3d_file& file, const frame_layout& layout) {
 
 /// Without samples, only rotations can tell how many of the announced frames are there.
 void limit_to_rotations(const c3d_file& file, const frame_count& claimed, frame_layout& layout,
-                        warnings& notes) {
+                        schema::warnings& notes) {
     const auto held = frames_with_rotations(file, layout);
     if (held == 0 || held >= layout.frames)
         return;
@@ -137,7 +138,7 @@ void limit_to_rotations(const c3d_file& file, const frame_count& claimed, frame_
 }
 
 void count_frames(const c3d_file& file, const frame_claims& claims, frame_layout& layout,
-                  warnings& notes) {
+                  schema::warnings& notes) {
     const auto claimed = claimed_frames(claims);
     if (layout.frame_bytes() == 0) {
         layout.frames = claimed ? std::min(claimed->frames, most_frames_without_data) : 0;
@@ -171,7 +172,7 @@ float scale_of(const c3d_file& file) {
 
 /// The stored rate, when it is that of the samples; there is no other way to say a rate of 59.94 ×
 /// 10 than as a real.
-double analog_rate_of(const frame_layout& layout, double stored, warnings& notes) {
+double analog_rate_of(const frame_layout& layout, double stored, schema::warnings& notes) {
     const auto samples = static_cast<double>(layout.samples_per_frame);
     const auto computed = samples * layout.point_rate;
     if (stored <= 0.0)
@@ -186,7 +187,8 @@ double analog_rate_of(const frame_layout& layout, double stored, warnings& notes
     return computed;
 }
 
-void note_contradictions(const c3d_file& file, const frame_layout& layout, warnings& notes) {
+void note_contradictions(const c3d_file& file, const frame_layout& layout,
+                         schema::warnings& notes) {
     const auto compare = [&](const char* what, std::optional<std::uint64_t> stored,
                              std::uint64_t in_header, std::uint64_t taken) {
         const auto value = stored.value_or(in_header);
@@ -224,7 +226,7 @@ void note_contradictions(const c3d_file& file, const frame_layout& layout, warni
 
 } // namespace
 
-frame_layout decide_layout(const c3d_file& file, warnings& notes) {
+frame_layout decide_layout(const c3d_file& file, schema::warnings& notes) {
     const auto candidates = candidates_of(file);
     const auto claims = frame_claims_of(file);
     auto layout = candidates.data_offsets.empty() ? layout_without_data(file, candidates)

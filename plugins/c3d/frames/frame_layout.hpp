@@ -54,6 +54,6 @@ struct frame_layout {
 /// where they differ, that layout is taken whose frames fill the file. What was decided is noted.
 ///
 /// Throws import_error when frames are announced and not one of them is in the file.
-[[nodiscard]] frame_layout decide_layout(const c3d_file& file, warnings& notes);
+[[nodiscard]] frame_layout decide_layout(const c3d_file& file, schema::warnings& notes);
 
 } // namespace c3d

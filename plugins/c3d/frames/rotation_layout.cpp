@@ -12,7 +12,7 @@ namespace {
 /// ROTATION:DATA_START; some writers keep only its low byte, which then points before the end of
 /// the data.
 std::uint64_t rotation_offset(const c3d_file& file, const frame_layout& frames, std::uint64_t bytes,
-                              warnings& notes) {
+                              schema::warnings& notes) {
     const auto data_end = frames.data_offset + frames.frames * frames.frame_bytes();
     const auto behind_data =
         file.origin + (data_end - file.origin + block_bytes - 1) / block_bytes * block_bytes;
@@ -45,7 +45,7 @@ std::uint64_t ratio_of(const c3d_file& file, double rate, double point_rate) {
 } // namespace
 
 std::optional<rotation_layout> decide_rotations(const c3d_file& file, const frame_layout& frames,
-                                                warnings& notes) {
+                                                schema::warnings& notes) {
     const auto segments = file.parameters.count("ROTATION", "USED").value_or(0);
     if (segments == 0)
         return std::nullopt;
@@ -79,7 +79,7 @@ std::optional<rotation_layout> decide_rotations(const c3d_file& file, const fram
 }
 
 std::uint64_t frames_with_rotations(const c3d_file& file, const frame_layout& frames) {
-    warnings none;
+    schema::warnings none;
     const auto rotations = decide_rotations(file, frames, none);
     return rotations ? (rotations->rows + rotations->ratio - 1) / rotations->ratio : 0;
 }

@@ -28,7 +28,7 @@ struct rotation_layout {
 
 /// Nothing when the file has no rotations, or none of those that it announces.
 [[nodiscard]] std::optional<rotation_layout>
-decide_rotations(const c3d_file& file, const frame_layout& frames, warnings& notes);
+decide_rotations(const c3d_file& file, const frame_layout& frames, schema::warnings& notes);
 
 /// The frames of which the file holds rotations, up to those of `frames`; 0 without rotations.
 [[nodiscard]] std::uint64_t frames_with_rotations(const c3d_file& file, const frame_layout& frames);

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/import_error.hpp"
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -92,14 +92,15 @@ struct walked_section {
 /// No length that the file gives for its section can be relied on: where the records go on behind
 /// what was read, more is read.
 walked_section walk_section(const file_reader& reader, section_place place, number_format format,
-                            std::vector<std::byte> bytes, std::size_t announced, warnings& notes) {
+                            std::vector<std::byte> bytes, std::size_t announced,
+                            schema::warnings& notes) {
     const auto rest = reader.size() - place.offset;
     const auto most = static_cast<std::size_t>(std::min<std::uint64_t>(rest, largest_section));
     auto wanted = std::min(std::max(bytes.size(), announced), most);
     while (true) {
         if (wanted > bytes.size())
             bytes = reader.read_up_to(place.offset, wanted);
-        warnings walk_notes;
+        schema::warnings walk_notes;
         auto records = walk_records(bytes, place, format, walk_notes);
         if (!records.cut || bytes.size() >= most) {
             notes.add_all(walk_notes);
@@ -113,7 +114,7 @@ walked_section walk_section(const file_reader& reader, section_place place, numb
 /// data, whose place the header and POINT:DATA_START tell; either may be wrong, but not before a
 /// record that was in order.
 void cut_at_data(section_records& records, std::uint64_t origin, std::uint16_t header_start,
-                 warnings& notes) {
+                 schema::warnings& notes) {
     std::uint64_t limit = 0;
     const auto consider = [&](std::uint64_t block) {
         const auto offset = block == 0 ? 0 : block_offset(origin, block);
@@ -139,7 +140,7 @@ void cut_at_data(section_records& records, std::uint64_t origin, std::uint16_t h
         const auto kept = fit(item.dimensions, item.type, available);
         notes.add("byte {}: parameter '{}' has {} bytes of values, of which {} lie before the data "
                   "section; {}",
-                  item.data_offset, as_utf8(item.name), before, available,
+                  item.data_offset, schema::as_utf8(item.name), before, available,
                   kept ? "the entries that are complete are kept" : "it is left out");
         if (kept)
             item.data = item.data.first(*kept);
@@ -149,7 +150,7 @@ void cut_at_data(section_records& records, std::uint64_t origin, std::uint16_t h
     records.end = std::min(records.end, limit);
 }
 
-void note_head(const c3d_file& file, std::uint64_t offset, warnings& notes) {
+void note_head(const c3d_file& file, std::uint64_t offset, schema::warnings& notes) {
     const auto processor = std::to_integer<std::uint8_t>(file.section_head[3]);
     if (processor != static_cast<std::uint8_t>(file.format)) {
         notes.add("byte {}: processor byte 84, 85 or 86 expected, found {}; read as {}", offset + 3,
@@ -172,7 +173,7 @@ bool looks_like_c3d(const file_reader& reader) {
     return format_of(found->block, head[3]).has_value();
 }
 
-c3d_file open_c3d(const file_reader& reader, warnings& notes) {
+c3d_file open_c3d(const file_reader& reader, schema::warnings& notes) {
     const auto found = find_header(reader);
     if (!found) {
         throw import_error(

@@ -8,9 +8,9 @@
 
 #include "plugins/c3d/bytes/file_reader.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/header.hpp"
 #include "plugins/c3d/parameters/parameter_table.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -34,6 +34,6 @@ struct c3d_file {
 
 /// Reads header and parameters. Throws import_error for a file that is none of this format, or that
 /// ends before its parameters.
-[[nodiscard]] c3d_file open_c3d(const file_reader& reader, warnings& notes);
+[[nodiscard]] c3d_file open_c3d(const file_reader& reader, schema::warnings& notes);
 
 } // namespace c3d

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "plugins/c3d/bytes/format_limits.hpp"
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -63,7 +63,7 @@ std::optional<std::string> channel_entries::text(std::uint64_t channel) const {
     const auto found = find(channel);
     if (!found || found->item->type != element_type::character)
         return std::nullopt;
-    return as_utf8(found->item->text(found->index));
+    return schema::as_utf8(found->item->text(found->index));
 }
 
 std::optional<double> channel_entries::number(std::uint64_t channel) const noexcept {
@@ -84,7 +84,7 @@ std::vector<std::string> channel_entries::all_texts() const {
         if (item->type != element_type::character || item->data.empty())
             continue;
         for (std::uint64_t i = 0; i < item->text_count(); ++i)
-            texts.push_back(as_utf8(item->text(i)));
+            texts.push_back(schema::as_utf8(item->text(i)));
     }
     return texts;
 }

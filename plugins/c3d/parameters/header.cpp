@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -63,12 +63,13 @@ std::vector<header_event> decode_events(const block_reader& block) {
     std::vector<header_event> events;
     for (std::size_t i = 0; i < count; ++i) {
         const auto time = block.real(event_times + 4 * i);
-        const auto label = without_padding(block.characters(event_labels + width * i, width));
+        const auto label =
+            schema::without_padding(block.characters(event_labels + width * i, width));
         if (!std::isfinite(time))
             continue;
         if (!has_key && (label.empty() || !is_printable(label) || time < 0.0F))
             continue;
-        events.push_back({time, block.byte(event_statuses + i), as_utf8(label)});
+        events.push_back({time, block.byte(event_statuses + i), schema::as_utf8(label)});
     }
     return events;
 }
@@ -106,7 +107,7 @@ void copy_reserved(std::span<const std::byte, 512> from, std::span<std::byte, 51
 }
 
 std::optional<std::string> stored_event_label(const std::string& label) {
-    auto stored = as_stored_within(label, header_place::event_label_bytes);
+    auto stored = schema::as_stored_within(label, header_place::event_label_bytes);
     return stored.size() <= header_place::event_label_bytes ? std::optional(std::move(stored))
                                                             : std::nullopt;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 #include "schema/write_attribute.hpp"
@@ -29,7 +29,7 @@ std::int16_t encoding_of(const parameter& item) {
         return 0;
     for (std::uint64_t i = 0; i < item.text_count(); ++i) {
         const auto text = item.text(i);
-        if (as_utf8(text) != text)
+        if (schema::as_utf8(text) != text)
             return 1;
     }
     return 0;
@@ -79,9 +79,9 @@ void create_parameters(strata::data_group& header, const parameter_table& table,
         if (names.parameters[i].empty())
             continue;
         const auto& item = table.parameters()[i];
-        spelled.push_back(as_utf8(without_padding(item.name)));
+        spelled.push_back(schema::as_utf8(schema::without_padding(item.name)));
         stored.push_back(names.parameters[i]);
-        descriptions.push_back(as_utf8(without_padding(item.description)));
+        descriptions.push_back(schema::as_utf8(schema::without_padding(item.description)));
         groups.push_back(static_cast<std::int16_t>(owners[i]));
         types.push_back(static_cast<std::int16_t>(item.type));
         widths.push_back(width_of(item));

@@ -7,9 +7,9 @@
 
 #include <fmt/format.h>
 
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "schema/channel_names.hpp"
+#include "schema/file_text.hpp"
 #include "schema/name_pool.hpp"
 
 namespace c3d {
@@ -50,16 +50,17 @@ void name_parameters(const parameter_table& table, const std::vector<std::size_t
                      const defined_group* defined, metadata_names& names) {
     std::unordered_map<std::string, std::size_t> last_of_name;
     for (auto index : members) {
-        const auto name = without_padding(table.parameters()[index].name);
+        const auto name = schema::without_padding(table.parameters()[index].name);
         last_of_name[upper_case(name)] = index;
     }
     schema::name_pool taken;
     for (auto index : members) {
-        const auto stored = without_padding(table.parameters()[index].name);
+        const auto stored = schema::without_padding(table.parameters()[index].name);
         if (last_of_name[upper_case(stored)] != index)
             continue;
         const bool is_defined = defined && defines(*defined, stored);
-        const auto name = is_defined ? upper_case(stored) : schema::path_component(as_utf8(stored));
+        const auto name =
+            is_defined ? upper_case(stored) : schema::path_component(schema::as_utf8(stored));
         names.parameters[index] = taken.take_distinct(name.empty() ? schema::unnamed : name);
     }
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -55,7 +55,7 @@ std::size_t parameter::text_width() const noexcept {
 std::string_view parameter::text(std::uint64_t index) const noexcept {
     const auto width = text_width();
     const auto* characters = reinterpret_cast<const char*>(data.data());
-    return without_padding({characters + static_cast<std::size_t>(index) * width, width});
+    return schema::without_padding({characters + static_cast<std::size_t>(index) * width, width});
 }
 
 std::optional<double> parameter::number(std::uint64_t index) const noexcept {

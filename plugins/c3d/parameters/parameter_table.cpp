@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -34,7 +34,7 @@ bool same_name(std::string_view left, std::string_view right) noexcept {
                       [](char a, char b) { return upper(a) == upper(b); });
 }
 
-parameter_table::parameter_table(section_records records, warnings& notes)
+parameter_table::parameter_table(section_records records, schema::warnings& notes)
     : parameters_(std::move(records.parameters)) {
     bind_groups(records.groups);
     bind_parameters(records.groups, notes);
@@ -55,8 +55,8 @@ void parameter_table::bind_groups(const std::vector<group_record>& records) {
     groups_.reserve(records.size());
     for (const auto& record : records) {
         parameter_group group;
-        group.name = as_utf8(without_padding(record.name));
-        group.description = as_utf8(without_padding(record.description));
+        group.name = schema::as_utf8(schema::without_padding(record.name));
+        group.description = schema::as_utf8(schema::without_padding(record.description));
         group.id = record.id;
         group.locked = record.locked;
         groups_.push_back(std::move(group));
@@ -64,7 +64,7 @@ void parameter_table::bind_groups(const std::vector<group_record>& records) {
     }
 }
 
-std::size_t parameter_table::group_without_record(std::uint8_t id, warnings& notes) {
+std::size_t parameter_table::group_without_record(std::uint8_t id, schema::warnings& notes) {
     parameter_group group;
     group.name = fmt::format("GROUP_{}", int{id});
     group.id = id;
@@ -79,7 +79,8 @@ std::size_t parameter_table::group_without_record(std::uint8_t id, warnings& not
 /// A parameter belongs to the group record of its id; where several have that id, to the one
 /// nearest before it, else to the first. Records come in any order, so the first is only known once
 /// all have been seen.
-void parameter_table::bind_parameters(const std::vector<group_record>& records, warnings& notes) {
+void parameter_table::bind_parameters(const std::vector<group_record>& records,
+                                      schema::warnings& notes) {
     std::array<std::size_t, 128> first_of_id;
     first_of_id.fill(no_group);
     for (std::size_t i = records.size(); i-- > 0;) {
@@ -101,7 +102,7 @@ void parameter_table::bind_parameters(const std::vector<group_record>& records, 
     }
 }
 
-void parameter_table::note_repetitions(warnings& notes) const {
+void parameter_table::note_repetitions(schema::warnings& notes) const {
     std::array<bool, 128> seen{};
     for (std::size_t i = 0; i < groups_.size(); ++i) {
         auto& id_seen = seen[groups_[i].id];
@@ -113,11 +114,12 @@ void parameter_table::note_repetitions(warnings& notes) const {
         }
         std::unordered_set<std::string> names;
         for (auto index : merged_[i]) {
-            auto name = upper_case(without_padding(parameters_[index].name));
+            auto name = upper_case(schema::without_padding(parameters_[index].name));
             if (names.insert(std::move(name)).second)
                 continue;
             notes.add("byte {}: parameter {}:{} is repeated; the last one counts",
-                      parameters_[index].offset, groups_[i].name, as_utf8(parameters_[index].name));
+                      parameters_[index].offset, groups_[i].name,
+                      schema::as_utf8(parameters_[index].name));
         }
     }
 }
@@ -134,7 +136,7 @@ const parameter* parameter_table::find(std::string_view group,
             continue;
         const auto& all = merged_[i];
         const auto found = std::find_if(all.rbegin(), all.rend(), [&](auto index) {
-            return same_name(without_padding(parameters_[index].name), name);
+            return same_name(schema::without_padding(parameters_[index].name), name);
         });
         return found == all.rend() ? nullptr : &parameters_[*found];
     }
@@ -157,7 +159,7 @@ std::string parameter_table::text(std::string_view group, std::string_view name)
     const auto* item = find(group, name);
     if (!item || item->type != element_type::character || item->text_count() == 0)
         return {};
-    return as_utf8(item->text(0));
+    return schema::as_utf8(item->text(0));
 }
 
 std::vector<const parameter*> parameter_table::parts(std::string_view group,

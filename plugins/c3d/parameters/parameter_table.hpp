@@ -33,7 +33,7 @@ class parameter_table {
   public:
     parameter_table() = default;
     /// Repeated names and ids, and groups without a record, are noted.
-    parameter_table(section_records records, warnings& notes);
+    parameter_table(section_records records, schema::warnings& notes);
 
     [[nodiscard]] const std::vector<parameter_group>& groups() const noexcept { return groups_; }
     [[nodiscard]] const std::vector<parameter>& parameters() const noexcept { return parameters_; }
@@ -61,9 +61,9 @@ class parameter_table {
 
   private:
     void bind_groups(const std::vector<group_record>& records);
-    void bind_parameters(const std::vector<group_record>& records, warnings& notes);
-    void note_repetitions(warnings& notes) const;
-    std::size_t group_without_record(std::uint8_t id, warnings& notes);
+    void bind_parameters(const std::vector<group_record>& records, schema::warnings& notes);
+    void note_repetitions(schema::warnings& notes) const;
+    std::size_t group_without_record(std::uint8_t id, schema::warnings& notes);
     void merge_by_name(std::size_t group);
 
     std::vector<parameter_group> groups_;

@@ -90,7 +90,7 @@ parameter_table parameter_tree::as_table() const {
             records.parameters.push_back(seen);
         }
     }
-    warnings none;
+    schema::warnings none;
     return parameter_table(std::move(records), none);
 }
 

@@ -5,7 +5,7 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -24,7 +24,7 @@ std::vector<std::string> shortened(std::vector<std::string> stored,
     for (std::size_t i = 0; i < stored.size(); ++i) {
         if (stored[i].size() <= width)
             continue;
-        if (auto shorter = as_windows_1252(texts[i]))
+        if (auto shorter = schema::as_windows_1252(texts[i]))
             stored[i] = std::move(*shorter);
     }
     return stored;
@@ -35,7 +35,7 @@ std::vector<std::string> stored_texts(parameter_place place, std::span<const std
     std::vector<std::string> stored;
     stored.reserve(texts.size());
     for (const auto& text : texts)
-        stored.push_back(as_stored_within(text, largest_extent));
+        stored.push_back(schema::as_stored_within(text, largest_extent));
     if (longest_of(stored) > width.least && width.was_windows_1252) {
         auto as_read = shortened(stored, texts, width.least);
         if (longest_of(as_read) <= width.least)

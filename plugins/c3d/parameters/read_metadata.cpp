@@ -7,7 +7,7 @@
 
 #include <strata/data_shape.hpp>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 #include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
@@ -30,7 +30,7 @@ strata::data_shape shape_of(const parameter_dimensions& dimensions, std::size_t 
 
 class metadata_writer {
   public:
-    metadata_writer(std::uint64_t file_bytes, warnings& notes)
+    metadata_writer(std::uint64_t file_bytes, schema::warnings& notes)
         : texts_left_(texts_always_allowed + file_bytes / bytes_for_another_text), notes_(notes) {}
 
     void write(strata::data_group& group, const std::string& name, const parameter& item) {
@@ -62,7 +62,7 @@ class metadata_writer {
         texts_left_ -= count;
         texts_.clear();
         for (std::uint64_t i = 0; i < count; ++i)
-            texts_.push_back(as_utf8(item.text(i)));
+            texts_.push_back(schema::as_utf8(item.text(i)));
         schema::write_texts(group, name, shape_of(item.dimensions, 1),
                             std::span<const std::string>(texts_));
     }
@@ -93,14 +93,15 @@ class metadata_writer {
     }
 
     std::uint64_t texts_left_;
-    warnings& notes_;
+    schema::warnings& notes_;
     std::vector<std::string> texts_;
 };
 
 } // namespace
 
 void create_metadata(strata::data_group& format, const parameter_table& table,
-                     const metadata_names& names, std::uint64_t file_bytes, warnings& notes) {
+                     const metadata_names& names, std::uint64_t file_bytes,
+                     schema::warnings& notes) {
     auto metadata = format.create_group(schema::name::metadata);
     metadata_writer writer(file_bytes, notes);
     std::vector<strata::data_group> created(table.groups().size());

@@ -17,6 +17,7 @@ namespace c3d {
 /// width. A single byte becomes an `int16`. `file_bytes` bounds how many texts without a width are
 /// believed.
 void create_metadata(strata::data_group& format, const parameter_table& table,
-                     const metadata_names& names, std::uint64_t file_bytes, warnings& notes);
+                     const metadata_names& names, std::uint64_t file_bytes,
+                     schema::warnings& notes);
 
 } // namespace c3d

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/parameter_record.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -23,7 +23,7 @@ struct successor {
 class record_walker {
   public:
     record_walker(std::span<const std::byte> section, section_place place, number_format format,
-                  warnings& notes) noexcept
+                  schema::warnings& notes) noexcept
         : section_(section), offset_(place.offset), data_start_(place.data_start), format_(format),
           notes_(notes) {}
 
@@ -54,7 +54,7 @@ class record_walker {
     std::uint64_t offset_;
     std::uint64_t data_start_;
     number_format format_;
-    warnings& notes_;
+    schema::warnings& notes_;
     section_records result_;
     bool sound_ = true;
 };
@@ -112,7 +112,7 @@ successor record_walker::follow(const parameter_record& record) {
         if (record.makes_sense && record.target < record.end) {
             notes_.add(
                 "byte {}: record '{}' announces {} bytes more than there are to the next record",
-                place, as_utf8(record.name), record.end - record.target);
+                place, schema::as_utf8(record.name), record.end - record.target);
         }
         return {record.target, record.target};
     }
@@ -120,7 +120,7 @@ successor record_walker::follow(const parameter_record& record) {
     if (record.makes_sense && is_record(record.end)) {
         notes_.add(
             "byte {}: record '{}' says that the next record begins at byte {}, but it begins at {}",
-            place, as_utf8(record.name), offset_ + record.target, offset_ + record.end);
+            place, schema::as_utf8(record.name), offset_ + record.target, offset_ + record.end);
         return {record.end, record.end};
     }
     if (is_end_mark(record.target))
@@ -128,7 +128,7 @@ successor record_walker::follow(const parameter_record& record) {
     result_.broken = true;
     notes_.add("byte {}: record '{}' leads to byte {}, where no record begins; the parameters "
                "behind it are lost",
-               place, as_utf8(record.name), offset_ + record.target);
+               place, schema::as_utf8(record.name), offset_ + record.target);
     return {std::nullopt, record.makes_sense ? std::min(record.target, record.end) : record.target};
 }
 
@@ -138,7 +138,7 @@ void record_walker::keep(const parameter_record& record, std::uint64_t limit) {
     } else if (record.id == 0 || record.id == -128) {
         notes_.add(
             "byte {}: record '{}' has the group id {}, which no group can have; it is left out",
-            offset_ + record.at, as_utf8(record.name), int{record.id});
+            offset_ + record.at, schema::as_utf8(record.name), int{record.id});
     } else {
         result_.groups.push_back({offset_ + record.at, record.name,
                                   counted_text(section_, record.description, limit),
@@ -150,7 +150,7 @@ void record_walker::keep_parameter(const parameter_record& record, std::uint64_t
     if (!record.makes_sense) {
         notes_.add("byte {}: parameter '{}' has no type of -1, 1, 2 or 4 with up to 7 dimensions; "
                    "it is left out",
-                   offset_ + record.at, as_utf8(record.name));
+                   offset_ + record.at, schema::as_utf8(record.name));
         return;
     }
     parameter item;
@@ -174,7 +174,7 @@ void record_walker::keep_parameter_elements(const parameter_record& record, std:
     const auto bytes = fit(item.dimensions, item.type, available);
     if (bytes != announced) {
         notes_.add("byte {}: parameter '{}' announces {} bytes of values, {} are there; {}",
-                   item.data_offset, as_utf8(record.name), announced, available,
+                   item.data_offset, schema::as_utf8(record.name), announced, available,
                    bytes ? "the entries that are complete are kept" : "it is left out");
     }
     if (!bytes)
@@ -187,7 +187,7 @@ void record_walker::keep_parameter_elements(const parameter_record& record, std:
 } // namespace
 
 section_records walk_records(std::span<const std::byte> section, section_place place,
-                             number_format format, warnings& notes) {
+                             number_format format, schema::warnings& notes) {
     return record_walker(section, place, format, notes).walk();
 }
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -45,6 +45,6 @@ struct section_place {
 /// and never the block count, which is often wrong. Never fails: what cannot be understood is left
 /// out or ends the walk, and `notes` say so.
 [[nodiscard]] section_records walk_records(std::span<const std::byte> section, section_place place,
-                                           number_format format, warnings& notes);
+                                           number_format format, schema::warnings& notes);
 
 } // namespace c3d

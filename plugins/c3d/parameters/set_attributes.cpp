@@ -3,7 +3,7 @@
 #include <limits>
 #include <utility>
 
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
 
@@ -18,7 +18,7 @@ std::string text_of(const strata::data_set& set, const char* attribute) {
 std::string label_of(const strata::data_set& set) {
     const auto label =
         set.exists_attribute(attribute::label) ? text_of(set, attribute::label) : set.name();
-    return std::string(without_padding(label));
+    return std::string(schema::without_padding(label));
 }
 
 std::string known_unit_of(const strata::data_set& set) {

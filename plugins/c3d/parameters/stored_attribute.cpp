@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "plugins/c3d/bytes/export_error.hpp"
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/parameter_values.hpp"
+#include "schema/file_text.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace c3d {
@@ -33,7 +33,7 @@ written_parameter stored_texts(const strata::data_attribute& attribute, paramete
     const bool single = extents.empty();
     written_parameter item;
     if (was_text && record.width < 0 && single) {
-        const auto character = as_stored_within(texts.front(), 1);
+        const auto character = schema::as_stored_within(texts.front(), 1);
         if (character.size() <= 1) {
             item.type = element_type::character;
             append_text(item.data, character.empty() ? " " : character);

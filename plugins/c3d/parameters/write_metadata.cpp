@@ -13,10 +13,10 @@
 
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/parameters/kept_records.hpp"
 #include "plugins/c3d/parameters/stored_attribute.hpp"
+#include "schema/file_text.hpp"
 #include "schema/names.hpp"
 
 namespace c3d {
@@ -41,10 +41,12 @@ bool is_derived(std::string_view group, std::string_view name) {
            (same_name(group, "ANALOG") && has(derived_of_channels));
 }
 
-std::string stored_name(const std::string& text) { return as_stored_within(text, longest_name); }
+std::string stored_name(const std::string& text) {
+    return schema::as_stored_within(text, longest_name);
+}
 
 std::string stored_description(const std::string& text) {
-    return as_stored_within(text, longest_description);
+    return schema::as_stored_within(text, longest_description);
 }
 
 /// Names that a reader takes for one, whatever their case.
@@ -53,7 +55,7 @@ class names_taken {
     explicit names_taken(std::string what) : what_(std::move(what)) {}
 
     void take(const std::string& name) {
-        const auto key = upper_case(without_padding(name));
+        const auto key = upper_case(schema::without_padding(name));
         const auto [entry, is_new] = taken_.emplace(key, name);
         if (!is_new) {
             throw export_error("the {} '{}' and '{}' would be one in a C3D file, which does not "
@@ -69,7 +71,7 @@ class names_taken {
 
 class tree_builder {
   public:
-    tree_builder(const strata::data_group& metadata, kept_records records, warnings& notes)
+    tree_builder(const strata::data_group& metadata, kept_records records, schema::warnings& notes)
         : metadata_(metadata), records_(std::move(records)), notes_(notes) {}
 
     parameter_tree build() && {
@@ -148,14 +150,14 @@ class tree_builder {
 
     const strata::data_group& metadata_;
     kept_records records_;
-    warnings& notes_;
+    schema::warnings& notes_;
     parameter_tree tree_;
     names_taken groups_taken_{"metadata groups"};
 };
 
 } // namespace
 
-parameter_tree written_metadata(const strata::data_group& format, warnings& notes) {
+parameter_tree written_metadata(const strata::data_group& format, schema::warnings& notes) {
     const auto metadata = format.exists_group(schema::name::metadata)
                               ? format.retrieve_group(schema::name::metadata)
                               : strata::data_store().root();

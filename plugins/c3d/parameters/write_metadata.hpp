@@ -2,8 +2,8 @@
 
 #include <strata/data_group.hpp>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -18,6 +18,7 @@ namespace c3d {
 /// An acquisition that was not read begins with the groups POINT, ANALOG and FORCE_PLATFORM.
 ///
 /// Throws export_error when the format cannot hold something.
-[[nodiscard]] parameter_tree written_metadata(const strata::data_group& format, warnings& notes);
+[[nodiscard]] parameter_tree written_metadata(const strata::data_group& format,
+                                              schema::warnings& notes);
 
 } // namespace c3d

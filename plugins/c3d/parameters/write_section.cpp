@@ -7,8 +7,8 @@
 #include "plugins/c3d/bytes/export_error.hpp"
 #include "plugins/c3d/bytes/format_limits.hpp"
 #include "plugins/c3d/bytes/number_format.hpp"
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/c3d_file.hpp"
+#include "schema/file_text.hpp"
 
 namespace c3d {
 
@@ -72,7 +72,8 @@ class section_writer {
 
   private:
     void begin(const std::string& owner, std::string_view name, unsigned id, bool locked) {
-        if (without_padding(name).empty() || std::any_of(name.begin(), name.end(), is_control)) {
+        if (schema::without_padding(name).empty() ||
+            std::any_of(name.begin(), name.end(), is_control)) {
             throw export_error("{} has a name that no C3D file can hold: empty, or with control "
                                "characters",
                                owner);

@@ -14,7 +14,6 @@
 #include <strata/data_set.hpp>
 #include <strata/plugin/status_of.hpp>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/computations.hpp"
 #include "schema/force_platform_table.hpp"
@@ -22,6 +21,7 @@
 #include "schema/plate_frame.hpp"
 #include "schema/platform_obstacles.hpp"
 #include "schema/unit_parameters.hpp"
+#include "schema/warnings.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
@@ -37,7 +37,7 @@ using schema::vector3;
 
 constexpr std::size_t matrix_edge = 6;
 
-vector3 repaired_origin(const force_platform& platform, warnings& notes) {
+vector3 repaired_origin(const force_platform& platform, schema::warnings& notes) {
     constexpr auto* negated = "FORCE_PLATFORM:ORIGIN has a positive z; read with the opposite sign";
     auto origin = platform.origin.value_or(vector3{});
     if (platform.type == 1) {
@@ -61,7 +61,7 @@ vector3 repaired_origin(const force_platform& platform, warnings& notes) {
     return origin;
 }
 
-std::vector<double> calibration_of(const force_platform& platform, warnings& notes) {
+std::vector<double> calibration_of(const force_platform& platform, schema::warnings& notes) {
     const auto& matrix = platform.calibration;
     if (matrix.size >= matrix_edge)
         return matrix.elements;
@@ -75,7 +75,7 @@ std::vector<double> calibration_of(const force_platform& platform, warnings& not
 /// Requires: all are there.
 std::vector<strata::data_set> channels_of(const force_platform& platform,
                                           const std::vector<strata::data_set>& columns,
-                                          warnings& notes) {
+                                          schema::warnings& notes) {
     std::vector<strata::data_set> channels;
     for (const auto number : platform.channels) {
         // Nobody knows which of the two is meant; what the file says is done.
@@ -96,7 +96,7 @@ struct detected_platform {
 };
 
 detected_platform detect(const force_platform& described,
-                         const std::vector<strata::data_set>& columns, warnings& notes) {
+                         const std::vector<strata::data_set>& columns, schema::warnings& notes) {
     const auto obstacle = schema::obstacle_of(described, columns);
     if (!obstacle.empty() || !described.corners)
         throw std::runtime_error(obstacle);
@@ -152,7 +152,7 @@ void evaluate_unit(strata::data_group& target, const anvil::json& parameters) {
         throw std::runtime_error(
             fmt::format("the index is {}, the file has {} platforms", index, table.count()));
     }
-    warnings notes;
+    schema::warnings notes;
     const auto platform = detect(table.platform(static_cast<std::size_t>(index)),
                                  schema::pair_analogs(target, analogs), notes);
     if (target.exists_group(destination))

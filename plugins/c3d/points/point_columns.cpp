@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "plugins/c3d/bytes/text.hpp"
 #include "plugins/c3d/parameters/set_attributes.hpp"
+#include "schema/file_text.hpp"
 #include "schema/name_pool.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
@@ -65,7 +65,7 @@ class label_kinds {
     std::unordered_map<std::string, const point_kind*> kinds_;
 };
 
-void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes) {
+void make_labels_tell_kinds(std::vector<indexed_point>& points, schema::warnings& notes) {
     label_kinds labels(points);
     // What already has the name of its label keeps it.
     for (const auto& [index, column] : points) {
@@ -91,7 +91,7 @@ void make_labels_tell_kinds(std::vector<indexed_point>& points, warnings& notes)
 
 } // namespace
 
-std::vector<point_column> point_columns(const strata::data_group& data, warnings& notes) {
+std::vector<point_column> point_columns(const strata::data_group& data, schema::warnings& notes) {
     auto points = listed_points(data);
     make_labels_tell_kinds(points, notes);
     std::stable_sort(points.begin(), points.end(),

@@ -8,8 +8,8 @@
 #include <strata/data_group.hpp>
 #include <strata/data_set.hpp>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "schema/point_kind_table.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -32,7 +32,7 @@ struct point_column {
 /// store's order; first of all the one whose set has that name) get "_2", "_3" and so on; a point
 /// without a label that is no marker gets the name of its set.
 [[nodiscard]] std::vector<point_column> point_columns(const strata::data_group& data,
-                                                      warnings& notes);
+                                                      schema::warnings& notes);
 
 /// Frames, frame rate and time of the first frame of the point groups of `data`.
 struct point_time_base {

@@ -114,7 +114,8 @@ void put_kinds(parameter_tree& tree, std::span<const point_column> points,
 
 /// The unit of a kind: the first known one in the order of the store, in which points that became
 /// one of the kind come behind.
-std::string unit_of(std::span<const point_column> points, const point_kind& kind, warnings& notes) {
+std::string unit_of(std::span<const point_column> points, const point_kind& kind,
+                    schema::warnings& notes) {
     const point_column* first = nullptr;
     for (const auto& point : points) {
         const bool is_candidate = point.kind == &kind && !point.unit.empty();
@@ -160,7 +161,8 @@ void put_units_by_point(written_group& group, std::span<const point_column> poin
     put_texts(group, "UNITS", texts, unit_width);
 }
 
-void put_units(parameter_tree& tree, std::span<const point_column> points, warnings& notes) {
+void put_units(parameter_tree& tree, std::span<const point_column> points,
+               schema::warnings& notes) {
     auto& group = tree.reach("POINT");
     if (!group.find("UNITS"))
         put_text(group, "UNITS", std::string(marker_kind.usual_unit), unit_width);
@@ -178,7 +180,7 @@ void put_units(parameter_tree& tree, std::span<const point_column> points, warni
 } // namespace
 
 void put_points(parameter_tree& tree, std::span<const point_column> points,
-                std::span<const std::string> labels_read, warnings& notes) {
+                std::span<const std::string> labels_read, schema::warnings& notes) {
     if (points.size() > most_points) {
         throw export_error("there are {} points; a C3D file holds {}", points.size(), most_points);
     }

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <span>
 
-#include "plugins/c3d/bytes/warnings.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/points/point_columns.hpp"
+#include "schema/warnings.hpp"
 
 namespace c3d {
 
@@ -16,6 +16,6 @@ namespace c3d {
 /// `labels_read`: the labels of the file that was read; entries of the lists that mean none of them
 /// are kept.
 void put_points(parameter_tree& tree, std::span<const point_column> points,
-                std::span<const std::string> labels_read, warnings& notes);
+                std::span<const std::string> labels_read, schema::warnings& notes);
 
 } // namespace c3d

@@ -19,7 +19,7 @@ frame_claims claims_of_header(std::uint16_t first, std::uint16_t last) {
 }
 
 std::uint64_t frames_of(const frame_claims& claims, const frame_room& room, std::size_t notes = 0) {
-    c3d::warnings found;
+    schema::warnings found;
     const auto frames = c3d::reconciled_frames(claims, room, found);
     EXPECT_EQ(found.texts().size(), notes);
     return frames;

@@ -21,7 +21,7 @@ struct walked {
     explicit walked(const parameter_writer& writer) : walked(writer.section()) {}
 
     byte_vector section;
-    c3d::warnings notes;
+    schema::warnings notes;
     c3d::section_records records;
 };
 

@@ -17,7 +17,7 @@ struct table_of {
     table_of& operator=(const table_of&) = delete;
 
     byte_vector section;
-    c3d::warnings notes;
+    schema::warnings notes;
     c3d::parameter_table table;
 };
 

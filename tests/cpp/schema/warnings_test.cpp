@@ -1,11 +1,11 @@
-#include "plugins/c3d/bytes/warnings.hpp"
+#include "schema/warnings.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-using c3d::warnings;
+using schema::warnings;
 using testing::ElementsAre;
 
 TEST(Warnings, EachTextIsKeptOnce) {

@@ -1,4 +1,4 @@
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <utility>
 
-namespace c3d {
+namespace schema {
 
 namespace {
 
@@ -164,4 +164,4 @@ std::optional<std::string> as_windows_1252(std::string_view text) {
     return as_utf8(bytes) == text ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
-} // namespace c3d
+} // namespace schema

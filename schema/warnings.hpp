@@ -7,9 +7,10 @@
 
 #include <fmt/format.h>
 
-namespace c3d {
+namespace schema {
 
-/// What was odd about a file, and how it was read all the same. Each text is kept once.
+/// What was odd about a file that was read, and how it was read all the same, or about an
+/// acquisition that is written. Each text is kept once.
 class warnings {
   public:
     template <typename... Arguments>
@@ -35,4 +36,4 @@ class warnings {
     std::size_t left_out_ = 0;
 };
 
-} // namespace c3d
+} // namespace schema

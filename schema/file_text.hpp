@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace c3d {
+namespace schema {
 
 /// A fixed-width text without its padding: cut at the first NUL, then without trailing blanks.
 /// Leading blanks stay.
@@ -30,4 +30,4 @@ namespace c3d {
 /// The Windows-1252 form of a text, if it has one that as_utf8 turns back into the text.
 [[nodiscard]] std::optional<std::string> as_windows_1252(std::string_view text);
 
-} // namespace c3d
+} // namespace schema

@@ -1,4 +1,4 @@
-#include "plugins/c3d/bytes/text.hpp"
+#include "schema/file_text.hpp"
 
 #include <string>
 
@@ -6,9 +6,9 @@
 
 namespace {
 
-using c3d::as_utf8;
-using c3d::is_utf8;
-using c3d::without_padding;
+using schema::as_utf8;
+using schema::is_utf8;
+using schema::without_padding;
 
 TEST(WithoutPadding, CutsAtTheFirstNulAndTrimsTrailingBlanks) {
     EXPECT_EQ(without_padding("LASI    "), "LASI");
@@ -59,20 +59,20 @@ TEST(IsUtf8, RefusesOverlongFormsSurrogatesAndWhatLiesBeyond) {
 }
 
 TEST(StoredText, IsTheTextWhereItIsReadAgain) {
-    EXPECT_EQ(c3d::as_stored("mm/s\xC2\xB2"), "mm/s\xC2\xB2");
-    EXPECT_EQ(c3d::as_stored("plain"), "plain");
+    EXPECT_EQ(schema::as_stored("mm/s\xC2\xB2"), "mm/s\xC2\xB2");
+    EXPECT_EQ(schema::as_stored("plain"), "plain");
 }
 
 TEST(StoredText, IsWindows1252WhereUtf8WouldBeReadAsSomethingElse) {
-    const auto read = c3d::as_utf8("caf\xE9 \x81");
+    const auto read = schema::as_utf8("caf\xE9 \x81");
     EXPECT_EQ(read, "caf\xC3\xA9 \x81");
-    EXPECT_EQ(c3d::as_stored(read), "caf\xE9 \x81");
+    EXPECT_EQ(schema::as_stored(read), "caf\xE9 \x81");
 }
 
 TEST(StoredText, HasAOneByteFormOnlyWhereThatIsReadAgain) {
-    EXPECT_EQ(c3d::as_windows_1252("mm/s\xC2\xB2"), "mm/s\xB2");
-    EXPECT_EQ(c3d::as_windows_1252("\xE2\x82\xAC"), "\x80");   // the euro sign
-    EXPECT_EQ(c3d::as_windows_1252("\xCE\xB1"), std::nullopt); // a Greek letter
+    EXPECT_EQ(schema::as_windows_1252("mm/s\xC2\xB2"), "mm/s\xB2");
+    EXPECT_EQ(schema::as_windows_1252("\xE2\x82\xAC"), "\x80");   // the euro sign
+    EXPECT_EQ(schema::as_windows_1252("\xCE\xB1"), std::nullopt); // a Greek letter
 }
 
 } // namespace

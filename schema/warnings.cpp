@@ -1,4 +1,4 @@
-#include "plugins/c3d/bytes/warnings.hpp"
+#include "schema/warnings.hpp"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 
 #include <strata/strata_logger.hpp>
 
-namespace c3d {
+namespace schema {
 
 namespace {
 
@@ -48,4 +48,4 @@ void warnings::log(const std::string& file_name) const {
     }
 }
 
-} // namespace c3d
+} // namespace schema
