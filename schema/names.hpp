@@ -83,7 +83,9 @@ inline constexpr char powers[] = "Powers";
 inline constexpr char group_records[] = "Groups";
 inline constexpr char parameter_records[] = "Parameters";
 // Below `metadata`.
+inline constexpr char analog_group[] = "ANALOG";
 inline constexpr char analysis[] = "ANALYSIS";
+inline constexpr char point_group[] = "POINT";
 // Below `skeleton`, and the set of a segment's group.
 inline constexpr char segments[] = "Segments";
 inline constexpr char segment_rotations[] = "T_SCS";
@@ -201,8 +203,9 @@ inline constexpr char used[] = "USED";
 inline constexpr char labels[] = "LABELS";
 inline constexpr char descriptions[] = "DESCRIPTIONS";
 inline constexpr char units[] = "UNITS";
-inline constexpr char rate[] = "RATE"; ///< Hz, of POINT and ANALOG
-inline constexpr char bits[] = "BITS"; ///< of ANALOG: resolution
+inline constexpr char rate[] = "RATE";     ///< Hz, of POINT and ANALOG
+inline constexpr char frames[] = "FRAMES"; ///< of POINT
+inline constexpr char bits[] = "BITS";     ///< of ANALOG: resolution
 // Of FORCE_PLATFORM.
 inline constexpr char type[] = "TYPE";
 inline constexpr char corners[] = "CORNERS";

@@ -18,6 +18,7 @@ ALLOWED = {
     "plugins/c3d": PLATFORM | {"schema"},
     "plugins/classical_mechanics": PLATFORM | {"schema"},
     "plugins/data_modifier": PLATFORM | {"schema"},
+    "plugins/opensim": PLATFORM | {"schema"},
     "examples/plugin": PLATFORM,
     "store": PLATFORM | {"schema"},
     "acquisition": PLATFORM | {"schema", "store"},
