@@ -34,7 +34,9 @@ def read(
     *,
     odd: Literal["warn", "ignore", "raise"] = "warn",
 ) -> Trial:
-    """Open a C3D file.
+    """Open a C3D file, or a TRC, MOT or STO file of OpenSim.
+
+    The content tells which it is, whatever the file is called.
 
     Parameters
     ----------
@@ -56,8 +58,9 @@ def read(
     FileNotFoundError, IsADirectoryError, PermissionError, OSError
         The system does not let the file be read.
     ValueError
-        It is no C3D file, or one that is damaged beyond reading. The text says what the content
-        looks like, or at which byte what was expected. Also for another `odd`.
+        It is none of these files, or one that is damaged beyond reading. The text says what the
+        content looks like, or at which byte or in which line what was expected. Also for another
+        `odd`.
     TypeError
         `source` is nothing that a trial could be read from.
     TrialWarning
@@ -68,6 +71,10 @@ def read(
     Notes
     -----
     Threads that read files do not wait for each other.
+
+    The markers of a TRC file are points; the columns of a MOT or an STO file are analog channels
+    with one sample a frame, without units unless a line ``units=`` of the header tells them. Their
+    times have to be even as far as they are written, and the first frame follows from them.
 
     Examples
     --------
