@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include <fmt/format.h>
@@ -59,6 +60,21 @@ std::vector<std::string> units_in(std::string_view value) {
     }
 }
 
+constexpr std::string_view unit_prefix = "unit_";
+
+/// The line that tells the unit of a ground reaction, by the names that its columns have; none of
+/// other columns.
+std::string quantity_of(std::string_view label) {
+    if (label.starts_with("ground_torque_"))
+        return "moment_unit";
+    if (!label.starts_with("ground_force_") || label.size() < 3)
+        return {};
+    const auto end = label.substr(label.size() - 3);
+    if (end.starts_with("_v"))
+        return "force_unit";
+    return end.starts_with("_p") ? "length_unit" : "";
+}
+
 class header_reader {
   public:
     header_reader(line_reader& lines, schema::warnings& notes) : lines_(lines), notes_(notes) {}
@@ -96,8 +112,10 @@ class header_reader {
             columns_ = count_told(line);
         else if (name == "datarate")
             take_rate(line);
-        else if (name == "units")
+        else if (name == "units" || name == "unit")
             units_ = units_in(line.value);
+        else if (name.starts_with(unit_prefix) || name.ends_with("_unit"))
+            named_units_.emplace(line.name, schema::as_utf8(line.value));
         else if (name == "datatype" && lower_case(line.value) != "double")
             throw text_error(lines_.number(), "DataType", "double", shown(line.value));
     }
@@ -146,7 +164,23 @@ class header_reader {
             units_.clear();
         }
         units_.resize(columns);
+        for (std::size_t i = 0; i < columns; ++i) {
+            if (auto unit = named_unit(header_.labels[i]); !unit.empty())
+                units_[i] = std::move(unit);
+        }
         header_.units = std::move(units_);
+    }
+
+    /// What a line says of one column, of the three of a vector, or of all of a quantity.
+    [[nodiscard]] std::string named_unit(const std::string& label) const {
+        const auto without_axis =
+            label.substr(0, label.size() - std::min<std::size_t>(label.size(), 2));
+        for (const auto& key : {std::string(unit_prefix) + label,
+                                std::string(unit_prefix) + without_axis, quantity_of(label)}) {
+            if (const auto found = named_units_.find(key); found != named_units_.end())
+                return found->second;
+        }
+        return {};
     }
 
     line_reader& lines_;
@@ -154,6 +188,7 @@ class header_reader {
     column_header header_;
     std::optional<told_count> columns_;
     std::vector<std::string> units_;
+    std::unordered_map<std::string, std::string> named_units_;
 };
 
 } // namespace

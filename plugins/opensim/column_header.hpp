@@ -29,7 +29,9 @@ struct column_header {
 ///
 /// Behind the first, lines of the header are names and values ("nRows=5"); most say nothing of what
 /// a trial has. "units=" has the unit of each column, with or without that of the time, or one for
-/// all, separated by commas, tabs or blanks.
+/// all, separated by commas, tabs or blanks; "unit_NAME=" that of a column, or of those whose names
+/// have an axis behind that ("NAME_x"); "force_unit=", "length_unit=" and "moment_unit=" those of
+/// columns that are called as ground reactions are.
 [[nodiscard]] column_header read_column_header(line_reader& lines, schema::warnings& notes);
 
 } // namespace opensim

@@ -89,6 +89,21 @@ def test_units_of_the_header(line: str, units: list[str]):
     assert [trial.analogs[label].unit for label in trial.analogs] == units
 
 
+@pytest.mark.parametrize(
+    ("header", "labels", "units"),
+    [
+        (["unit=deg"], ["a_x", "b"], ["deg", "deg"]),
+        (["unit_a=N", "unit_b=mV"], ["a_x", "a_y", "b", "c"], ["N", "N", "mV", ""]),
+        (["force_unit=N", "length_unit=m", "moment_unit=Nm", "side=person"],
+         ["ground_force_1_vx", "ground_force_1_pz", "ground_torque_1_y", "knee_vx"],
+         ["N", "m", "Nm", ""]),
+    ],
+)  # fmt: skip
+def test_units_by_name(header: list[str], labels: list[str], units: list[str]):
+    trial = read(sto(dict.fromkeys(labels, np.arange(3.0)), header=header))
+    assert [trial.analogs[label].unit for label in labels] == units
+
+
 def test_units_for_other_columns_are_not_believed():
     trial, texts = odd(sto(SIGNALS, header=["units=a,b,c,d"]))
     assert trial.analogs["ground_force_vy"].unit == ""
