@@ -13,6 +13,7 @@ REPOSITORY = Path(__file__).resolve().parents[3]
 PAGES = [
     "analogs.md",
     "checks.md",
+    "batches.md",
     "cookbook.md",
     "events.md",
     "exports.md",

@@ -77,3 +77,12 @@ def dies_once(trial: mox.Trial) -> int:
 
 def markers(trial: mox.Trial) -> Any:
     return trial.markers
+
+
+def marks_the_file(trial: mox.Trial) -> dict[str, int]:
+    """Takes its time, and leaves beside the file which processes began it."""
+    assert trial.path
+    with trial.path.with_suffix(".begun").open("a") as begun:
+        begun.write(f"{os.getpid()}\n")
+    time.sleep(0.1)
+    return {"frames": trial.frames, "process": os.getpid()}
