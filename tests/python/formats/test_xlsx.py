@@ -6,6 +6,7 @@ import gc
 import math
 from pathlib import Path
 
+import _moxPY
 import numpy as np
 import openpyxl
 import pandas
@@ -73,9 +74,8 @@ def test_a_refused_workbook_begins_no_sheet(walk: Trial, tmp_path: Path) -> None
 def test_what_no_sheet_can_hold_is_refused(
     frames: int, markers: int, long: bool, text: str, tmp_path: Path
 ) -> None:
-    trial = Trial.new(frames=frames)
-    for number in range(markers):
-        trial.markers[f"M{number}"] = np.zeros((frames, 3))
+    trial = Trial.of(_moxPY.moxNewAcquisition(markers, frames))
+    trial.rate = 100.0
     with pytest.raises(ValueError, match=rf"^the sheet 'markers' would have {text} at most; "):
         trial.export(tmp_path / "walk.xlsx", long=long)
     assert list(tmp_path.iterdir()) == []
