@@ -29,7 +29,7 @@ def content(trial: Trial, options: Options) -> dict[str, Any]:
     return {
         **about(trial, options),
         "last_frame": trial.last_frame,
-        "duration": trial.duration,
+        "duration": trial.duration if trial.rate > 0.0 else None,
         **{kind: _channels(trial, kind, kind in sampled) for kind in KINDS},
         "platforms": _platforms(trial, options, "platforms" in sampled),
         "rotations": _rotations(trial, "rotations" in sampled),

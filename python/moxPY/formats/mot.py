@@ -10,7 +10,7 @@ from ..trial.wrench import Wrench
 from .about import about
 from .by_feet import by_feet
 from .options import Options
-from .part import require
+from .part import require, require_clock
 from .reaction import reactions
 from .storage import save
 from .target import Target
@@ -29,6 +29,7 @@ def write(trial: Trial, target: Target, options: Options) -> None:
         nothing tells whose a contact is.
     """
     require(trial, "platforms", "which MOT needs")
+    require_clock(trial)
     wrenches = reactions(trial, options)
     _require_forces(wrenches)
     if options.feet:

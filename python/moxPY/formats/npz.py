@@ -9,7 +9,7 @@ import numpy as np
 
 from .about import about
 from .options import Options
-from .part import KINDS, chosen, events_of
+from .part import KINDS, chosen, events_of, require_clock
 from .reaction import reactions
 from .target import Target
 from .text import plain
@@ -22,6 +22,7 @@ def write(trial: Trial, target: Target, options: Options) -> None:
     """``markers`` (frames, channels, 3), ``analogs`` (samples, channels) …, ``time`` and
     ``analog_time``, ``platform_force`` (samples, platforms, 3) …, ``event_time`` …; behind each
     kind its ``markers_labels`` and ``markers_units``. ``about`` is JSON."""
+    require_clock(trial)
     arrays: dict[str, Any] = {
         "about": json.dumps(about(trial, options), ensure_ascii=False),
         "time": trial.time,

@@ -81,6 +81,12 @@ def require(trial: Trial, part: str, why: str = "which is asked for") -> None:
         raise ValueError(f"the trial has no {spelled(part)}, {why}")
 
 
+def require_clock(trial: Trial) -> None:
+    """ValueError where nothing tells when the frames are."""
+    if not trial.rate > 0.0:
+        raise ValueError("the trial has no rate, without which frames have no time: assign one")
+
+
 def spelled(part: str) -> str:
     """What messages call a part."""
     return {"platforms": "force platforms", "analogs": "analog channels"}.get(part, part)
@@ -95,6 +101,7 @@ def part_of(trial: Trial, name: str, options: Options) -> Part:
     """A part that is numbers over time: a kind of channels, or the platforms."""
     if name == "platforms":
         return _platforms(trial, options)
+    require_clock(trial)
     channels = getattr(trial, name)
     labels = [plain(label) for label in channels.labels]
     units = [plain(unit) for unit in channels.units.values()]
@@ -116,6 +123,7 @@ def headings(part: Part) -> list[str]:
 
 def _platforms(trial: Trial, options: Options) -> Part:
     """Force, point of application and free moment of each platform, numbered from 1."""
+    require_clock(trial)
     columns: list[tuple[Any, ...]] = []
     units: list[str] = []
     arrays: list[FloatArray] = []

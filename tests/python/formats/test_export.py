@@ -9,6 +9,7 @@ import sys
 from pathlib import Path
 from typing import Any
 
+import _moxPY
 import numpy as np
 import pytest
 from moxPY.formats import Format, Options, Target, formats, register, registry
@@ -87,6 +88,19 @@ def test_an_empty_trial_works_or_says_what_it_lacks(name: str, tmp_path: Path) -
     with pytest.raises(ValueError, match=r"^the trial has no "):
         trial.export(tmp_path / f"walk.{name}")
     assert list(tmp_path.iterdir()) == []
+
+
+@pytest.mark.parametrize("name", NAMES)
+def test_a_trial_without_a_rate(name: str, tmp_path: Path) -> None:
+    trial = Trial.of(_moxPY.moxNewAcquisition(2, 3))
+    trial.markers.unit = "mm"
+    assert trial.rate == 0.0
+    if name == "json":
+        assert len(trial.export(tmp_path / "walk.json")) == 1
+        return
+    texts = r"^the trial has no (rate, without|force platforms)|^Frequency is not set"
+    with pytest.raises(ValueError, match=texts):
+        trial.export(tmp_path / f"walk.{name}")
 
 
 @pytest.mark.parametrize(
