@@ -1,5 +1,5 @@
 import sys
 
-from .command_line import main
+from .commands import main
 
 sys.exit(main())

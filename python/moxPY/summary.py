@@ -1,78 +1,128 @@
-"""What an acquisition holds, in a few lines."""
+"""What a trial holds, as plain values: for lists of files, for people and for other programs."""
 
 from __future__ import annotations
 
-from typing import Any
+import math
+from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from .acquisition import data_store
-from .functions.acquisition.sampling import (
-    moxGetAnalogSampleNumberPerFrame,
-    moxGetFirstFrame,
-    moxGetLastFrame,
-    moxGetPointFrameNumber,
-    moxGetPointFrequency,
-)
-from .functions.analogs.read_analogs import moxGetAnalogs
-from .functions.points.read_points import (
-    moxGetAngles,
-    moxGetForces,
-    moxGetMarkers,
-    moxGetMoments,
-    moxGetPowers,
-)
+if TYPE_CHECKING:
+    from .trial import Channels, Event, Platform, Trial
 
-KINDS = {
-    "markers": moxGetMarkers,
-    "angles": moxGetAngles,
-    "forces": moxGetForces,
-    "moments": moxGetMoments,
-    "powers": moxGetPowers,
-}
+#: The kinds of channels, as `Trial` calls them.
+KINDS = ("markers", "angles", "forces", "moments", "powers", "analogs")
+
+# Where files keep who was recorded and when: no entry is prescribed, these are met.
+_SUBJECTS = (("SUBJECTS", "NAMES"), ("SUBJECT", "NAME"))
+_DATES = (("TRIAL", "DATE"), ("TRIAL", "DATE_TIME"), ("SESSION", "DATE"), ("SUBJECT", "DATE"))
 
 
-def summary_lines(acquisition: data_store) -> list[str]:
-    """One line for the time base, and one for each kind of channel that there is.
+def summary(trial: Trial) -> dict[str, Any]:
+    """What a trial holds, but for samples; nothing else than what JSON knows.
+
+    Returns
+    -------
+    dict
+        ``frames``, ``rate``, ``first_frame``, ``last_frame``, ``duration`` (None without a rate)
+        and ``samples_per_frame``; ``subjects`` and ``date``, as the file spells them; ``channels``:
+        of each kind that there is ``rate``, ``units`` and ``labels``, a unit a label;
+        ``rotations``: labels; ``events``, ``platforms``, ``gaps`` and ``odd``, what was odd about
+        the file. What is no finite number is None.
 
     Examples
     --------
-    >>> print(*summary_lines(trial), sep="\\n")
-    frames   360 at 100 Hz (3.60 s), 1 to 360
-    markers  40 in mm, 7 with gaps
-    angles   8 in deg
-    forces   8 in N
-    moments  6 in Nmm/kg
-    powers   6 in W
-    analogs  20 in N, Nmm, V; 1000 Hz, 10 per frame
+    >>> from moxPY.summary import summary
+    >>> about = summary(read(path))
+    >>> about["frames"], about["subjects"], about["channels"]["forces"]["units"][0]
+    (360, ['Walker'], 'N')
     """
-    lines = {"frames": frames_text(acquisition)}
-    for kind, read in KINDS.items():
-        values, info = read(acquisition)
-        if values:
-            lines[kind] = channels_text(values, info)
-        gaps = sum(bool(np.isnan(channel).any()) for channel in values.values())
-        if kind == "markers" and gaps:
-            lines[kind] += f", {gaps} with gaps"
-    values, info = moxGetAnalogs(acquisition)
-    if values:
-        ratio = moxGetAnalogSampleNumberPerFrame(acquisition)
-        lines["analogs"] = channels_text(values, info)
-        lines["analogs"] += f"; {info['frequency']:g} Hz, {ratio:g} per frame"
-    return [f"{name:7}  {text}" for name, text in lines.items()]
+    facts = {
+        "frames": trial.frames,
+        "rate": trial.rate,
+        "first_frame": trial.first_frame,
+        "last_frame": trial.last_frame,
+        "duration": trial.duration if trial.rate > 0.0 else None,
+        "samples_per_frame": trial.samples_per_frame,
+        "subjects": subjects(trial),
+        "date": date(trial),
+        "channels": {kind: _channels(part) for kind, part in _parts(trial).items()},
+        "rotations": list(trial.rotations),
+        "events": [_event(event) for event in trial.events],
+        "platforms": [_platform(plate) for plate in trial.platforms],
+        "gaps": _gaps(trial),
+        "odd": trial.warnings,
+    }
+    finite: dict[str, Any] = _finite(facts)
+    return finite
 
 
-def frames_text(acquisition: data_store) -> str:
-    frames, rate = moxGetPointFrameNumber(acquisition), moxGetPointFrequency(acquisition)
-    text = f"{frames:.0f} at {rate:g} Hz"
-    if frames and rate:
-        first, last = moxGetFirstFrame(acquisition) + 1, moxGetLastFrame(acquisition) + 1
-        text += f" ({frames / rate:.2f} s), {first:.0f} to {last:.0f}"
-    return text
+def subjects(trial: Trial) -> list[str]:
+    """Who was recorded, as far as the metadata name anybody."""
+    for group, entry in _SUBJECTS:
+        if names := [name for name in _texts(trial, group, entry) if name]:
+            return names
+    return []
 
 
-def channels_text(values: dict[str, Any], info: dict[str, Any]) -> str:
-    """How many channels, and their units, each once."""
-    units = dict.fromkeys(info.get("units", {}).values())
-    known = [unit for unit in units if unit]
-    return f"{len(values)} in {', '.join(known)}" if known else f"{len(values)}"
+def date(trial: Trial) -> str | None:
+    """When the trial was recorded, as the metadata spell it; None where they do not say it."""
+    for group, entry in _DATES:
+        if text := " ".join(_texts(trial, group, entry)).strip():
+            return text
+    return None
+
+
+def _texts(trial: Trial, group: str, entry: str) -> list[str]:
+    """The texts of an entry, however it has them; none without it."""
+    entries = trial.metadata.get(group)
+    value = None if entries is None else entries.get(entry)
+    values = value if isinstance(value, list) else [value]
+    return [each.strip() for each in values if isinstance(each, str)]
+
+
+def _parts(trial: Trial) -> dict[str, Channels]:
+    """The kinds of channels that there are."""
+    parts: dict[str, Channels] = {kind: getattr(trial, kind) for kind in KINDS}
+    return {kind: part for kind, part in parts.items() if len(part)}
+
+
+def _channels(channels: Channels) -> dict[str, Any]:
+    units = channels.units
+    return {"rate": channels._rate, "units": list(units.values()), "labels": list(units)}
+
+
+def _gaps(trial: Trial) -> list[dict[str, Any]]:
+    return [
+        {"kind": kind, "label": gap.label, "first": gap.first, "last": gap.last}
+        for kind, part in _parts(trial).items()
+        for gap in part.gaps()
+    ]
+
+
+def _event(event: Event) -> dict[str, Any]:
+    names = ("time", "label", "context", "subject", "description", "id")
+    return {name: getattr(event, name) for name in names}
+
+
+def _platform(plate: Platform) -> dict[str, Any]:
+    corners = plate.corners
+    edges = np.linalg.norm([corners[0] - corners[1], corners[0] - corners[3]], axis=1)
+    return {
+        "type": plate.type,
+        "size": edges.tolist(),
+        "corners": corners.tolist(),
+        "unit": plate.units.point,
+        "channels": [channel.label for channel in plate.channels],
+    }
+
+
+def _finite(value: Any) -> Any:
+    """The same with None for what is no finite number."""
+    if isinstance(value, dict):
+        return {name: _finite(each) for name, each in value.items()}
+    if isinstance(value, list):
+        return [_finite(each) for each in value]
+    if isinstance(value, float) and not math.isfinite(value):
+        return None
+    return value

@@ -1,0 +1,22 @@
+"""The command line: ``moxpy``, and ``python -m moxPY``.
+
+A command is a file of its name, which is imported when it is called; the others are what commands
+share:
+
+============  ================================================================
+main          a call from its words to its exit code
+program       which commands there are
+parameters    what several commands take, and how texts become values
+each_file     one function over all files, one line for one that fails
+reasons       why a file failed, in one line
+lines         what people read: on a terminal wrapped, in a pipe not
+info          what files hold
+info_rows     the rows that ``info`` shows
+============  ================================================================
+"""
+
+from __future__ import annotations
+
+from .main import main
+
+__all__ = ["main"]

@@ -1,0 +1,27 @@
+"""Why a file failed, in one line."""
+
+from __future__ import annotations
+
+import os
+from pathlib import Path
+
+# Errors whose text says it all; of any other the name is part of what there is to say.
+_PLAIN = (ValueError, KeyError, RuntimeError, TypeError, OSError, ImportError)
+
+
+def reason(error: BaseException, file: Path) -> str:
+    """What to print behind the name of a file, which the text does not repeat."""
+    if isinstance(error, OSError) and error.strerror:
+        return _of_the_system(error, file)
+    text = " ".join(str(error.args[0] if error.args else "").split())
+    text = text.removeprefix(f"'{file}': ")
+    if isinstance(error, _PLAIN) and text:
+        return text
+    name = type(error).__name__
+    return f"{name}: {text}" if text else name
+
+
+def _of_the_system(error: OSError, file: Path) -> str:
+    other = os.fsdecode(error.filename) if isinstance(error.filename, str | bytes) else ""
+    is_other = other and Path(other) != file
+    return f"'{other}': {error.strerror}" if is_other else str(error.strerror)

@@ -1,0 +1,132 @@
+"""What holds for all commands: help, exit codes, terminals, pipes, Ctrl-C."""
+
+from __future__ import annotations
+
+import subprocess
+import sys
+from collections.abc import Callable
+from importlib import import_module
+from pathlib import Path
+from typing import Any
+
+import moxPY
+import pytest
+from moxPY.commands.program import COMMANDS
+from support.command_line import PROGRAM, environment, on_terminal, piped
+
+Call = Callable[..., Any]
+
+
+def test_importing_the_package_imports_no_click():
+    code = "import sys, moxPY; print({'click', 'rich'} & set(sys.modules))"
+    finished = subprocess.run(
+        [sys.executable, "-c", code], env=environment(), capture_output=True, text=True, check=True
+    )
+    assert finished.stdout == "set()\n"
+
+
+def test_the_list_of_commands_imports_none_of_them():
+    code = (
+        "import sys; from moxPY.commands import main; main(['--help']);"
+        f"print([name for name in {list(COMMANDS)} if 'moxPY.commands.' + name in sys.modules])"
+    )
+    finished = subprocess.run(
+        [sys.executable, "-c", code], env=environment(), capture_output=True, text=True, check=True
+    )
+    assert finished.stdout.endswith("\n[]\n")
+
+
+@pytest.mark.parametrize("name", COMMANDS)
+def test_a_command_says_of_itself_what_the_list_says(name: str):
+    command = import_module(f"moxPY.commands.{name}").command
+    assert command.name == name
+    assert command.get_short_help_str(80) == COMMANDS[name]
+
+
+@pytest.mark.parametrize("name", COMMANDS)
+def test_help_fits_a_terminal_and_is_ascii(name: str, call: Call):
+    code, out, err = call(name, "--help")
+    assert (code, err) == (0, "")
+    assert max(map(len, out.splitlines())) <= 80
+    assert out.isascii()
+    assert "Examples:\n" in out
+
+
+def test_a_terminal_of_80_columns_shows_the_same_help_as_a_pipe():
+    code, shown = on_terminal("--help")
+    assert code == 0
+    assert shown == piped("--help").stdout
+
+
+def test_the_version_is_shown(call: Call):
+    assert call("--version") == (0, f"{moxPY.__version__}\n", "")
+
+
+@pytest.mark.parametrize(
+    ("words", "text"),
+    [
+        (["inform"], "No such command 'inform'"),
+        (["info"], "Missing argument 'FILE...'"),
+        (["info", "--jsn", "walk.c3d"], "No such option '--jsn'"),
+        (["info", "--jobs", "0", "walk.c3d"], "0 is not in the range x>=1"),
+    ],
+)
+def test_a_call_that_makes_no_sense_is_refused(words: list[str], text: str, call: Call):
+    code, out, err = call(*words)
+    assert (code, out) == (2, "")
+    assert err.startswith("Usage: ")
+    assert text in err
+
+
+def test_without_words_the_commands_are_listed(call: Call):
+    code, out, err = call()
+    assert (code, out) == (2, "")
+    assert "  info  " in err
+
+
+def test_a_reader_that_has_enough_ends_a_command_silently(walk: Path):
+    process = subprocess.Popen(
+        [*PROGRAM, "info", *[str(walk)] * 2, str(walk.parent)],
+        env=environment(),
+        stdout=subprocess.PIPE,
+        stderr=subprocess.PIPE,
+    )
+    assert process.stdout
+    process.stdout.close()
+    _, err = process.communicate()
+    assert (process.returncode, err) == (141, b"")
+
+
+@pytest.mark.skipif(not Path("/dev/full").exists(), reason="there is no full device")
+def test_output_that_cannot_be_written_is_an_error(walk: Path):
+    with Path("/dev/full").open("w") as full:
+        finished = subprocess.run(
+            [*PROGRAM, "info", walk],
+            env=environment(),
+            stdout=full,
+            stderr=subprocess.PIPE,
+            text=True,
+            check=False,
+        )
+    assert (finished.returncode, finished.stderr) == (2, "moxpy: No space left on device\n")
+
+
+# What the installed program does.
+INSTALLED = "import sys; sys.argv[0] = 'moxpy'; from moxPY.commands import main; sys.exit(main())"
+
+
+def test_completion_knows_commands_options_and_words():
+    def printed(**variables: str) -> str:
+        env = environment(**variables)
+        words = [sys.executable, "-c", INSTALLED]
+        return subprocess.run(words, env=env, capture_output=True, text=True, check=False).stdout
+
+    assert "complete" in printed(_MOXPY_COMPLETE="bash_source")
+    for typed, offered in {
+        "moxpy inf": ["plain,info"],
+        "moxpy info --j": ["plain,--json", "plain,--jobs"],
+        "moxpy info w": ["file,w"],
+    }.items():
+        at = str(len(typed.split()) - 1)
+        text = printed(_MOXPY_COMPLETE="bash_complete", COMP_WORDS=typed, COMP_CWORD=at)
+        assert text.split() == offered
