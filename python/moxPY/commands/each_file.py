@@ -5,16 +5,20 @@ from __future__ import annotations
 import sys
 from collections.abc import Callable, Iterator, Sequence
 from pathlib import Path
-from typing import Any, Generic, TypeVar
+from typing import Any, Generic, TypeVar, cast
 
 import click
 
-from ..batch import gather
-from ..trial import Trial, read
+from ..batch import gather, map_files
+from ..trial import Trial
 from .lines import write_line
 from .reasons import reason
 
 _Value = TypeVar("_Value")
+
+
+# From so many files on it is worth while to begin processes for what Python computes.
+_MANY = 16
 
 
 class EachFile(Generic[_Value]):
@@ -22,6 +26,20 @@ class EachFile(Generic[_Value]):
 
     Iterating gives files and what the function gave, in order. What fails is told on standard
     error, and counts.
+
+    Parameters
+    ----------
+    function : callable
+        Defined by a module, so that other processes find it.
+    files : sequence of Path
+    jobs : int, optional
+        How many files are worked on at once.
+    computes : bool
+        Whether the function does more than to read: many files then go to processes.
+    executor : executor, optional
+        Who works instead.
+    progress : bool
+        Whether a terminal shows a bar.
     """
 
     def __init__(
@@ -30,22 +48,32 @@ class EachFile(Generic[_Value]):
         files: Sequence[Path],
         *,
         jobs: int | None = None,
+        computes: bool = False,
         executor: Any = None,
         progress: bool = False,
     ) -> None:
         self._function = function
         self._files = files
+        self._jobs = jobs
+        self._executor = executor
+        if executor is None and computes and len(files) >= _MANY and jobs != 1:
+            self._executor = "processes"
+        self._progress = progress
         self.failed = 0
 
     def __iter__(self) -> Iterator[tuple[Path, _Value]]:
-        for file in self._files:
-            try:
-                with read(file) as trial:
-                    value = self._function(trial)
-            except Exception as error:
-                self._tell(file, error)
-            else:
-                yield file, value
+        with map_files(
+            self._function,
+            self._files,
+            executor=self._executor,
+            jobs=self._jobs,
+            progress=self._progress,
+        ) as results:
+            for file, value, error in results:
+                if error is None:
+                    yield file, cast(_Value, value)
+                else:
+                    self._tell(file, error)
 
     def _tell(self, file: Path, error: BaseException) -> None:
         if isinstance(error, ImportError):  # it is missing for every other file, too

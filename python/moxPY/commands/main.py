@@ -4,18 +4,16 @@ from __future__ import annotations
 
 import os
 import sys
-import warnings
 from collections.abc import Sequence
 from contextlib import suppress
 from typing import TextIO
 
 import click
 
-from ..trial import TrialWarning
 from .lines import write_line
-from .program import PipeClosed, program
+from .program import Interrupted, PipeClosed, program
 
-INTERRUPTED = 130  # as shells say it of a program that Ctrl-C ended
+CTRL_C = 130  # as shells say it of a program that Ctrl-C ended
 PIPE_CLOSED = 141  # and of one whose reader had enough
 
 
@@ -36,11 +34,8 @@ def main(arguments: Sequence[str] | None = None) -> int:
     for stream in (sys.stdout, sys.stderr):
         _show_everything(stream)
     try:
-        with warnings.catch_warnings():
-            # What is odd about a file is told by the commands that are asked for it.
-            warnings.simplefilter("ignore", TrialWarning)
-            code = program.main(args=arguments, standalone_mode=False)
-            sys.stdout.flush()
+        code = program.main(args=arguments, standalone_mode=False)
+        sys.stdout.flush()
         return int(code or 0)
     except click.UsageError as error:
         error.show(file=sys.stderr)
@@ -48,8 +43,8 @@ def main(arguments: Sequence[str] | None = None) -> int:
     except click.ClickException as error:
         write_line(f"moxpy: {error.format_message()}", sys.stderr)
         return 2
-    except (click.Abort, KeyboardInterrupt):
-        return INTERRUPTED
+    except (Interrupted, click.Abort, KeyboardInterrupt):
+        return CTRL_C
     except (PipeClosed, BrokenPipeError):
         _drop_output()
         return PIPE_CLOSED

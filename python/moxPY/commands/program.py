@@ -12,11 +12,16 @@ from ..functions.plugins import moxGetVersion
 #: Name -> what it does, as the list of commands says it.
 COMMANDS = {
     "info": "Show what is in files.",
+    "edit": "Change copies of files.",
 }
 
 
 class PipeClosed(Exception):
     """Whoever read the output went away."""
+
+
+class Interrupted(Exception):
+    """Ctrl-C."""
 
 
 class Program(click.Group):
@@ -36,11 +41,14 @@ class Program(click.Group):
             formatter.write_dl(list(COMMANDS.items()))
 
     def invoke(self, ctx: click.Context) -> Any:
-        # Click ends the process by itself on a BrokenPipeError, with the code of a failed file.
+        # Click would end the process on the one, with the code of a failed file, and print an
+        # empty line on the other.
         try:
             return super().invoke(ctx)
         except BrokenPipeError as error:
             raise PipeClosed from error
+        except KeyboardInterrupt as error:
+            raise Interrupted from error
 
 
 @click.group(
