@@ -53,8 +53,8 @@ def summary(trial: Trial) -> dict[str, Any]:
         "gaps": _gaps(trial),
         "odd": trial.warnings,
     }
-    finite: dict[str, Any] = _finite(facts)
-    return finite
+    plain: dict[str, Any] = finite(facts)
+    return plain
 
 
 def subjects(trial: Trial) -> list[str]:
@@ -117,12 +117,12 @@ def _platform(plate: Platform) -> dict[str, Any]:
     }
 
 
-def _finite(value: Any) -> Any:
-    """The same with None for what is no finite number."""
+def finite(value: Any) -> Any:
+    """A value of JSON, with None for what is no finite number."""
     if isinstance(value, dict):
-        return {name: _finite(each) for name, each in value.items()}
+        return {name: finite(each) for name, each in value.items()}
     if isinstance(value, list):
-        return [_finite(each) for each in value]
+        return [finite(each) for each in value]
     if isinstance(value, float) and not math.isfinite(value):
         return None
     return value

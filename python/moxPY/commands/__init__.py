@@ -7,15 +7,18 @@ share:
 main          a call from its words to its exit code
 program       which commands there are
 parameters    what several commands take, and how texts become values
+parse         what is typed behind options: texts that become values
 each_file     one function over all files, one line for one that fails
 reasons       why a file failed, in one line
 outputs       where results lie, and that nothing is overwritten unasked
 lines         what people read: on a terminal wrapped, in a pipe not
+json_array    a JSON array on standard output
 info          what files hold
 info_rows     the rows that ``info`` shows
+check         what may be wrong with trials
+diff          what tells two files apart
 edit          changed copies of files
 edits         what ``edit`` changes, in the order in which it does
-parse_edits   what is typed behind options that say what becomes of a trial
 set_entry     giving an entry of the metadata the value that was typed
 ============  ================================================================
 """

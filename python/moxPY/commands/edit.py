@@ -14,7 +14,7 @@ from .edits import Edits, Written, edit
 from .lines import write_line
 from .outputs import output_options, require_distinct
 from .parameters import files_argument, jobs_option, parsed
-from .parse_edits import pair, setting, stretch, units
+from .parse import pair, setting, stretch, units
 
 
 @click.command("edit")

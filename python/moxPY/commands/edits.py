@@ -13,7 +13,7 @@ from ..trial import Channels, Trial
 from ..trial.labels import nearest
 from ..trial.writing import Processor, Storage
 from .outputs import place
-from .parse_edits import Setting, Stretch
+from .parse import Setting, Stretch
 from .set_entry import set_entry
 
 Verb = Callable[[Trial], Trial]

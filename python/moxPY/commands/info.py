@@ -2,15 +2,12 @@
 
 from __future__ import annotations
 
-import json
-import textwrap
-from typing import Any
-
 import click
 
 from ..summary import summary
 from .each_file import EachFile, meant
 from .info_rows import rows
+from .json_array import JsonArray
 from .lines import write_rows
 from .parameters import files_argument, jobs_option
 
@@ -35,19 +32,11 @@ def command(files: tuple[str, ...], as_json: bool, jobs: int | None) -> int:
     found, failed = meant(files)
     trials = EachFile(summary, found, jobs=jobs)
     if as_json:
-        _print_json(trials)
+        array = JsonArray()
+        for file, facts in trials:
+            array.add({"file": str(file), **facts})
+        array.end()
     else:
         for file, facts in trials:
             write_rows(str(file), rows(facts))
     return 1 if failed or trials.failed else 0
-
-
-def _print_json(trials: EachFile[dict[str, Any]]) -> None:
-    """Print an array piece by piece, so that many files need no memory."""
-    before = "["
-    for file, facts in trials:
-        # Only ASCII: it is JSON on every terminal, and with every name of a file.
-        text = json.dumps({"file": str(file), **facts}, indent=2)
-        print(f"{before}\n{textwrap.indent(text, '  ')}", end="")
-        before = ","
-    print("[]" if before == "[" else "\n]")

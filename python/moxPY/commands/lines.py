@@ -39,9 +39,9 @@ def write_rows(title: str, rows: Iterable[Row]) -> None:
             print(line.rstrip())
 
 
-def write_table(heads: Sequence[str], rows: Sequence[Sequence[str]]) -> None:
+def write_table(heads: Sequence[str] | None, rows: Sequence[Sequence[str]]) -> None:
     """Print a table; its last column is wrapped where the terminal ends."""
-    cells = [[printable(cell) for cell in row] for row in [heads, *rows]]
+    cells = [[printable(cell) for cell in row] for row in ([heads] if heads else []) + [*rows]]
     widths = [max(map(len, column)) for column in zip(*cells, strict=True)]
     width = terminal_width()
     for row in cells:

@@ -12,6 +12,8 @@ from ..functions.plugins import moxGetVersion
 #: Name -> what it does, as the list of commands says it.
 COMMANDS = {
     "info": "Show what is in files.",
+    "check": "Look for what may be wrong with trials.",
+    "diff": "Compare two files.",
     "edit": "Change copies of files.",
 }
 

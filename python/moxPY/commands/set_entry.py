@@ -8,7 +8,7 @@ from typing import Any
 import numpy as np
 
 from ..trial import Entry, Trial
-from .parse_edits import Setting
+from .parse import Setting
 
 
 def set_entry(trial: Trial, setting: Setting) -> None:

@@ -13,7 +13,7 @@ from typing import Any
 import moxPY
 import numpy as np
 import pytest
-from moxPY.commands.parse_edits import Stretch, stretch
+from moxPY.commands.parse import Stretch, stretch
 from support.command_line import piped, started
 
 Call = Callable[..., Any]

@@ -1,4 +1,4 @@
-"""What is typed behind options that say what becomes of a trial."""
+"""What is typed behind options: texts that become values."""
 
 from __future__ import annotations
 
@@ -76,3 +76,14 @@ def units(text: str) -> tuple[str, str, str]:
         if unit is None or unit.quantity != quantity or unit.per:
             raise click.BadParameter(f"'{name}' is no known unit of a {quantity}")
     return names[0], names[1], names[2]
+
+
+def number(text: str) -> tuple[str, float]:
+    """``NAME=NUMBER``"""
+    name, equals, value = text.partition("=")
+    try:
+        if equals:
+            return name, float(value)
+    except ValueError:
+        pass
+    raise click.BadParameter(f"'{text.removeprefix('=')}' is no number for a name such as x=0.5")

@@ -1,0 +1,107 @@
+"""``moxpy diff``: what tells two files apart."""
+
+from __future__ import annotations
+
+from dataclasses import asdict
+from itertools import groupby
+from pathlib import Path
+
+import click
+
+from ..differences import FAMILIES, Difference, differences
+from ..summary import finite
+from ..trial import Trial, read
+from .each_file import tell
+from .json_array import JsonArray
+from .lines import write_rows
+from .parameters import parsed
+from .parse import number
+
+_FAMILY = click.Choice(FAMILIES)
+
+
+@click.command("diff")
+@click.argument("first", metavar="A", type=click.Path())
+@click.argument("second", metavar="B", type=click.Path())
+@click.option(
+    "--tolerance",
+    "-t",
+    "tolerances",
+    multiple=True,
+    metavar="[FAMILY=]NUMBER",
+    callback=parsed(lambda text: number(text if "=" in text else f"={text}")),
+    help="How far numbers may be apart, in their units; of one family, or of all others.",
+)
+@click.option(
+    "--without",
+    multiple=True,
+    type=_FAMILY,
+    metavar="FAMILY",
+    help=f"Leave out a family: {', '.join(FAMILIES)}.",
+)
+@click.option(
+    "--only", multiple=True, type=_FAMILY, metavar="FAMILY", help="Compare this family, no others."
+)
+@click.option("--json", "as_json", is_flag=True, help="Print a JSON array, an object a difference.")
+def command(
+    first: str,
+    second: str,
+    tolerances: tuple[tuple[str, float], ...],
+    without: tuple[str, ...],
+    only: tuple[str, ...],
+    as_json: bool,
+) -> int:
+    """Compare two files.
+
+    What differs is shown by family and channel, what A has before what B has. Channels are found by
+    their labels, frames by their numbers; where a point was not seen in both, they agree.
+    The exit code is 0 when there is no difference, 1 when there is one, 2 when a file failed.
+
+    \b
+    Examples:
+      moxpy diff walk.c3d copy.c3d
+      moxpy diff walk.c3d filled.c3d --only markers -t 0.1
+      moxpy diff walk.c3d new.c3d -t 1e-6 -t markers=0.01 --without metadata
+    """
+    allowed = _allowed(dict(tolerances))
+    trials = [_opened(Path(path)) for path in (first, second)]
+    one, other = trials
+    if one is None or other is None:
+        return 2
+    with one, other:
+        found = differences(one, other, tolerance=allowed, without=without, only=only or None)
+    if as_json:
+        array = JsonArray()
+        for each in found:
+            array.add(finite(asdict(each)))
+        array.end()
+    else:
+        for family, group in groupby(found, key=lambda each: each.family):
+            write_rows(family, [_row(each) for each in group])
+    return 1 if found else 0
+
+
+def _allowed(tolerances: dict[str, float]) -> dict[str, float]:
+    """The tolerance of each family; that without a name is everyone's who has none."""
+    for family, value in tolerances.items():
+        if family and family not in FAMILIES:
+            raise click.UsageError(
+                f"there is no family '{family}'; there are {', '.join(FAMILIES)}"
+            )
+        if not value >= 0.0:
+            raise click.UsageError(f"a tolerance is a number from 0 upwards, not {value:g}")
+    general = tolerances.get("", 0.0)
+    return {family: tolerances.get(family, general) for family in FAMILIES}
+
+
+def _opened(file: Path) -> Trial | None:
+    """The trial; None, and a line on standard error, where there is none."""
+    try:
+        return read(file, odd="ignore")
+    except Exception as error:  # whatever is wrong with it, the other one is looked at
+        tell(file, error)
+        return None
+
+
+def _row(each: Difference) -> tuple[str, str]:
+    return each.channel or "", f"{each.aspect}: {each.text}" if each.text else each.aspect
