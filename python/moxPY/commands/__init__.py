@@ -17,6 +17,7 @@ info          what files hold
 info_rows     the rows that ``info`` shows
 check         what may be wrong with trials
 diff          what tells two files apart
+index         a table of many trials
 edit          changed copies of files
 edits         what ``edit`` changes, in the order in which it does
 set_entry     giving an entry of the metadata the value that was typed

@@ -15,6 +15,7 @@ COMMANDS = {
     "check": "Look for what may be wrong with trials.",
     "diff": "Compare two files.",
     "edit": "Change copies of files.",
+    "index": "Make a table of many trials, or update it.",
 }
 
 
