@@ -17,6 +17,9 @@ info          what files hold
 info_rows     the rows that ``info`` shows
 check         what may be wrong with trials
 diff          what tells two files apart
+convert       files of other formats
+conversion    what ``convert`` does with one file, on this machine or another
+workers       workers of a Dask scheduler, where one machine is not enough
 index         a table of many trials
 edit          changed copies of files
 edits         what ``edit`` changes, in the order in which it does

@@ -10,9 +10,6 @@ from typing import Any
 
 import click
 
-# What an error says of a file that is there; both commands and formats refuse so.
-_THERE = "there is such a file; --force replaces it"
-
 
 def output_options() -> Callable[[Any], Any]:
     """``-o DIR`` and ``--force``."""
@@ -61,6 +58,6 @@ def place(folder: Path, name: str, *, replace: bool) -> Path:
     """
     path = folder / name
     if not replace and os.path.lexists(path):
-        raise FileExistsError(errno.EEXIST, _THERE, os.fspath(path))
+        raise FileExistsError(errno.EEXIST, os.strerror(errno.EEXIST), os.fspath(path))
     folder.mkdir(parents=True, exist_ok=True)
     return path

@@ -87,3 +87,8 @@ def number(text: str) -> tuple[str, float]:
     except ValueError:
         pass
     raise click.BadParameter(f"'{text.removeprefix('=')}' is no number for a name such as x=0.5")
+
+
+def words(text: str) -> tuple[str, ...]:
+    """What stands between commas."""
+    return tuple(text.split(","))

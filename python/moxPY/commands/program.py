@@ -14,6 +14,7 @@ COMMANDS = {
     "info": "Show what is in files.",
     "check": "Look for what may be wrong with trials.",
     "diff": "Compare two files.",
+    "convert": "Convert files to another format.",
     "edit": "Change copies of files.",
     "index": "Make a table of many trials, or update it.",
 }

@@ -8,6 +8,9 @@ from pathlib import Path
 # Errors whose text says it all; of any other the name is part of what there is to say.
 _PLAIN = (ValueError, KeyError, RuntimeError, TypeError, OSError, ImportError)
 
+# What is said of a result that is there, whoever refuses to replace it.
+THERE = "there is such a file; --force replaces it"
+
 
 def reason(error: BaseException, file: Path) -> str:
     """What to print behind the name of a file, which the text does not repeat."""
@@ -22,6 +25,8 @@ def reason(error: BaseException, file: Path) -> str:
 
 
 def _of_the_system(error: OSError, file: Path) -> str:
+    if isinstance(error, FileExistsError):
+        error = FileExistsError(error.errno, THERE, error.filename)
     other = os.fsdecode(error.filename) if isinstance(error.filename, str | bytes) else ""
     is_other = other and Path(other) != file
     return f"'{other}': {error.strerror}" if is_other else str(error.strerror)

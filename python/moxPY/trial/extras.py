@@ -13,6 +13,7 @@ _EXTRAS = {
     "openpyxl": ("openpyxl", "excel"),
     "polars": ("polars", "polars"),
     "xarray": ("xarray", "xarray"),
+    "distributed": ("Dask", "dask"),
 }
 
 
