@@ -9,8 +9,9 @@ from contextlib import contextmanager
 
 @contextmanager
 def progress_bar(total: int, wanted: bool) -> Iterator[Callable[[], None]]:
-    """Gives what is called after each file. Without rich or a terminal nothing is shown."""
-    if not (wanted and sys.stderr is not None and sys.stderr.isatty()):
+    """Gives what is called after each file. Without rich or a terminal nothing is shown, nor on one
+    that cannot draw over what it shows."""
+    if not (wanted and total and sys.stderr is not None and sys.stderr.isatty()):
         yield _nothing
         return
     try:
@@ -23,6 +24,9 @@ def progress_bar(total: int, wanted: bool) -> Iterator[Callable[[], None]]:
     # What a script prints goes past the bar; into a file or a pipe it goes as ever.
     to_terminal = sys.stdout is not None and sys.stdout.isatty()
     console = Console(stderr=True)
+    if console.is_dumb_terminal:
+        yield _nothing
+        return
     bar = Progress(*columns, console=console, transient=True, redirect_stdout=to_terminal)
     with bar:
         task = bar.add_task("", total=total)

@@ -17,6 +17,7 @@ import pytest
 from moxPY.commands import main
 from moxPY.index import load
 from moxPY.index.columns import COLUMNS
+from support.command_line import on_terminal
 
 EXAMPLE = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
 
@@ -194,3 +195,10 @@ def test_duckdb_reads_lists_of_events(update: Update, table: Path):
         for path in (pd.read_parquet(table)["file"])
     )
     assert count == expected
+
+
+def test_a_terminal_shows_a_bar_while_there_is_something_to_read(session: Path, table: Path):
+    _, shown = on_terminal("index", session, "-o", table)
+    assert "3/3" in shown
+    _, shown = on_terminal("index", session, "-o", table)
+    assert shown == f"{table}: 3 trials; 0 read, 3 as before, 0 gone\n"
