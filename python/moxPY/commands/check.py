@@ -87,7 +87,7 @@ def command(
     work = partial(_found, without=without, only=only or None, limits=dict(limits))
     _require_sense(work)
     found, failed = meant(files)
-    trials = EachFile(work, found, jobs=jobs, computes=True, progress=as_json)
+    trials = EachFile(work, found, jobs=jobs, computes=True)
     counted = _SEVERITIES[_SEVERITIES.index(least) :]
     worst = 0
     array = JsonArray() if as_json else None

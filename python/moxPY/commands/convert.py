@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import sys
 from functools import partial
 from pathlib import Path
 from typing import Any
@@ -120,7 +121,7 @@ def command(
             jobs=jobs,
             computes=True,
             executor=executor,
-            progress=True,
+            progress=not sys.stdout.isatty(),
         )
         for _, paths in trials:
             for path in paths:

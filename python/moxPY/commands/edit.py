@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import sys
 from functools import partial
 from pathlib import Path
 from typing import Any
@@ -118,7 +119,7 @@ def command(
     found, failed = meant(files)
     require_distinct(found)
     work = partial(edit, edits=edits, written=Written(folder, force, storage, processor))
-    trials = EachFile(work, found, jobs=jobs, computes=True, progress=True)
+    trials = EachFile(work, found, jobs=jobs, computes=True, progress=not sys.stdout.isatty())
     for _, path in trials:
         write_line(str(path))
     return 1 if failed or trials.failed else 0

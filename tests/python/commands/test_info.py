@@ -153,7 +153,7 @@ def test_text_of_a_file_cannot_steer_the_terminal(call: Call, walk: Path):
 
 
 def test_a_terminal_gets_lines_that_fit(walk: Path):
-    code, shown = on_terminal("info", walk.name, cwd=walk.parent)
+    code, shown = on_terminal("info", walk.name, folder=walk.parent)
     assert code == 0
     assert max(map(len, shown.splitlines())) <= 80
     assert "\n             LFRM, LWRA, LWRB, LFIN, RSHO," in shown

@@ -2,16 +2,14 @@
 
 from __future__ import annotations
 
-import fcntl
 import os
-import pty
 import signal
-import struct
 import subprocess
 import sys
-import termios
 from pathlib import Path
 from typing import Any
+
+from console_blocks import shown
 
 PROGRAM = [sys.executable, "-m", "moxPY"]
 
@@ -31,28 +29,10 @@ def piped(*words: str | bytes | Path, **options: Any) -> subprocess.CompletedPro
     )
 
 
-def on_terminal(*words: str | Path, columns: int = 80, **options: Any) -> tuple[int, str]:
-    """Run a command on a terminal: its exit code and all that it shows."""
-    ours, theirs = pty.openpty()
-    fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+def on_terminal(*words: str | Path, folder: Path | None = None) -> tuple[int, str]:
+    """Run a command on a terminal of 80 columns: its exit code and all that it shows."""
     env = environment(PYTHONIOENCODING="utf-8")
-    for name in ("COLUMNS", "LINES"):
-        env.pop(name, None)
-    process = subprocess.Popen(
-        [*PROGRAM, *words], env=env, stdin=theirs, stdout=theirs, stderr=theirs, **options
-    )
-    os.close(theirs)
-    shown = b""
-    while True:
-        try:
-            part = os.read(ours, 65536)
-        except OSError:  # how Linux says that nobody has the other end any more
-            break
-        if not part:
-            break
-        shown += part
-    os.close(ours)
-    return process.wait(), shown.decode("utf-8").replace("\r\n", "\n")
+    return shown([*PROGRAM, *words], folder or Path.cwd(), env)
 
 
 def started(*words: str | Path, **options: Any) -> subprocess.Popen[str]:
