@@ -10,6 +10,7 @@ from typing import Any
 import click
 
 from ..formats import Options, formats
+from ..formats.options import PARTS
 from .conversion import Task, convert, elsewhere
 from .each_file import EachFile, meant
 from .lines import write_line
@@ -72,7 +73,7 @@ class Convert(click.Command):
     "--parts",
     metavar="PART,...",
     callback=parsed(words),
-    help="The parts that are written, such as markers,events; all by default.",
+    help=f"The parts that are written, by default all: {', '.join(PARTS)}.",
 )
 @jobs_option()
 @click.option(

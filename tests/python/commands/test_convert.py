@@ -58,9 +58,8 @@ def test_parts_are_named_and_options_handed_on(call: Call, walk: Path, tmp_path:
 
 @pytest.mark.usefixtures("notes")
 def test_formats_of_others_are_listed(call: Call):
-    assert "notes  what somebody wants to know\n" in " ".join(
-        call("convert", "--help").out.split(" ")
-    )
+    text = " ".join(call("convert", "--help").out.split())
+    assert text.endswith("notes what somebody wants to know")
 
 
 @pytest.mark.usefixtures("notes")
