@@ -104,4 +104,6 @@ def _opened(file: Path) -> Trial | None:
 
 
 def _row(each: Difference) -> tuple[str, str]:
-    return each.channel or "", f"{each.aspect}: {each.text}" if each.text else each.aspect
+    """What of it, and how it differs: a text about one side says that itself."""
+    is_of_one = each.aspect.startswith("only")
+    return each.channel or "", each.text if is_of_one else f"{each.aspect}: {each.text}"

@@ -2,13 +2,19 @@
 
 from __future__ import annotations
 
+import contextlib
+import io
 import json
+import tempfile
 from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
 import moxPY
 import pytest
+from hypothesis import given, settings
+from moxPY.commands import main
+from support.any_trials import trials
 
 Call = Callable[..., Any]
 
@@ -88,3 +94,27 @@ def test_what_makes_no_sense_is_refused(words: list[str], text: str, call: Call)
     code, out, err = call("diff", "a.c3d", "b.c3d", *words)
     assert (code, out) == (2, "")
     assert text in " ".join(err.split())
+
+
+@settings(deadline=None, max_examples=40)
+@given(first=trials(), second=trials())
+def test_comparing_is_reflexive_and_symmetric(first: moxPY.Trial, second: moxPY.Trial):
+    def found(one: Path, other: Path) -> tuple[int, set[tuple[str, ...]]]:
+        with contextlib.redirect_stdout(io.StringIO()) as out:
+            code = main(["diff", "--json", str(one), str(other)])
+        swapped = {"only first": "only one", "only second": "only other"}
+        return code, {
+            (each["family"], each["channel"], swapped.get(each["aspect"], each["aspect"]))
+            for each in json.loads(out.getvalue())
+        }
+
+    with tempfile.TemporaryDirectory() as folder:
+        one, other = Path(folder) / "one.c3d", Path(folder) / "other.c3d"
+        first.write(one)
+        second.write(other)
+        assert found(one, one) == found(other, other) == (0, set())
+        code, there = found(one, other)
+        back_code, back = found(other, one)
+    turned = {"only one": "only other", "only other": "only one"}
+    assert code == back_code == (1 if there else 0)
+    assert there == {(family, channel, turned.get(what, what)) for family, channel, what in back}
