@@ -335,11 +335,14 @@ def test_a_script_without_a_guard_is_told(folder: Path, tmp_path: Path):
 # Ctrl-C.
 
 INTERRUPTED = """
-import os, sys, threading, time
+import os, signal, sys, threading, time
 import moxPY as mox
 
+# However the tests were started.
+signal.signal(signal.SIGINT, signal.default_int_handler)
+
 def slow(trial):
-    print("begun", flush=True)
+    os.write(1, b"begun\\n")  # print writes text and line end one after the other
     time.sleep(0.3)
 
 try:
@@ -357,11 +360,12 @@ def test_an_interrupt_cancels_what_waits_and_leaves_no_thread(folder: Path):
         stdout=subprocess.PIPE,
         text=True,
     )
-    assert child.stdout
-    assert child.stdout.readline() == "begun\n"
-    time.sleep(0.1)
-    child.send_signal(signal.SIGINT)
-    rest = child.communicate(timeout=60)[0].splitlines()
+    with child:
+        assert child.stdout
+        assert child.stdout.readline() == "begun\n"
+        time.sleep(0.1)
+        child.send_signal(signal.SIGINT)
+        rest = child.stdout.read().splitlines()
     assert child.returncode == 0
     assert rest[-1] == "threads 1"
     assert rest.count("begun") < 6

@@ -68,10 +68,13 @@ def test_no_file_is_lost_or_done_twice_when_a_worker_dies(
         "convert", folder, "-o", out, "--to", "json", "--dask", cluster.address,
         stdout=subprocess.PIPE, stderr=subprocess.PIPE,
     )  # fmt: skip
-    assert process.stdout
-    first = process.stdout.readline()
-    cluster.workers[0].kill()
-    rest, err = process.communicate()
+    with process:
+        assert process.stdout
+        assert process.stderr
+        first = process.stdout.readline()
+        cluster.workers[0].kill()
+        # Not communicate, which would lose what came along with the first line.
+        rest, err = process.stdout.read(), process.stderr.read()
     assert process.returncode == 0, err
     expected = [str(out / f"{number:04}.json") for number in range(300)]
     assert (first + rest).splitlines() == expected
