@@ -17,7 +17,8 @@ def reason(error: BaseException, file: Path) -> str:
     if isinstance(error, OSError) and error.strerror:
         return _of_the_system(error, file)
     text = " ".join(str(error.args[0] if error.args else "").split())
-    text = text.removeprefix(f"'{file}': ")
+    for name in _names(file):
+        text = text.removeprefix(f"'{name}': ")
     if isinstance(error, _PLAIN) and text:
         return text
     name = type(error).__name__
@@ -28,5 +29,10 @@ def _of_the_system(error: OSError, file: Path) -> str:
     if isinstance(error, FileExistsError):
         error = FileExistsError(error.errno, THERE, error.filename)
     other = os.fsdecode(error.filename) if isinstance(error.filename, str | bytes) else ""
-    is_other = other and Path(other) != file
+    is_other = other and other not in _names(file)
     return f"'{other}': {error.strerror}" if is_other else str(error.strerror)
+
+
+def _names(file: Path) -> tuple[str, str]:
+    """What errors call a file: as it was given, and as other processes are given it."""
+    return str(file), os.path.abspath(file)  # noqa: PTH100 -- as they are, without ".."

@@ -84,6 +84,22 @@ def test_without_words_the_commands_are_listed(call: Call):
     assert "  info  " in err
 
 
+def test_errors_of_other_processes_do_not_repeat_the_name_of_the_file(walk: Path):
+    # So many files go to processes, which know them by their whole paths.
+    names = [f"../{walk.parent.name}/cut{number}.c3d" for number in range(16)]
+    for name in names:
+        (walk.parent / name).write_bytes(walk.read_bytes()[:100])
+    names.append("missing.c3d")
+    finished = piped("check", *names, "--jobs", "2", cwd=walk.parent)
+    wanted = [
+        f"{name}: byte 100: a header of 512 bytes expected, but the file ends here"
+        for name in names[:-1]
+    ]
+    wanted.append("missing.c3d: No such file or directory")
+    assert (finished.returncode, finished.stdout) == (1, "")
+    assert finished.stderr.splitlines() == wanted
+
+
 def test_a_reader_that_has_enough_ends_a_command_silently(walk: Path):
     process = subprocess.Popen(
         [*PROGRAM, "info", *[str(walk)] * 2, str(walk.parent)],
