@@ -30,11 +30,18 @@ def gather(files: Files, suffixes: tuple[str, ...] = SUFFIXES) -> list[Path]:
     Raises
     ------
     FileNotFoundError
-        A pattern or a folder has no trial.
+        A pattern or a folder has no trial, or a text is empty.
     """
     named = [files] if isinstance(files, str | os.PathLike) else files
-    found = [path for each in named for path in _meant(Path(each), suffixes)]
+    found = [path for each in named for path in _meant(_path(each), suffixes)]
     return list(dict.fromkeys(found))
+
+
+def _path(named: PathLike) -> Path:
+    # A path of an empty text is the current folder, where a script's variable was only empty.
+    if not os.fspath(named):
+        raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), "")
+    return Path(named)
 
 
 def _meant(path: Path, suffixes: tuple[str, ...]) -> list[Path]:

@@ -14,15 +14,15 @@ from ..trial import Trial, read
 from .each_file import tell
 from .json_array import JsonArray
 from .lines import write_rows
-from .parameters import parsed
+from .parameters import PathType, parsed
 from .parse import number
 
 _FAMILY = click.Choice(FAMILIES)
 
 
 @click.command("diff")
-@click.argument("first", metavar="A", type=click.Path())
-@click.argument("second", metavar="B", type=click.Path())
+@click.argument("first", metavar="A", type=PathType())
+@click.argument("second", metavar="B", type=PathType())
 @click.option(
     "--tolerance",
     "-t",

@@ -10,7 +10,7 @@ from ..index import load, plan, row, save
 from ..index.row import name_of
 from .each_file import EachFile, meant
 from .lines import write_line
-from .parameters import files_argument, jobs_option
+from .parameters import PathType, files_argument, jobs_option
 
 
 @click.command("index")
@@ -21,7 +21,7 @@ from .parameters import files_argument, jobs_option
     "output",
     required=True,
     metavar="TABLE",
-    type=click.Path(dir_okay=False, path_type=Path),
+    type=PathType(dir_okay=False, path_type=Path),
     help="The Parquet file of the table, such as trials.parquet.",
 )
 @click.option("--force", is_flag=True, help="Read all files again; replace a file of another kind.")

@@ -10,6 +10,8 @@ from typing import Any
 
 import click
 
+from .parameters import PathType
+
 
 def output_options() -> Callable[[Any], Any]:
     """``-o DIR`` and ``--force``."""
@@ -21,7 +23,7 @@ def output_options() -> Callable[[Any], Any]:
             "folder",
             required=True,
             metavar="DIR",
-            type=click.Path(file_okay=False, path_type=Path),
+            type=PathType(file_okay=False, path_type=Path),
             help="The folder for what is made; it is made, too, where there is none.",
         )
         force = click.option("--force", is_flag=True, help="Replace files that are there.")

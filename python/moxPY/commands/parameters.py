@@ -12,9 +12,18 @@ _Command = TypeVar("_Command", bound=Callable[..., Any])
 Decorator = Callable[[_Command], _Command]
 
 
+class PathType(click.Path):
+    """A path, which has letters: the empty one of a script's variable would be this folder."""
+
+    def convert(self, value: Any, param: click.Parameter | None, ctx: click.Context | None) -> Any:
+        if value in ("", b""):
+            self.fail("an empty text names no file and no folder.", param, ctx)
+        return super().convert(value, param, ctx)
+
+
 def files_argument() -> Decorator[Any]:
     """``FILE...``: files, folders and patterns."""
-    return click.argument("files", metavar="FILE...", nargs=-1, required=True, type=click.Path())
+    return click.argument("files", metavar="FILE...", nargs=-1, required=True, type=PathType())
 
 
 def jobs_option() -> Decorator[Any]:

@@ -176,6 +176,14 @@ def test_a_function_without_a_module_is_refused_for_processes(folder: Path):
         mox.map_files(lambda trial: 1, folder, executor="processes")
 
 
+def test_an_empty_text_is_not_the_current_folder(tmp_path: Path, monkeypatch: pytest.MonkeyPatch):
+    (tmp_path / "walk.c3d").write_bytes(b"")
+    monkeypatch.chdir(tmp_path)
+    for files in ("", ["walk.c3d", ""]):
+        with pytest.raises(FileNotFoundError, match=r"No such file or directory: ''"):
+            mox.map_files(functions.frames, files)
+
+
 def test_a_folder_without_trials_is_refused(tmp_path: Path):
     with pytest.raises(FileNotFoundError):
         mox.map_files(functions.frames, tmp_path)

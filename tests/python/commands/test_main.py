@@ -69,6 +69,11 @@ def test_the_version_is_shown(call: Call):
         (["info"], "Missing argument 'FILE...'"),
         (["info", "--jsn", "walk.c3d"], "No such option '--jsn'"),
         (["info", "--jobs", "0", "walk.c3d"], "0 is not in the range x>=1"),
+        # What a shell makes of a variable without a value is not the current folder.
+        (["info", ""], "'FILE...': an empty text names no file"),
+        (["diff", "", "walk.c3d"], "'A': an empty text names no file"),
+        (["edit", "walk.c3d", "-o", "", "--up", "y"], "'--output': an empty text names no file"),
+        (["index", "walk.c3d", "-o", ""], "'--output': an empty text names no file"),
     ],
 )
 def test_a_call_that_makes_no_sense_is_refused(words: list[str], text: str, call: Call):
