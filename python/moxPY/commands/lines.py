@@ -14,13 +14,16 @@ Row = tuple[str, str]
 
 def printable(text: str) -> str:
     """The text with what no terminal should be sent, such as control characters of a damaged file,
-    spelt as Python does it."""
+    spelt as Python does it; bytes that are no text by their numbers, as tables of trials do."""
     if text.isprintable():
         return text
-    return "".join(
-        letter if letter.isprintable() else letter.encode("unicode_escape").decode("ascii")
-        for letter in text
-    )
+    return "".join(letter if letter.isprintable() else _spelt(letter) for letter in text)
+
+
+def _spelt(letter: str) -> str:
+    if "\udc80" <= letter <= "\udcff":  # Python's stand-in for a byte
+        return f"\\x{ord(letter) - 0xDC00:x}"
+    return letter.encode("unicode_escape").decode("ascii")
 
 
 def write_line(text: str, stream: TextIO | None = None) -> None:
