@@ -6,6 +6,7 @@ import os
 import sys
 from collections.abc import Sequence
 from contextlib import suppress
+from pathlib import Path
 from typing import TextIO
 
 import click
@@ -31,8 +32,10 @@ def main(arguments: Sequence[str] | None = None) -> int:
         The exit code: 0 when everything went well, 1 when something failed, was found or differs,
         2 when the call makes no sense; 130 after Ctrl-C, 141 after the reader of a pipe went.
     """
-    for stream in (sys.stdout, sys.stderr):
-        _show_everything(stream)
+    for name in ("stdout", "stderr"):
+        if getattr(sys, name) is None:
+            setattr(sys, name, Path(os.devnull).open("w"))  # noqa: SIM115 -- as long as the process
+        _show_everything(getattr(sys, name))
     try:
         code = program.main(args=arguments, standalone_mode=False)
         sys.stdout.flush()

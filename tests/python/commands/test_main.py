@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import subprocess
 import sys
 from collections.abc import Callable
@@ -130,6 +131,26 @@ def test_output_that_cannot_be_written_is_an_error(walk: Path):
             check=False,
         )
     assert (finished.returncode, finished.stderr) == (2, "moxpy: No space left on device\n")
+
+
+@pytest.mark.parametrize("closed", [(1,), (2,), (1, 2)])
+def test_a_stream_that_is_closed_takes_what_is_printed(
+    closed: tuple[int, ...], walk: Path, tmp_path: Path
+):
+    outputs = ["stdout" if number == 1 else "stderr" for number in closed]
+    finished = subprocess.run(
+        [*PROGRAM, "convert", walk, "missing.c3d", "-o", tmp_path, "--to", "json"],
+        env=environment(),
+        capture_output=True,
+        text=True,
+        check=False,
+        preexec_fn=lambda: [os.close(number) for number in closed],
+    )
+    wanted = {"stdout": f"{tmp_path / 'walk.json'}\n"}
+    wanted["stderr"] = "missing.c3d: No such file or directory\n"
+    wanted |= dict.fromkeys(outputs, "")
+    assert (finished.returncode, finished.stdout, finished.stderr) == (1, *wanted.values())
+    assert (tmp_path / "walk.json").exists()
 
 
 # What the installed program does.
