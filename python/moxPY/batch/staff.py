@@ -6,7 +6,7 @@ import multiprocessing
 import os
 import pickle
 import signal
-from collections.abc import Callable
+from collections.abc import Callable, Iterator
 from concurrent.futures import (
     BrokenExecutor,
     Executor,
@@ -14,6 +14,7 @@ from concurrent.futures import (
     ProcessPoolExecutor,
     ThreadPoolExecutor,
 )
+from contextlib import contextmanager
 from typing import Any
 
 # How many files an executor of the user may work on at once, when nothing says how many it can.
@@ -75,7 +76,8 @@ class Staff:
         if self._executor is None and self._make:
             self._executor = self._make(self.jobs)
         try:
-            future: Future[Any] = self._executor.submit(function, *arguments)
+            with _interrupts_held(self.replaceable):
+                future: Future[Any] = self._executor.submit(function, *arguments)
         except BrokenExecutor as error:
             future = Future()
             future.set_exception(error)
@@ -112,6 +114,21 @@ def _processes(jobs: int) -> Executor:
     return ProcessPoolExecutor(jobs, mp_context=context, initializer=_leave_interrupts_alone)
 
 
+@contextmanager
+def _interrupts_held(wanted: bool) -> Iterator[None]:
+    """Ctrl-C comes later, if it comes meanwhile; a process that begins has it held back, too."""
+    if not wanted or not hasattr(signal, "pthread_sigmask"):
+        yield
+        return
+    before = signal.pthread_sigmask(signal.SIG_BLOCK, {signal.SIGINT})
+    try:
+        yield
+    finally:
+        signal.pthread_sigmask(signal.SIG_SETMASK, before)
+
+
 def _leave_interrupts_alone() -> None:
     """Ctrl-C reaches all processes of a terminal; the one that waits for the others decides."""
     signal.signal(signal.SIGINT, signal.SIG_IGN)
+    if hasattr(signal, "pthread_sigmask"):
+        signal.pthread_sigmask(signal.SIG_UNBLOCK, {signal.SIGINT})

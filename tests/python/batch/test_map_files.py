@@ -379,6 +379,40 @@ def test_an_interrupt_cancels_what_waits_and_leaves_no_thread(folder: Path):
     assert rest.count("begun") < 6
 
 
+# Whoever waits for the others goes on, in spite of Ctrl-C.
+STUBBORN = """
+import signal, sys
+import moxPY as mox
+from support import batch_functions as functions
+
+if __name__ == "__main__":
+    signal.signal(signal.SIGINT, lambda *_: None)
+    print("begun", flush=True)
+    results = mox.map_files(functions.frames, sys.argv[1], executor="processes", jobs=2)
+    print([result.value for result in results])
+"""
+
+
+def test_an_interrupt_leaves_processes_that_begin_alone(folder: Path, tmp_path: Path):
+    script = tmp_path / "stubborn.py"
+    script.write_text(STUBBORN)
+    child = subprocess.Popen(
+        [sys.executable, script, folder],
+        env=environment(),
+        stdout=subprocess.PIPE,
+        stderr=subprocess.PIPE,
+        text=True,
+        start_new_session=True,
+    )
+    assert child.stdout
+    assert child.stdout.readline() == "begun\n"
+    while child.poll() is None:
+        os.killpg(child.pid, signal.SIGINT)
+        time.sleep(0.01)
+    out, err = child.communicate(timeout=60)
+    assert (out, err) == (f"{[*range(1, COUNT + 1)]}\n", "")
+
+
 # Tables.
 
 
