@@ -15,7 +15,7 @@ from .each_file import tell
 from .json_array import JsonArray
 from .lines import write_rows
 from .parameters import PathType, parsed
-from .parse import number
+from .parse import tolerance
 
 _FAMILY = click.Choice(FAMILIES)
 
@@ -29,7 +29,7 @@ _FAMILY = click.Choice(FAMILIES)
     "tolerances",
     multiple=True,
     metavar="[FAMILY=]NUMBER",
-    callback=parsed(lambda text: number(text if "=" in text else f"={text}")),
+    callback=parsed(tolerance),
     help="How far numbers may be apart, in their units; of one family, or of all others.",
 )
 @click.option(
@@ -83,15 +83,13 @@ def command(
 
 def _allowed(tolerances: dict[str, float]) -> dict[str, float]:
     """The tolerance of each family; that without a name is everyone's who has none."""
-    for family, value in tolerances.items():
-        if family and family not in FAMILIES:
-            raise click.UsageError(
-                f"there is no family '{family}'; there are {', '.join(FAMILIES)}"
-            )
-        if not value >= 0.0:
-            raise click.UsageError(f"a tolerance is a number from 0 upwards, not {value:g}")
-    general = tolerances.get("", 0.0)
-    return {family: tolerances.get(family, general) for family in FAMILIES}
+    allowed = dict.fromkeys(FAMILIES, tolerances.pop("", 0.0)) | tolerances
+    try:  # before any file is read
+        with Trial.new() as nothing:
+            differences(nothing, nothing, tolerance=allowed)
+    except ValueError as error:
+        raise click.UsageError(str(error)) from None
+    return allowed
 
 
 def _opened(file: Path) -> Trial | None:

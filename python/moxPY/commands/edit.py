@@ -15,7 +15,7 @@ from .edits import Edits, Written, edit
 from .lines import write_line
 from .outputs import output_options, require_distinct
 from .parameters import files_argument, jobs_option, parsed
-from .parse import pair, setting, stretch, units
+from .parse import pair, rate, setting, stretch, units
 
 
 @click.command("edit")
@@ -58,7 +58,7 @@ from .parse import pair, setting, stretch, units
 @click.option(
     "--resample",
     metavar="RATE",
-    type=float,
+    callback=parsed(rate),
     help="Other frames a second; analog channels keep their rate.",
 )
 @click.option(

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import math
 import re
 from typing import NamedTuple
 
@@ -35,7 +36,9 @@ def stretch(text: str) -> Stretch:
             f"'{text}' is no stretch such as 1.0:3.5 (seconds) or f100:f250 (frames)"
         )
     if all(re.fullmatch(r"(f\d+)?", end) for end in ends):
-        return Stretch(*(int(end[1:]) if end else None for end in ends))
+        first, last = (int(end[1:]) if end else None for end in ends)
+        _require_order(text, first, last)
+        return Stretch(first, last)
     if any(end.startswith("f") for end in ends):
         raise click.BadParameter(
             f"'{text}': both ends are frames (f100:f250), or both are seconds (1.0:3.5)"
@@ -44,7 +47,15 @@ def stretch(text: str) -> Stretch:
         start, stop = (float(end) if end else None for end in ends)
     except ValueError:
         raise click.BadParameter(f"'{text}': a time is in seconds, such as 1.5") from None
+    if not all(end is None or math.isfinite(end) for end in (start, stop)):
+        raise click.BadParameter(f"'{text}': a time is in seconds, such as 1.5")
+    _require_order(text, start, stop)
     return Stretch(start=start, stop=stop)
+
+
+def _require_order(text: str, first: float | None, last: float | None) -> None:
+    if first is not None and last is not None and first > last:
+        raise click.BadParameter(f"'{text}' ends before it begins")
 
 
 def pair(text: str) -> tuple[str, str]:
@@ -86,7 +97,28 @@ def number(text: str) -> tuple[str, float]:
             return name, float(value)
     except ValueError:
         pass
-    raise click.BadParameter(f"'{text.removeprefix('=')}' is no number for a name such as x=0.5")
+    raise click.BadParameter(f"'{text}' is no number for a name such as x=0.5")
+
+
+def tolerance(text: str) -> tuple[str, float]:
+    """``0.5``, which has an empty name, or ``markers=0.5``"""
+    try:
+        return number(text if "=" in text else f"={text}")
+    except click.BadParameter:
+        raise click.BadParameter(
+            f"'{text}' is no number such as 0.5, nor one for a family such as markers=0.5"
+        ) from None
+
+
+def rate(text: str) -> float:
+    """Frames a second."""
+    try:
+        value = float(text)
+    except ValueError:
+        value = math.nan
+    if not (math.isfinite(value) and value > 0.0):
+        raise click.BadParameter(f"'{text}' is no rate such as 100 (frames a second)")
+    return value
 
 
 def words(text: str) -> tuple[str, ...]:

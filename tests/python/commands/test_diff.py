@@ -83,8 +83,9 @@ def test_every_file_that_fails_is_told(call: Call, walk: Path, tmp_path: Path):
 @pytest.mark.parametrize(
     ("words", "text"),
     [
-        (["-t", "close"], "'close' is no number for a name"),
-        (["-t", "clok=1"], "there is no family 'clok'; there are clock"),
+        (["-t", "close"], "'close' is no number such as 0.5, nor one for a family"),
+        (["-t", "markers=close"], "'markers=close' is no number such as 0.5, nor one for"),
+        (["-t", "clok=1"], "there is no family 'clok'; nearest: clock"),
         (["-t", "-1"], "a tolerance is a number from 0 upwards, not -1"),
         (["-t", "nan"], "a tolerance is a number from 0 upwards, not nan"),
         (["--only", "clok"], "'clok' is not"),
