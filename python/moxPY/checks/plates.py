@@ -165,7 +165,7 @@ def baselines(
         level = np.median(plate.quiet.mean(axis=1), axis=0)
         axis = int(np.abs(level).argmax())
         if abs(level[axis]) > baseline_force:
-            x, y, z = level
+            x, y, z = level.round(1) + 0.0  # which makes -0.0 zero
             yield Fault(
                 f"platform {number}: {x:.1f}, {y:.1f}, {z:.1f} N along its x, y, z axes "
                 "with nobody on it"

@@ -79,6 +79,16 @@ def test_a_baseline_that_is_not_zero_is_found(tmp_path: Path, unit: str, newton:
     assert trial.check() == []
 
 
+@pytest.mark.parametrize("level", [-0.02, 0.02])
+def test_a_baseline_has_no_zero_with_a_sign(tmp_path: Path, level: float) -> None:
+    load = steps(SAMPLES)
+    load.force += [6.5, 0.0, 0.0]
+    trial = standing(tmp_path, load)
+    for channel in trial.platforms[0].channels[1:3]:
+        channel.values = np.where(np.abs(channel.values) < 1.0, level, channel.values)
+    assert "-0.0" not in the_one(trial.check()).text
+
+
 @pytest.mark.parametrize("offset", [-120.0, 90.0])
 def test_a_baseline_higher_than_a_light_load_is_found(tmp_path: Path, offset: float) -> None:
     load = steps(4000)
