@@ -7,11 +7,10 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from .trial.kinds import KINDS
+
 if TYPE_CHECKING:
     from .trial import Channels, Event, Platform, Trial
-
-#: The kinds of channels, as `Trial` calls them.
-KINDS = ("markers", "angles", "forces", "moments", "powers", "analogs")
 
 # Where files keep who was recorded and when: no entry is prescribed, these are met.
 _SUBJECTS = (("SUBJECTS", "NAMES"), ("SUBJECT", "NAME"))

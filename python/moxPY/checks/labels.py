@@ -6,8 +6,8 @@ import re
 from collections import Counter
 from collections.abc import Iterator
 
-from ..trial.channels import KINDS
 from ..trial.display import abridged
+from ..trial.kinds import KINDS
 from .recording import Recording
 from .rule import Fault
 
@@ -77,7 +77,7 @@ def one_sided(recording: Recording) -> Iterator[Fault]:
 
 def _labels(recording: Recording) -> Iterator[tuple[str, list[str]]]:
     """The labels of each kind of channels, as the file has them."""
-    for kind in (*KINDS, "analogs"):
+    for kind in KINDS:
         channels = getattr(recording.trial, kind)
         name = "analog channels" if kind == "analogs" else kind
         yield name, [channel.label for _, channel in channels.items()]

@@ -8,8 +8,8 @@ from fnmatch import fnmatchcase
 from pathlib import Path
 from typing import NamedTuple
 
-from ..summary import KINDS
 from ..trial import Channels, Trial
+from ..trial.kinds import KINDS
 from ..trial.labels import nearest
 from ..trial.writing import Processor, Storage
 from .outputs import place

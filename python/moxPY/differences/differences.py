@@ -6,7 +6,7 @@ import math
 from collections.abc import Callable, Iterable, Iterator, Mapping
 from typing import TYPE_CHECKING
 
-from ..trial.channels import KINDS
+from ..trial.kinds import KINDS
 from ..trial.labels import nearest
 from .channels import channels
 from .clock import clock
@@ -24,7 +24,7 @@ if TYPE_CHECKING:
 # Family -> what compares it.
 _COMPARED: dict[str, Callable[[Comparison], Iterator[Difference]]] = {
     "clock": clock,
-    **{family: channels(family) for family in (*KINDS, "analogs")},
+    **{kind: channels(kind) for kind in KINDS},
     "residuals": residuals,
     "events": events,
     "platforms": platforms,

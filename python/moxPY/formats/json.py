@@ -5,10 +5,11 @@ from __future__ import annotations
 from dataclasses import asdict
 from typing import TYPE_CHECKING, Any
 
+from ..trial.kinds import KINDS
 from .about import about
 from .json_text import json_text
 from .options import Options
-from .part import KINDS, require
+from .part import require
 from .reaction import reactions
 from .target import Target
 

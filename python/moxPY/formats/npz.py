@@ -7,9 +7,10 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from ..trial.kinds import KINDS
 from .about import about
 from .options import Options
-from .part import KINDS, chosen, events_of, require_clock
+from .part import chosen, events_of, require_clock
 from .reaction import reactions
 from .target import Target
 from .text import plain

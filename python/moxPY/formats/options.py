@@ -6,22 +6,13 @@ from collections.abc import Sequence
 from dataclasses import dataclass
 from typing import Any, Literal, get_args
 
+from ..trial.kinds import KINDS
+
 Axis = Literal["x", "y", "z"]
 Side = Literal["measured", "person", "plate"]
 
 #: The parts of a trial that files hold, in the order in which they are written.
-PARTS = (
-    "trial",
-    "markers",
-    "angles",
-    "forces",
-    "moments",
-    "powers",
-    "analogs",
-    "platforms",
-    "rotations",
-    "events",
-)
+PARTS = ("trial", *KINDS, "platforms", "rotations", "events")
 
 
 @dataclass(frozen=True, kw_only=True, slots=True)

@@ -9,6 +9,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from ..trial.bridges.tables import AXES, event_columns
+from ..trial.kinds import KINDS
 from ..trial.samples import FloatArray
 from .options import PARTS, Options
 from .reaction import reactions
@@ -17,7 +18,6 @@ from .text import distinct, plain
 if TYPE_CHECKING:
     from ..trial import Trial
 
-KINDS = ("markers", "angles", "forces", "moments", "powers", "analogs")
 #: What tables are made of.
 TABLES = ("trial", *KINDS, "platforms", "events")
 

@@ -4,9 +4,10 @@ from __future__ import annotations
 
 from typing import TYPE_CHECKING
 
+from ..trial.kinds import KINDS
 from .about import about
 from .options import Options
-from .part import KINDS, Part, chosen, part_of
+from .part import Part, chosen, part_of
 from .storage import save
 from .target import Target
 

@@ -4,8 +4,8 @@ from __future__ import annotations
 
 from typing import Any
 
-from ..summary import KINDS
 from ..trial.extras import require
+from ..trial.kinds import KINDS
 
 #: Name -> type, as PyArrow calls it; a dictionary is a structure, a list one of what it holds.
 COLUMNS: dict[str, Any] = {

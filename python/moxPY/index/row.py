@@ -8,8 +8,9 @@ from pathlib import Path
 from typing import Any
 
 from ..checks import check
-from ..summary import KINDS, summary
+from ..summary import summary
 from ..trial import Trial
+from ..trial.kinds import KINDS
 
 Row = dict[str, Any]
 

@@ -6,6 +6,7 @@ A file a subject:
 trial            `Trial` itself: what it is made from, its clock, its parts
 channels         mappings of labels: markers, angles …, analog channels
 channel          one channel and its samples
+kinds            the kinds of channels
 samples          what counts as samples when something is assigned
 asking           the functions of the extension, as the view asks them
 popping          mappings that give what is removed as part of a copy

@@ -23,10 +23,6 @@ if TYPE_CHECKING:
     from .trial import Trial
 
 
-#: The kinds of points, as `Trial` calls them.
-KINDS = ("markers", "angles", "forces", "moments", "powers")
-
-
 class Channels(PoppingMapping[Channel]):
     """The points of one kind in the file's order.
 

@@ -11,6 +11,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from .asking import CLOSED
+from .kinds import KINDS
 
 if TYPE_CHECKING:
     from .channels import Channels
@@ -18,8 +19,6 @@ if TYPE_CHECKING:
     from .gaps import Gap
     from .platform import Platform
     from .trial import Trial
-
-_KINDS = ("markers", "angles", "forces", "moments", "powers", "analogs")
 
 # Rows of a table, and items of a cell, before the rest is only counted.
 _ROWS = 12
@@ -51,7 +50,7 @@ def _summary(trial: Trial) -> str:
     counts = [
         _counted(len(part), kind)
         for kind, part in [
-            *((kind, getattr(trial, kind)) for kind in _KINDS),
+            *((kind, getattr(trial, kind)) for kind in KINDS),
             ("events", trial.events),
             ("platforms", trial.platforms),
             ("rotations", trial.rotations),
@@ -111,7 +110,7 @@ def _frame_numbers(trial: Trial) -> str:
 
 
 def _kind_rows(trial: Trial) -> list[list[str]]:
-    kinds: list[Channels] = [getattr(trial, kind) for kind in _KINDS]
+    kinds: list[Channels] = [getattr(trial, kind) for kind in KINDS]
     return [
         [
             kind.capitalize(),
@@ -120,7 +119,7 @@ def _kind_rows(trial: Trial) -> list[list[str]]:
             f"{trial.analogs.rate if kind == 'analogs' else trial.rate:g} Hz",
             abridged(channels.labels),
         ]
-        for kind, channels in zip(_KINDS, kinds, strict=True)
+        for kind, channels in zip(KINDS, kinds, strict=True)
         if len(channels)
     ]
 

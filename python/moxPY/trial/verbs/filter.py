@@ -8,8 +8,8 @@ from typing import TYPE_CHECKING, Literal
 import numpy as np
 from _moxPY import trial as calls
 
-from ..channels import KINDS
 from ..extras import require
+from ..kinds import KINDS
 from ..runs import filtered_runs
 from ..samples import FloatArray
 
@@ -92,7 +92,7 @@ def filter(
 def _chosen(trial: Trial, channels: str | Iterable[str]) -> dict[str, list[str]]:
     """The labels that are meant, by the mapping of the trial that has them."""
     if isinstance(channels, str):
-        if channels in ("points", "analogs", *KINDS):
+        if channels in ("points", *KINDS):
             return {channels: getattr(trial, channels).labels}
         channels = [channels]
     labels = list(dict.fromkeys(channels))

@@ -9,8 +9,8 @@ import _moxPY
 import numpy as np
 from _moxPY import trial as calls
 
-from ..channels import KINDS
 from ..extras import require
+from ..kinds import POINT_KINDS
 from ..numbers import real_number
 from ..runs import at_positions, filtered_runs, places_in, seen_runs
 from ..samples import FloatArray
@@ -79,7 +79,7 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
     if rate == trial.rate and ratio == trial.samples_per_frame:
         return changed
     clock = _Clock.of(trial, rate, ratio)
-    points = {kind: _points(trial, kind, clock) for kind in KINDS}
+    points = {kind: _points(trial, kind, clock) for kind in POINT_KINDS}
     analogs = _analogs(trial, clock)
     rotations = {label: _rotation(trial, label, clock) for label in trial.rotations}
 
