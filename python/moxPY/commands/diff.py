@@ -9,8 +9,8 @@ from pathlib import Path
 import click
 
 from ..differences import FAMILIES, Difference, differences
-from ..summary import finite
 from ..trial import Trial, read
+from ..trial.summary import finite
 from .each_file import tell
 from .json_array import JsonArray
 from .lines import write_rows

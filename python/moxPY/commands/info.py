@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import click
 
-from ..summary import summary
+from ..trial.summary import summary
 from .each_file import EachFile, meant
 from .info_rows import rows
 from .json_array import JsonArray

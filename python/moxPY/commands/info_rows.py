@@ -16,11 +16,11 @@ Facts = dict[str, Any]
 
 
 def rows(facts: Facts) -> Iterator[Row]:
-    """What `moxPY.summary.summary` gives, for people.
+    """What `moxPY.trial.summary.summary` gives, for people.
 
     Examples
     --------
-    >>> from moxPY.summary import summary
+    >>> from moxPY.trial.summary import summary
     >>> for name, text in list(rows(summary(read(path))))[:3]:
     ...     print(f"{name:8} {text}")
     frames   360 at 100 Hz (3.60 s), 1 to 360

@@ -8,9 +8,9 @@ from pathlib import Path
 from typing import Any
 
 from ..checks import check
-from ..summary import summary
 from ..trial import Trial
 from ..trial.kinds import KINDS
+from ..trial.summary import summary
 
 Row = dict[str, Any]
 

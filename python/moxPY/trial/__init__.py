@@ -32,6 +32,7 @@ entry_values     what an entry of each type can hold
 analysis         single results that a file keeps
 units            what the units that files name are worth
 verbs            what makes another trial of a trial, a file a verb
+summary          what a trial holds, as plain values
 display          how trials and their parts show themselves
 bridges          data frames and data sets of other packages
 extras           packages that a user may not have

@@ -7,10 +7,13 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from .trial.kinds import KINDS
+from .kinds import KINDS
 
 if TYPE_CHECKING:
-    from .trial import Channels, Event, Platform, Trial
+    from .channels import Channels
+    from .events import Event
+    from .platform import Platform
+    from .trial import Trial
 
 # Where files keep who was recorded and when: no entry is prescribed, these are met.
 _SUBJECTS = (("SUBJECTS", "NAMES"), ("SUBJECT", "NAME"))
@@ -31,7 +34,7 @@ def summary(trial: Trial) -> dict[str, Any]:
 
     Examples
     --------
-    >>> from moxPY.summary import summary
+    >>> from moxPY.trial.summary import summary
     >>> about = summary(read(path))
     >>> about["frames"], about["subjects"], about["channels"]["forces"]["units"][0]
     (360, ['Walker'], 'N')
