@@ -40,6 +40,24 @@ def test_one_header_of_a_folder_names_all_files(name: str):
     assert sorted(tables[0]) == sorted(members_of(folder))
 
 
+TABLES = sorted(
+    path.parent.relative_to(REPOSITORY).as_posix()
+    for path in (REPOSITORY / "python/moxPY").rglob("__init__.py")
+    if "functions" not in path.parts and path.parent.name != "moxPY"
+)
+
+
+@pytest.mark.parametrize("name", TABLES)
+def test_the_docstring_of_a_python_folder_names_all_files(name: str):
+    folder = REPOSITORY / name
+    docstring = (folder / "__init__.py").read_text("utf-8").split('"""')[1]
+    rows = re.findall(r"^(\w+)  +\S", docstring, re.MULTILINE)
+    files = {path.stem for path in folder.glob("*.py")} - {"__init__"}
+    assert sorted(rows) == sorted(
+        files | {path.parent.name for path in folder.glob("*/__init__.py")}
+    )
+
+
 def test_rows_are_found_only_where_a_phrase_is_behind_the_name(tmp_path: Path):
     header = tmp_path / "points.hpp"
     header.write_text("// | file   |   |\n// | points |   |\n// | kinds  | of points |\n", "utf-8")
