@@ -31,7 +31,7 @@ help:
 	@echo "make test           C++ and Python tests"
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
 	@echo "make wheel          a self-contained wheel in dist/"
-	@echo "make test-wheel     install that wheel into an empty environment and import it"
+	@echo "make test-wheel     install that wheel into an empty environment and use it"
 	@echo "make bench          compare reading and writing with plain C++ programs and other packages"
 	@echo "make build          the module alone, in $(release)/package"
 	@echo "make format, lint, tidy, tidy-changed, clean"

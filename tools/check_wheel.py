@@ -1,6 +1,6 @@
-"""Install the newest wheel of a folder into an empty virtual environment and import it there.
+"""Install the newest wheel of a folder into an empty virtual environment and use it there.
 
-Type checkers have to find the types in it, too.
+The module is imported, the command line reads a trial, and type checkers have to find the types.
 
 Usage: check_wheel.py DIST
 """
@@ -8,6 +8,8 @@ Usage: check_wheel.py DIST
 from __future__ import annotations
 
 import argparse
+import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -17,6 +19,7 @@ import zipfile
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
+EXAMPLE = PROJECT / "examples" / "gait_trial.c3d"
 
 # For type checkers: the stub of the extension module, and the marks of packages that publish types.
 TYPES = {
@@ -52,17 +55,48 @@ def missing_types(wheel: Path) -> list[str]:
         return sorted(TYPES - set(archive.namelist()))
 
 
-def answer_of_installed(wheel: Path, folder: Path) -> list[str]:
-    """Version and plugin names that the installed wheel reports."""
+def installed(wheel: Path, folder: Path) -> Path:
+    """The folder of programs of an environment with the wheel and what it depends on alone."""
     environment = folder / "venv"
     venv.create(environment, with_pip=False)
-    python = environment / "bin" / "python"
-    pip = [sys.executable, "-m", "pip", "--python", str(python), "install", "--quiet"]
+    programs = environment / "bin"
+    pip = [sys.executable, "-m", "pip", "--python", str(programs / "python"), "install", "--quiet"]
     subprocess.run([*pip, str(wheel)], check=True, cwd=folder)
+    return programs
+
+
+def answer_of_module(python: Path, folder: Path) -> list[str]:
+    """Version and plugin names that the installed module reports."""
     asked = subprocess.run(
         [python, "-I", "-c", QUESTION], check=True, cwd=folder, stdout=subprocess.PIPE, text=True
     )
     return asked.stdout.split()
+
+
+def faults_of_command_line(program: Path, folder: Path) -> list[str]:
+    """What the installed command line does not do as it should, a line a call."""
+    shutil.copy(EXAMPLE, folder / "walk.c3d")
+    wanted = {
+        ("--version",): f"{project_version()}\n",
+        ("info", "walk.c3d"): "walk.c3d\n  frames     360 at 100 Hz (3.60 s), 1 to 360\n",
+        ("convert", "walk.c3d", "-o", "made", "--to", "csv", "--parts", "events"): (
+            f"{Path('made', 'walk_events.csv')}\n"
+        ),
+    }
+    env = {name: text for name, text in os.environ.items() if not name.startswith("PYTHON")}
+    faults = []
+    for words, beginning in wanted.items():
+        call = f"moxpy {' '.join(words)}"
+        try:
+            told = subprocess.run(
+                [program, *words], cwd=folder, env=env, capture_output=True, text=True, check=False
+            )
+        except OSError as error:
+            faults.append(f"{call}: {error.strerror}")
+            continue
+        if told.returncode or told.stderr or not told.stdout.startswith(beginning):
+            faults.append(f"{call}: exit code {told.returncode}, {told.stderr or told.stdout!r}")
+    return faults
 
 
 def main() -> int:
@@ -70,13 +104,15 @@ def main() -> int:
     parser.add_argument("dist", type=Path)
     wheel = newest_wheel(parser.parse_args().dist)
     with tempfile.TemporaryDirectory() as folder:
-        version, *plugins = answer_of_installed(wheel, Path(folder))
-    missing = missing_types(wheel)
-    is_good = version == project_version() and bool(plugins) and not missing
+        programs = installed(wheel, Path(folder))
+        version, *plugins = answer_of_module(programs / "python", Path(folder))
+        faults = faults_of_command_line(programs / "moxpy", Path(folder))
+    if missing := missing_types(wheel):
+        faults.append(f"without {', '.join(missing)}")
     print(f"{wheel.name}: version {version}, plugins {', '.join(plugins) or 'none'}")
-    if missing:
-        print(f"{wheel.name}: without {', '.join(missing)}")
-    return 0 if is_good else 1
+    for fault in faults:
+        print(f"{wheel.name}: {fault}")
+    return 0 if version == project_version() and plugins and not faults else 1
 
 
 if __name__ == "__main__":
