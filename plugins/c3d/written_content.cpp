@@ -182,9 +182,10 @@ class content_builder {
                            .value_or(0.0)
                      : 0.0;
         const bool same_count = labels_read(data_, schema::name::analogs).size() == columns.size();
-        frames.channels = put_analogs(
-            content_.parameters, columns, {frames.samples_per_frame, time_base_.rate, rate},
-            frames.form.storage, same_count ? surplus::kept : surplus::dropped, notes_);
+        frames.channels = put_analogs(content_.parameters, columns,
+                                      {frames.samples_per_frame, time_base_.rate, rate},
+                                      {frames.form.storage, was_integer(format_)},
+                                      same_count ? surplus::kept : surplus::dropped, notes_);
         // A file without channels may say that they have no samples, by the rate 0.
         const auto told = content_.parameters.as_table().number("ANALOG", "RATE");
         if (columns.empty() && frames.samples_per_frame == 1 && told == 0.0)

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 
 #include "plugins/c3d/samples/buffer_elements.hpp"
+#include "plugins/c3d/samples/sample_survey.hpp"
 
 namespace c3d {
 
@@ -78,6 +81,30 @@ void fit_range(channel_scaling& channel, const std::string& label, double genera
     channel.scale = scale;
 }
 
+/// What the numbers are that integers would hold.
+struct word_survey {
+    bool all_fit = true;
+    bool all_whole = true; ///< but for what rounding to singles takes off
+};
+
+word_survey survey_words(const channel_scaling& channel, double general) {
+    constexpr double rounding = 4.0 * float_limits::epsilon();
+    // Beside an offset above 0, readers take words for such without a sign where they have to.
+    const double highest = channel.offset > 0.0 ? 65535.0 : 32767.0;
+    word_survey found;
+    for_singles(channel.source(general), channel.buffer.count(),
+                [&](std::size_t, std::span<const float> singles) {
+                    for (const double single : singles) {
+                        const auto word = std::nearbyint(single);
+                        const auto size = std::max(std::abs(word), std::abs(channel.offset));
+                        found.all_fit = found.all_fit && word >= -32768.0 && word <= highest;
+                        found.all_whole =
+                            found.all_whole && std::abs(single - word) <= rounding * size;
+                    }
+                });
+    return found;
+}
+
 } // namespace
 
 bool is_scale(double scale) noexcept { return scale != 0.0 && std::isfinite(scale); }
@@ -118,6 +145,22 @@ void make_readable(channel_scaling& channel, const std::string& label, double ge
     notes.add("the offset {} of the analog channel '{}' leaves its values, up to {}, too few "
               "digits; it is written as 0",
               channel.offset, label, largest);
+    channel.offset = 0.0;
+}
+
+void make_fine(channel_scaling& channel, const std::string& label, double general,
+               schema::warnings& notes) {
+    const auto found = survey_words(channel, general);
+    if (found.all_whole || !found.all_fit)
+        return;
+    const auto largest = largest_value(channel.buffer);
+    const auto scale = static_cast<float>(largest / wanted_range / std::abs(general));
+    if (!is_scale(double{scale}) || scale >= std::abs(channel.scale))
+        return;
+    notes.add("integers would round the analog channel '{}', with its scale {}, in steps of {}; it "
+              "is written with the scale {}",
+              label, channel.scale, std::abs(double{channel.scale} * general), scale);
+    channel.scale = scale;
     channel.offset = 0.0;
 }
 

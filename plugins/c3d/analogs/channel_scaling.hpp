@@ -34,4 +34,10 @@ struct channel_scaling {
 void make_readable(channel_scaling& channel, const std::string& label, double general,
                    schema::warnings& notes);
 
+/// Gives a channel whose values integers of 16 bits would round, with the scale that it has, the
+/// finest scale that they hold it with, and no offset, and notes that. Values beyond the range of
+/// these integers are nobody's to scale: they stay as they are.
+void make_fine(channel_scaling& channel, const std::string& label, double general,
+               schema::warnings& notes);
+
 } // namespace c3d

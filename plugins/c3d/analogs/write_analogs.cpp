@@ -91,7 +91,7 @@ std::vector<sample_source> remove_entries(parameter_tree& tree, surplus rule) {
 } // namespace
 
 std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const analog_column> columns,
-                                       const analog_rate& rate, sample_storage storage,
+                                       const analog_rate& rate, const stored_form& form,
                                        surplus rule, schema::warnings& notes) {
     require_room(columns.size(), rate.samples_per_frame);
     put_count(tree.reach("ANALOG"), "USED", columns.size(), new_lock::on);
@@ -104,7 +104,7 @@ std::vector<sample_source> put_analogs(parameter_tree& tree, std::span<const ana
             put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);
         return remove_entries(tree, rule);
     }
-    auto sources = put_analog_scaling(tree, columns, storage, rule, notes);
+    auto sources = put_analog_scaling(tree, columns, form, rule, notes);
     put_entries(tree, {"ANALOG", "UNITS"}, texts_of_columns(columns, &analog_column::unit), 4, rule,
                 single_value::of_all_channels);
     put_real(tree.reach("ANALOG"), "RATE", told_rate(rate), new_lock::on);

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "plugins/c3d/analogs/analog_columns.hpp"
-#include "plugins/c3d/bytes/number_format.hpp"
+#include "plugins/c3d/analogs/write_scaling.hpp"
 #include "plugins/c3d/parameters/parameter_tree.hpp"
 #include "plugins/c3d/parameters/put_entries.hpp"
 #include "plugins/c3d/samples/sample_source.hpp"
@@ -25,6 +25,6 @@ struct analog_rate {
 /// same stays as it is.
 [[nodiscard]] std::vector<sample_source>
 put_analogs(parameter_tree& tree, std::span<const analog_column> columns, const analog_rate& rate,
-            sample_storage storage, surplus rule, schema::warnings& notes);
+            const stored_form& form, surplus rule, schema::warnings& notes);
 
 } // namespace c3d

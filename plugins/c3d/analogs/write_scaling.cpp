@@ -133,11 +133,22 @@ void put_scales(parameter_tree& tree, std::span<const channel_scaling> channels,
     put_reals(tree.reach("ANALOG"), "SCALE", scales);
 }
 
+void make_all_fine(const parameter_table& table, std::span<const analog_column> columns,
+                   std::span<channel_scaling> channels, double general, const stored_form& form,
+                   schema::warnings& notes) {
+    if (declared_sign(table) == word_sign::without)
+        return;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        if (!form.was_integer || !columns[i].column_read)
+            make_fine(channels[i], columns[i].label, general, notes);
+    }
+}
+
 } // namespace
 
 std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
                                               std::span<const analog_column> columns,
-                                              sample_storage storage, surplus rule,
+                                              const stored_form& form, surplus rule,
                                               schema::warnings& notes) {
     auto channels = wanted_scaling(tree.as_table(), columns);
     const auto general = general_scale(tree.as_table(), channels, notes);
@@ -145,10 +156,12 @@ std::vector<sample_source> put_analog_scaling(parameter_tree& tree,
         if (!channels[i].is_as_read(general))
             make_readable(channels[i], columns[i].label, general, notes);
     }
+    if (form.storage == sample_storage::integer)
+        make_all_fine(tree.as_table(), columns, channels, general, form, notes);
     put_real(tree.reach("ANALOG"), "GEN_SCALE", static_cast<float>(general));
     put_scales(tree, channels, rule);
-    put_offsets(tree, channels, columns, general, storage, rule, notes);
-    if (storage == sample_storage::integer)
+    put_offsets(tree, channels, columns, general, form.storage, rule, notes);
+    if (form.storage == sample_storage::integer)
         require_words(tree.as_table(), columns, channels, general, notes);
     std::vector<sample_source> sources;
     sources.reserve(channels.size());

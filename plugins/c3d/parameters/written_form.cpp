@@ -24,4 +24,8 @@ written_form wanted_form(const strata::data_group& format) {
     return form;
 }
 
+bool was_integer(const strata::data_group& format) {
+    return schema::read_text(header_attribute(format, attribute::storage)) == "integer";
+}
+
 } // namespace c3d

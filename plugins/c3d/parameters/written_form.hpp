@@ -23,4 +23,7 @@ struct written_form {
 /// say is Intel numbers and real samples.
 [[nodiscard]] written_form wanted_form(const strata::data_group& format);
 
+/// Whether the file that `format` was read from held integer samples.
+[[nodiscard]] bool was_integer(const strata::data_group& format);
+
 } // namespace c3d

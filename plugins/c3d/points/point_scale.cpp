@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "plugins/c3d/parameters/header_attribute.hpp"
+#include "plugins/c3d/parameters/written_form.hpp"
 #include "plugins/c3d/samples/sample_survey.hpp"
 #include "schema/names.hpp"
 #include "schema/read_attribute.hpp"
@@ -65,10 +66,6 @@ std::optional<float> scale_read(const strata::data_group& format) {
 float fitting_scale(float largest) {
     return largest > 0.0F ? std::max(largest / wanted_range, std::numeric_limits<float>::min())
                           : 1.0F;
-}
-
-bool was_integer(const strata::data_group& format) {
-    return schema::read_text(header_attribute(format, schema::attribute::storage)) == "integer";
 }
 
 /// Beside real samples the scale says of the residuals alone what they are multiples of; it is 1 in

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import io
 from collections.abc import Callable
 from pathlib import Path
 from typing import Any
@@ -10,6 +11,7 @@ import _mox_probe as probe
 import _moxPY
 import numpy as np
 import pytest
+from moxPY.trial import Trial, read
 from support.c3d_bytes import Analog, c3d_bytes
 from support.sample_table import C3D, EZC3D, SAMPLES
 from support.structure.written_file import WrittenFile
@@ -30,6 +32,8 @@ TWINS = {
 HEADER = "Format/Header"
 # Their -0.0 is a plain zero in DEC numbers.
 UNSIGNED_ZEROS = ["Format/Metadata/FORCE_PLATFORM@CAL_MATRIX"]
+# Their real samples are between the steps of the scales, which the file that is written refines.
+ROUNDED = ["short.c3d", "type1.C3D"]
 
 every_form = pytest.mark.parametrize(("processor", "storage"), FORMATS)
 every_sample = pytest.mark.parametrize("entry", SAMPLES, ids=[entry.name for entry in SAMPLES])
@@ -105,6 +109,7 @@ def test_samples_come_back(
     ignored = [
         *mended_places(entry.name), f"{HEADER}/Groups@*", f"{HEADER}/Parameters@*",
         "Format/Data/*", "*@PointScale", *(UNSIGNED_ZEROS if processor == "dec" else []),
+        *(["*/ANALOG@SCALE"] if storage == "integer" and entry.name in ROUNDED else []),
     ]  # fmt: skip
     before = way.read(source)
     assert store_differences(before, again, ignored, as_singles=True) == []
@@ -256,8 +261,34 @@ def test_what_dec_numbers_do_not_reach_is_refused(tmp_path: Path, value: float, 
     assert not path.exists()
 
 
-def test_what_is_rounded_is_logged(tmp_path: Path, new_log_lines: Callable[[], list[str]]):
-    acquisition = file_with(tmp_path, np.ones((3, 3)), np.array([0.25, 1.0, 2.0]))
+def test_analog_values_get_the_finest_scale_where_theirs_rounds_them(
+    tmp_path: Path, way: Way, new_log_lines: Callable[[], list[str]]
+):
+    values = np.array([1e-3, 4e-3, -5e-3])
+    acquisition = way.of(file_with(tmp_path, np.ones((3, 3)), values))
+    file = written_as(acquisition, tmp_path / "written.c3d", "intel", "integer")
+    assert file.listed_values("ANALOG:SCALE") == [np.float32(5e-3 / 32000)]
+    again = way.read(tmp_path / "written.c3d")
+    np.testing.assert_allclose(analogs_of(again).ravel(), values, rtol=0, atol=5e-3 / 64000)
+    said = "integers would round the analog channel 'EMG1', with its scale 1, in steps of 1; it is"
+    assert any(said in line for line in new_log_lines())
+
+
+def test_a_new_analog_channel_keeps_its_fractions():
+    trial = Trial.new(frames=4, rate=100.0)
+    trial.analogs["px"] = [0.125, 0.25, 0.375, -0.5]
+    content = io.BytesIO()
+    trial.write(content, storage="integer")
+    found = read(content.getvalue()).analogs["px"].values
+    np.testing.assert_allclose(found, trial.analogs["px"].values, rtol=0, atol=0.5 / 64000)
+
+
+def test_what_is_rounded_to_the_integers_of_a_file_is_logged(
+    tmp_path: Path, new_log_lines: Callable[[], list[str]]
+):
+    values = np.array([3.0, 1.0, 2.0])
+    acquisition = file_with(tmp_path, np.ones((3, 3)), values, storage="integer")
+    _moxPY.moxSetAnalogValues(acquisition, 0, np.array([[0.25], [1.0], [2.0]]))
     written_as(acquisition, tmp_path / "written.c3d", "intel", "integer")
     said = "the analog channel 'EMG1' is rounded to integers, in steps of 1"
     assert any(said in line for line in new_log_lines())
