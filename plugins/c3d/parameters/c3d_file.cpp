@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "plugins/c3d/bytes/import_error.hpp"
@@ -26,6 +27,14 @@ constexpr std::size_t largest_section = std::size_t{4} * 1024 * 1024;
 /// A cut file is told from a text whose second letter is P (0x50) by its first byte, the parameter
 /// block.
 constexpr std::byte first_printable{0x20};
+
+/// Texts have no other bytes below the printable ones. Of a header's words many are small numbers,
+/// or 0.
+bool is_of_text(std::byte byte) noexcept {
+    constexpr std::string_view others = "\t\n\f\r";
+    return byte >= first_printable ||
+           others.find(static_cast<char>(byte)) != std::string_view::npos;
+}
 
 struct found_header {
     std::uint64_t origin;
@@ -165,6 +174,8 @@ void note_head(const c3d_file& file, std::uint64_t offset, schema::warnings& not
 bool looks_like_c3d(const file_reader& reader) {
     const auto found = find_header(reader);
     if (!found)
+        return false;
+    if (std::all_of(found->block.begin(), found->block.end(), is_of_text))
         return false;
     const auto section = block_offset(found->origin, parameter_block_of(found->block));
     const auto head = reader.read_up_to(section, section_head_bytes);

@@ -217,3 +217,10 @@ def test_a_file_that_ends_with_its_header():
 def test_what_has_no_end_of_a_header_at_its_start_is_no_such_file(content: bytes):
     with pytest.raises(ValueError, match="not a C3D file: "):
         mox.read(content)
+
+
+def test_a_text_with_the_bytes_of_a_c3d_file_is_a_text():
+    """The second letter is the key of C3D, and one far behind it a processor."""
+    label = "T" * 60_000
+    trial = read(sto({label: np.array([1.0, 2.0])}).replace(b"forces", b"oPensim", 1))
+    assert trial.analogs.labels == [label]

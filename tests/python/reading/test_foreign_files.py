@@ -40,6 +40,8 @@ FOREIGN = {
     "zip": archive(),
     "text": b"Frame,LASI:X,LASI:Y\n1,0.5,0.25\n" * 50,
     "text with the key": b"SPEED;POWER\n" * 100,
+    "a long text with the key and a processor": b"SPEED;VU" + b"UTV POWER\n" * 10_000,
+    "text with the key behind a tab": b"\tP" + b"a,b,c\n" * 200,
     "zeros": bytes(4096),
     "many zeros": bytes(1_000_000),
     "ones": b"\xff" * 4096,
@@ -55,9 +57,9 @@ def test_no_importer_accepts_foreign_content(tmp_path: Path, content: bytes) -> 
     assert str(failure.value) == f"No importer accepts the file '{tmp_path / 'trial.c3d'}'"
 
 
-def test_a_text_that_begins_like_a_cut_file_is_refused_with_the_place(tmp_path: Path) -> None:
+def test_what_begins_like_a_cut_file_is_refused_with_the_place(tmp_path: Path) -> None:
     with pytest.raises(RuntimeError) as failure:
-        read_bytes(tmp_path, b"\tP" + b"a,b,c\n" * 200)
+        read_bytes(tmp_path, b"\tP" + b"a,b,c\0" * 200)
     assert str(failure.value) == (
         f"'{tmp_path / 'trial.c3d'}': byte 0: the header says that the parameter section begins in "
         "block 9 (byte 4096), but the file has 1202 bytes"
