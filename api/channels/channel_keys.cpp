@@ -43,6 +43,13 @@ std::vector<std::string> keys_of(const std::vector<strata::data_set>& channels) 
     return distinct(std::move(labels));
 }
 
+/// Whether a key may be one that was made distinct: the keys of all channels are made only then.
+bool is_numbered(const std::string& key) {
+    const auto bar = key.rfind('_');
+    return bar != std::string::npos && bar + 1 != key.size() &&
+           key.find_first_not_of("0123456789", bar + 1) == std::string::npos;
+}
+
 /// Where a channel stands among others; those without index come last.
 std::int32_t index_of(const strata::data_set& channel) {
     return read<std::int32_t>(channel.retrieve_attribute(attribute::relative_set_index),
@@ -74,6 +81,8 @@ std::optional<strata::data_set> find(strata::data_store acquisition, const std::
     const auto labelled = std::ranges::find(channels, key, label_of);
     if (labelled != channels.end())
         return *labelled;
+    if (!is_numbered(key))
+        return std::nullopt;
     const auto names = keys_of(channels);
     const auto numbered = std::ranges::find(names, key);
     if (numbered == names.end())

@@ -44,27 +44,24 @@ std::vector<strata::data_group> numbered_with(const strata::data_store& acquisit
     return point_groups(acquisition.root());
 }
 
-/// The units that channels of `group` name, in their order.
-std::vector<std::string> known_units(const strata::data_group& group) {
-    std::vector<std::string> units;
-    for (const auto& set : sets_of(group)) {
-        auto unit = read<std::string>(set.retrieve_attribute(attribute::unit));
-        if (!unit.empty() && unit != schema::unknown_unit)
-            units.push_back(std::move(unit));
+/// The first unit that a channel of `group` names and that is not `other`; empty without one.
+std::string known_unit(const strata::data_group& group, const std::string& other = {}) {
+    for (const auto& name : group.list_set_children_name()) {
+        auto unit = read<std::string>(group.retrieve_set(name).retrieve_attribute(attribute::unit));
+        if (!unit.empty() && unit != schema::unknown_unit && unit != other)
+            return unit;
     }
-    return units;
+    return {};
 }
 
 std::string unit_of_new_channel(const strata::data_group& group) {
-    const auto units = known_units(group);
+    auto unit = known_unit(group);
     if (is_analog(group)) {
         // Sensors of several kinds stand side by side: only what all agree on is theirs.
-        const bool agree = !units.empty() && std::ranges::count(units, units.front()) ==
-                                                 static_cast<std::ptrdiff_t>(units.size());
-        return agree ? units.front() : std::string(unit_of_analogs);
+        const bool agree = !unit.empty() && known_unit(group, unit).empty();
+        return agree ? unit : std::string(unit_of_analogs);
     }
-    return units.empty() ? std::string(find_point_kind_of_group(group.name())->usual_unit)
-                         : units.front();
+    return unit.empty() ? std::string(find_point_kind_of_group(group.name())->usual_unit) : unit;
 }
 
 /// A name that `group` has neither a set nor a group for.
