@@ -17,7 +17,7 @@ from .display import abridged, one_line
 from .gaps import Gap, runs_of
 from .labels import nearest, require_text
 from .popping import PoppingMapping
-from .samples import FloatArray, as_matrix, read_only, samples_of
+from .samples import FloatArray, as_matrix, instants, read_only, samples_of
 
 if TYPE_CHECKING:
     from .trial import Trial
@@ -283,10 +283,11 @@ class Analogs(Channels):
 
     @property
     def time(self) -> FloatArray:
-        """The instant of each sample in seconds on the trial's clock, shape (samples,)."""
+        """The instant of each sample in seconds on the trial's clock, shape (samples,). NaN
+        without a rate."""
         ratio = self._trial.samples_per_frame
         first = (self._trial.first_frame - 1) * ratio
-        return read_only((np.arange(self._samples) + first) / (self._trial.rate * ratio))
+        return instants(first, self._samples, self._trial.rate * ratio)
 
     @property  # type: ignore[override]
     def values(self) -> FloatArray:

@@ -5,12 +5,11 @@ from __future__ import annotations
 from collections.abc import Iterator, Mapping
 from typing import TYPE_CHECKING, Any
 
-import numpy as np
 from _moxPY import trial as calls
 
 from .display import abridged, one_line
 from .labels import nearest
-from .samples import FloatArray, read_only, samples_of
+from .samples import FloatArray, instants, read_only, samples_of
 
 if TYPE_CHECKING:
     from .trial import Trial
@@ -47,9 +46,10 @@ class Rotations(Mapping[str, FloatArray]):
 
     @property
     def time(self) -> FloatArray:
-        """The instant of each sample in seconds on the trial's clock, shape (samples,)."""
+        """The instant of each sample in seconds on the trial's clock, shape (samples,). NaN
+        without a rate."""
         first = (self._trial.first_frame - 1) * self.samples_per_frame
-        return read_only((np.arange(self._samples) + first) / self.rate)
+        return instants(first, self._samples, self.rate)
 
     @property
     def _samples(self) -> int:

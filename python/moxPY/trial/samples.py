@@ -70,6 +70,20 @@ def _from_objects(value: Any, array: NDArray[Any], what: str) -> NDArray[Any]:
     raise TypeError(f"{what}: expected real numbers, got {array.dtype.name}")
 
 
+def instants(first: int, count: int, rate: float) -> FloatArray:
+    """The instants of some ticks of a clock, read-only; tick 0 is at 0 s. NaN without a rate.
+
+    Parameters
+    ----------
+    first, count : int
+        The first tick, and how many there are.
+    rate : float
+        Ticks a second.
+    """
+    ticks = np.arange(first, first + count, dtype=np.float64)
+    return read_only(ticks / (rate if rate > 0.0 else math.nan))
+
+
 def read_only(array: FloatArray) -> FloatArray:
     """The array, protected against writing, which would change nothing but the array."""
     array.flags.writeable = False

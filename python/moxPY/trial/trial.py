@@ -9,7 +9,6 @@ from types import TracebackType
 from typing import Any, Self
 
 import _moxPY
-import numpy as np
 from _moxPY import trial as calls
 
 from ..checks import check
@@ -29,7 +28,7 @@ from .metadata import Metadata
 from .numbers import real_number, whole_number
 from .platforms import Platforms
 from .rotations import Rotations
-from .samples import FloatArray, read_only
+from .samples import FloatArray, instants
 from .verbs.crop import crop
 from .verbs.fill_gaps import fill_gaps
 from .verbs.filter import filter
@@ -150,13 +149,13 @@ class Trial:
     @property
     def time(self) -> FloatArray:
         """The instant of each frame in seconds on the trial's clock, on which frame 1 is 0.0;
-        shape (frames,)."""
-        return read_only((np.arange(self.frames) + (self.first_frame - 1)) / self.rate)
+        shape (frames,). NaN without a rate, as of a file that tells none."""
+        return instants(self.first_frame - 1, self.frames, self.rate)
 
     @property
     def duration(self) -> float:
-        """Seconds that all frames last."""
-        return self.frames / self.rate
+        """Seconds that all frames last. NaN without a rate."""
+        return self.frames / self.rate if self.rate > 0.0 else math.nan
 
     @property
     def markers(self) -> Channels:

@@ -102,3 +102,18 @@ def test_a_clock_takes_numbers(name: str, value: Any, message: str) -> None:
     with pytest.raises(TypeError, match=f"^{message}$"):
         setattr(trial, name, value)
     assert (trial.rate, trial.first_frame) == (50.0, 1)
+
+
+def test_without_a_rate_nobody_knows_when(recwarn: pytest.WarningsRecorder) -> None:
+    trial = mox.Trial.new(frames=3, rate=0.0, samples_per_frame=2)
+    trial.analogs["EMG1"] = np.zeros(6)
+    for time, count in (
+        (trial.time, 3),
+        (trial.analogs.time, 6),
+        (trial.analogs["EMG1"].time, 6),
+        (trial.rotations.time, 0),
+    ):
+        np.testing.assert_array_equal(time, np.full(count, np.nan), strict=True)
+        assert not time.flags.writeable
+    assert np.isnan(trial.duration)
+    assert not recwarn.list
