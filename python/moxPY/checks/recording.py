@@ -8,6 +8,7 @@ from typing import TYPE_CHECKING
 import numpy as np
 from numpy.typing import NDArray
 
+from ..trial.place_unit import place_unit
 from ..trial.samples import FloatArray
 from ..trial.units import parse_unit
 from .segment_points import segment_points
@@ -104,12 +105,8 @@ class Recording:
 
     @cached_property
     def point_unit(self) -> str:
-        """The unit of the markers; without any, as where platforms were recorded alone, the one
-        that the metadata name. Empty where there is none or markers have several."""
-        if self.markers:
-            return self.trial.markers.unit or ""
-        named = self.trial.metadata["POINT"].get("UNITS") if "POINT" in self.trial.metadata else ""
-        return named if isinstance(named, str) else ""
+        """The unit of places, as `place_unit` tells it."""
+        return place_unit(self.trial)
 
     @cached_property
     def analogs(self) -> list[str]:

@@ -31,6 +31,7 @@ metadata         the parameters of a file, in groups
 entry_values     what an entry of each type can hold
 analysis         single results that a file keeps
 units            what the units that files name are worth
+place_unit       the unit of places in the laboratory
 verbs            what makes another trial of a trial, a file a verb
 summary          what a trial holds, as plain values
 display          how trials and their parts show themselves

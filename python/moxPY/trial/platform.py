@@ -11,6 +11,7 @@ from _moxPY import trial as calls
 
 from .channel import Channel
 from .display import one_line
+from .place_unit import place_unit
 from .samples import FloatArray, read_only
 from .units import Quantity
 from .up_axis import up_axis
@@ -100,12 +101,12 @@ class Platform:
     @property
     def units(self) -> WrenchUnits:
         """Units of what the platform measures, as its channels and the markers name them; nothing
-        is converted.
+        is converted. Without markers, the metadata name the unit of points.
 
         Moments of type 3 are computed: forces times the unit of points. Outputs in volts, of type
         4, tell no unit.
         """
-        point = self._trial.markers.unit or ""
+        point = place_unit(self._trial)
         force = self._unit_of("force")
         if self.type == 3:
             return WrenchUnits(force, f"{force}{point}" if force and point else "", point)

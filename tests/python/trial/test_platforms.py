@@ -236,7 +236,7 @@ def test_a_wrench_is_read_only(tmp_path: Path) -> None:
         assert not array.flags.writeable
     with pytest.raises(AttributeError):
         wrench.force = wrench.moment  # type: ignore[misc]
-    assert repr(wrench) == "<wrench: 700 samples, 700 with contact, N, N, ?>"
+    assert repr(wrench) == "<wrench: 700 samples, 700 with contact, N, N, mm>"
 
 
 @pytest.mark.parametrize(
@@ -280,6 +280,15 @@ def test_units_are_those_of_the_channels(tmp_path: Path) -> None:
     trial.analogs["O1_3"].unit = trial.analogs["O4_3"].unit = "V"
     assert trial.platforms[3].units == ("", "", "m")
     assert trial.platforms[3].wrench().units.point == "m"
+
+
+def test_without_markers_the_metadata_tell_the_unit_of_places(tmp_path: Path) -> None:
+    trial = Trial.of(read_plates(tmp_path, [Plate(1)], 4))
+    assert not trial.markers
+    trial.metadata["POINT"]["UNITS"] = "cm"
+    assert trial.platforms[0].units.point == "cm"
+    trial.metadata["POINT"]["UNITS"] = ["cm", "deg"]
+    assert trial.platforms[0].units.point == ""
 
 
 # Reactions.
@@ -419,7 +428,7 @@ def test_a_lost_channel_does_not_move_the_others(tmp_path: Path) -> None:
     moment = before["Mz_0"].values
     del trial.analogs["Fx_0"]
     assert [channel.label for channel in plate.channels] == [f"{n}_0" for n in NAMES[1][1:]]
-    assert plate.units == ("N", "Nmm", "")
+    assert plate.units == ("N", "Nmm", "mm")
     plate.zero(0.0, 1.0)
     for label, values in points.items():
         np.testing.assert_array_equal(trial.analogs[label].values, values)
