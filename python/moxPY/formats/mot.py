@@ -41,7 +41,8 @@ def write(trial: Trial, target: Target, options: Options) -> None:
     facts = about(trial, options)
     said = {key: facts[key] for key in _SAID}
     values = np.concatenate(arrays, axis=1)
-    save(target.path(), target.stem, said, columns, wrenches[0].time, values)
+    rate = trial.analogs.rate
+    save(target.path(), target.stem, said, columns, rate, wrenches[0].time, values)
 
 
 _SAID = ("up", "length_unit", "force_unit", "moment_unit", "side", "threshold")

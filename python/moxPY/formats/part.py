@@ -27,6 +27,7 @@ class Part:
     """Numbers over time, a column a component of a channel or of a platform."""
 
     name: str  #: such as ``"markers"``
+    rate: float  #: rows a second
     time: FloatArray  #: (rows,), seconds on the trial's clock
     levels: tuple[str, ...]  #: what each part of a column's name is: ``("label", "axis")``
     columns: list[tuple[Any, ...]]  #: the names of the columns in these parts
@@ -107,11 +108,12 @@ def part_of(trial: Trial, name: str, options: Options) -> Part:
     units = [plain(unit) for unit in channels.units.values()]
     if name == "analogs":
         columns: list[tuple[Any, ...]] = [(label,) for label in labels]
-        return Part(name, trial.analogs.time, ("label",), columns, units, channels.values)
+        analogs = trial.analogs
+        return Part(name, analogs.rate, analogs.time, ("label",), columns, units, analogs.values)
     columns = [(label, axis) for label in labels for axis in AXES]
     repeated = [unit for unit in units for _ in AXES]
     values = channels.values.reshape(trial.frames, len(columns))
-    return Part(name, trial.time, ("label", "axis"), columns, repeated, values)
+    return Part(name, trial.rate, trial.time, ("label", "axis"), columns, repeated, values)
 
 
 def headings(part: Part) -> list[str]:
@@ -136,9 +138,10 @@ def _platforms(trial: Trial, options: Options) -> Part:
             columns += [(number, quantity, axis) for axis in AXES]
             units += [plain(unit)] * len(AXES)
             arrays.append(array)
-    time = trial.analogs.time
+    rate, time = trial.analogs.rate, trial.analogs.time
     values = np.concatenate(arrays, axis=1) if arrays else np.empty((len(time), 0))
-    return Part("platforms", time, ("platform", "quantity", "axis"), columns, units, values)
+    levels = ("platform", "quantity", "axis")
+    return Part("platforms", rate, time, levels, columns, units, values)
 
 
 def events_of(trial: Trial) -> dict[str, list[Any]]:

@@ -28,6 +28,7 @@ def write(trial: Trial, target: Target, options: Options) -> None:
             place.stem,
             said,
             part.names("_"),
+            part.rate,
             part.time,
             part.values,
             in_degrees="deg" in part.units,

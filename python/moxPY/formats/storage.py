@@ -15,6 +15,7 @@ def save(
     name: str,
     facts: Mapping[str, object],
     columns: Sequence[str],
+    rate: float,
     time: FloatArray,
     values: FloatArray,
     *,
@@ -31,6 +32,8 @@ def save(
         that are None or empty are left out.
     columns : sequence of str
         The names of the columns behind the time.
+    rate : float
+        Rows a second, which neither a single row tells nor times that are close to a rounder one.
     time, values : ndarray
         Shapes (rows,) and (rows, columns).
     in_degrees : bool
@@ -42,6 +45,7 @@ def save(
         f"nRows={len(time)}",
         f"nColumns={1 + len(columns)}",
         f"inDegrees={'yes' if in_degrees else 'no'}",
+        f"DataRate={rate!r}",
         *(one_line(f"{key}={fact}") for key, fact in facts.items() if fact not in (None, "")),
         "endheader",
         "\t".join(distinct(["time", *map(one_line, columns)])),

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 from pathlib import Path
 
+import moxPY as mox
 import numpy as np
 import pytest
 from formats.expected import expected_table
@@ -48,3 +49,14 @@ def test_the_head_says_units_and_axes(walk: Trial, tmp_path: Path) -> None:
 def test_events_are_no_numbers(walk: Trial, tmp_path: Path) -> None:
     with pytest.raises(ValueError, match=r"^STO holds markers, .* and force platforms, not 'eve"):
         walk.export(tmp_path / "walk.sto", parts=["events"])
+
+
+@pytest.mark.parametrize("rate", [25.000001907348633, 59.94, 1.0 / 3.0])
+@pytest.mark.parametrize("frames", [1, 3])
+def test_rate_and_first_frame_come_back(rate: float, frames: int, tmp_path: Path) -> None:
+    trial = Trial.new(frames=frames, rate=rate)
+    trial.markers["A"] = np.ones((frames, 3))
+    trial.first_frame = 34
+    (path,) = trial.export(tmp_path / "walk.sto")
+    again = mox.read(path)
+    assert (again.frames, again.rate, again.first_frame) == (frames, rate, 34)
