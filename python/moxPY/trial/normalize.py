@@ -51,7 +51,8 @@ def normalize(
     Raises
     ------
     ValueError
-        A cycle does not end after it starts, or there are fewer than two instants.
+        A cycle does not end after it starts, there are fewer than two instants, or the trial has
+        no rate.
 
     Examples
     --------
@@ -62,6 +63,8 @@ def normalize(
     instants = _instants(cycles, points)
     if instants.size == 0 or len(values) == 0:
         return read_only(np.full(instants.shape + values.shape[1:], np.nan))
+    if not channel.rate > 0.0:
+        raise ValueError("a trial without a rate has no seconds, which cycles are told in")
     positions = (instants - channel.time[0]) * channel.rate
     precision = np.spacing(np.abs(instants).astype(np.float32)).astype(np.float64) * channel.rate
     return read_only(_on_lines(values, positions, precision))

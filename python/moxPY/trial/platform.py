@@ -239,6 +239,7 @@ class Platform:
         inside = np.flatnonzero((time >= start - margin) & (time <= stop + margin))
         if inside.size == 0:
             clock = f"{time[0]:g} s to {time[-1]:g} s" if time.size else "no samples"
+            clock = clock if rate > 0.0 else "no rate"
             raise ValueError(
                 f"there is no sample from {start} s to {stop} s; the trial has {clock}"
             )

@@ -117,3 +117,10 @@ def test_without_a_rate_nobody_knows_when(recwarn: pytest.WarningsRecorder) -> N
         assert not time.flags.writeable
     assert np.isnan(trial.duration)
     assert not recwarn.list
+
+
+def test_without_a_rate_there_are_no_cycles() -> None:
+    trial = mox.Trial.new(frames=3, rate=0.0)
+    trial.markers["A"] = np.zeros((3, 3))
+    with pytest.raises(ValueError, match=r"^a trial without a rate has no seconds"):
+        trial.markers["A"].normalize([(0.0, 1.0)])
