@@ -23,7 +23,13 @@ MODULES = [
     if module.name != "moxPY.__main__"  # runs the command line
 ]
 # Modules whose examples have a `Trial`; those of the others have the handle of the functions.
-OBJECT_VIEW = ("moxPY.trial.", "moxPY.checks.", "moxPY.differences.")
+OBJECT_VIEW = (
+    "moxPY.trial.",
+    "moxPY.checks.",
+    "moxPY.differences.",
+    "moxPY.plots.",
+    "moxPY.skeleton.",
+)
 FUNCTIONS = [name for name in moxPY.__all__ if name != "data_store"]
 
 
