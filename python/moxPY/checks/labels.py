@@ -6,6 +6,7 @@ import re
 from collections import Counter
 from collections.abc import Iterator
 
+from ..sides import sided
 from ..trial.display import abridged
 from ..trial.kinds import KINDS
 from .recording import Recording
@@ -16,11 +17,6 @@ _UNLABELLED = re.compile(
     r"(?:.*:)?(?:\*|u(?:nlabell?ed|nnamed|nidentified)[ _-]?)\d*", re.IGNORECASE
 )
 
-# Behind a subject's name a side and what is on it: "LASI", "Anna:RKNE", "L.TO", "Left_Heel".
-_SIDED = re.compile(r"(?P<subject>.*:)?(?P<side>L|R|Left|Right|LEFT|RIGHT)(?P<place>[A-Z0-9_. ].*)")
-_OPPOSITE = {
-    "L": "R", "R": "L", "Left": "Right", "Right": "Left", "LEFT": "RIGHT", "RIGHT": "LEFT",
-}  # fmt: skip
 # Left out on purpose: markers on the back and the arms that tell left from right.
 _ASYMMETRIC = re.compile(r"(?:.*:)?(?:R|Right[_ ]?)(?:BAK|BACK|OFF(?:SET)?|SCAP?)", re.IGNORECASE)
 _FEWEST_PAIRS = 3
@@ -62,14 +58,13 @@ def one_sided(recording: Recording) -> Iterator[Fault]:
     labels = set(recording.markers)
     single, paired = [], 0
     for label in recording.markers:
-        match = _SIDED.fullmatch(label)
-        if match is None or label in recording.segment_points:
+        parts = sided(label)
+        if parts is None or label in recording.segment_points:
             continue
-        other = f"{match['subject'] or ''}{_OPPOSITE[match['side']]}{match['place']}"
-        if other in labels:
+        if parts.other in labels:
             paired += 1
         elif not _ASYMMETRIC.fullmatch(label):
-            single.append((label, other))
+            single.append((label, parts.other))
     if paired >= 2 * max(_FEWEST_PAIRS, 2 * len(single)):
         for label, other in single:
             yield Fault(f"there is no {other}", label)
