@@ -5,7 +5,7 @@ from __future__ import annotations
 import re
 from collections import defaultdict
 from collections.abc import Iterable, Iterator
-from itertools import pairwise
+from itertools import combinations, pairwise
 from typing import TYPE_CHECKING
 
 if TYPE_CHECKING:
@@ -73,7 +73,7 @@ def sticks_between(labels: Iterable[str]) -> list[Stick]:
     a word, before or behind (``L.Knee``, ``RightAnkle``, ``heel_l``), in capitals or not. A place
     that has no marker is passed over: without a knee the hip is joined with the ankle. Markers that
     stand off the body, such as those of the thighs and the shanks, are joined with nothing. Where
-    the legs carry plates of three or four numbered markers, each plate is a ring.
+    the legs carry plates of three or four numbered markers, those of a plate are all joined.
 
     Parameters
     ----------
@@ -218,7 +218,7 @@ class _Body(dict[str, str]):
 
 
 def _plates(labels: Iterable[str], subject: str, known: set[str]) -> Iterator[Stick]:
-    """Rings through the numbered markers of plates that both sides of the body carry."""
+    """Between all numbered markers of a plate, where both sides of the body carry some."""
     plates: dict[str, list[str]] = defaultdict(list)
     for label in labels:
         match = _NUMBERED.fullmatch(label, len(subject))
@@ -227,4 +227,4 @@ def _plates(labels: Iterable[str], subject: str, known: set[str]) -> Iterator[St
     for stem, members in plates.items():
         other = {"L": "R", "R": "L", "l": "r", "r": "l"}[stem[0]] + stem[1:]
         if len(members) >= 3 and len(plates.get(other, ())) >= 3:
-            yield from zip(members, [*members[1:], members[0]], strict=True)
+            yield from combinations(members, 2)
