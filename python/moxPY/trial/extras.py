@@ -14,6 +14,7 @@ _EXTRAS = {
     "polars": ("polars", "polars"),
     "xarray": ("xarray", "xarray"),
     "distributed": ("Dask", "dask"),
+    "matplotlib": ("matplotlib", "plot"),
 }
 
 

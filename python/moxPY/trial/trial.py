@@ -14,6 +14,7 @@ from _moxPY import trial as calls
 from ..checks import check
 from ..differences import differences
 from ..formats import export
+from ..plots import Plots
 from . import copying, writing
 from .analysis import Analysis
 from .asking import ask
@@ -240,6 +241,11 @@ class Trial:
     def rotations(self) -> Rotations:
         """The rotations of segments."""
         return Rotations(self)
+
+    @property
+    def plot(self) -> Plots:
+        """Pictures of the trial by matplotlib: ``trial.plot.angles()``."""
+        return Plots(self)
 
     to_pandas = to_pandas
     to_polars = to_polars

@@ -1,0 +1,20 @@
+"""Pictures of trials by matplotlib: `Trial.plot`.
+
+matplotlib is imported when the first picture is drawn. A file a subject:
+
+===============  =================================================================
+plots            `Plots`: what `Trial.plot` offers
+channel          a channel over time, with its gaps and the events
+events           events as a time line
+occasions        events as pictures mark them
+gaps             when each marker was not seen
+panels           the axes of a picture
+colours          colours of sides and components
+===============  =================================================================
+"""
+
+from __future__ import annotations
+
+from .plots import Plots
+
+__all__ = ["Plots"]

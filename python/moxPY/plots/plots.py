@@ -1,0 +1,45 @@
+"""`Trial.plot`: the pictures of a trial."""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING
+
+from ..trial.display import one_line
+from .channel import channel
+from .events import events
+from .gaps import gaps
+
+if TYPE_CHECKING:
+    from ..trial import Trial
+
+
+class Plots:
+    """Pictures of a trial by matplotlib.
+
+    Each gives the axes that it was drawn into, which change as any others do; ``ax=`` takes axes
+    that are there. A new figure belongs to pyplot where that has been imported, or in IPython: it
+    is in the notebook, and ``plt.show()`` shows it. Elsewhere it is kept by nobody;
+    ``axes.figure.savefig`` saves it.
+
+    Examples
+    --------
+    >>> trial.plot.gaps().get_xlabel()
+    'frame'
+    """
+
+    __slots__ = ("_trial",)
+
+    def __init__(self, trial: Trial) -> None:
+        self._trial = trial
+
+    @property
+    def trial(self) -> Trial:
+        """The trial that is drawn."""
+        return self._trial
+
+    channel = channel
+    events = events
+    gaps = gaps
+
+    def __repr__(self) -> str:
+        return one_line("plots", lambda: f" of {self._trial!r}")

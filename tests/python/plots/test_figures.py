@@ -1,0 +1,74 @@
+"""Figures: whose they are, that settings stay, that matplotlib is asked for late."""
+
+from __future__ import annotations
+
+import subprocess
+import sys
+from pathlib import Path
+
+import moxPY
+import pytest
+from support.command_line import environment
+
+EXAMPLE = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
+
+
+def run(script: str) -> str:
+    done = subprocess.run(
+        [sys.executable, "-c", script, str(EXAMPLE)],
+        env=environment(MPLBACKEND="agg"), capture_output=True, text=True, check=False,
+    )  # fmt: skip
+    assert done.returncode == 0, done.stderr
+    return done.stdout
+
+
+def test_matplotlib_is_imported_by_the_first_picture_and_pyplot_by_none():
+    script = """
+import sys, moxPY
+trial = moxPY.read(sys.argv[1])
+print(trial.plot)
+print("matplotlib" in sys.modules)
+trial.plot.events()
+print("matplotlib" in sys.modules, "matplotlib.pyplot" in sys.modules)
+"""
+    first, *others = run(script).splitlines()
+    assert first.startswith("<plots of <Trial: gait_trial.c3d")
+    assert others == ["False", "True False"]
+
+
+def test_a_figure_belongs_to_pyplot_where_that_is_in_use_and_settings_stay():
+    script = """
+import sys, moxPY
+import matplotlib.pyplot as plt
+trial = moxPY.read(sys.argv[1])
+before = dict(plt.rcParams)
+axes = trial.plot.events()
+print(plt.gcf() is axes.figure, plt.get_fignums(), dict(plt.rcParams) == before)
+trial.events.clear()
+for refused in (trial.plot.events, lambda: trial.plot.gaps([])):
+    try:
+        refused()
+    except ValueError:
+        print(plt.get_fignums())
+figure, given = plt.subplots()
+print(trial.plot.gaps(ax=given).figure is figure, plt.get_fignums())
+"""
+    assert run(script).splitlines() == ["True [1] True", "[1]", "[1]", "True [1, 2]"]
+
+
+def test_without_matplotlib_it_says_what_to_install(
+    example: moxPY.Trial, monkeypatch: pytest.MonkeyPatch
+):
+    for name in [name for name in sys.modules if name.partition(".")[0] == "matplotlib"]:
+        monkeypatch.delitem(sys.modules, name)
+    monkeypatch.setattr(sys, "meta_path", [_Missing(), *sys.meta_path])
+    with pytest.raises(ImportError, match=r'this needs matplotlib: pip install "moxPY\[plot\]"'):
+        example.plot.events()
+
+
+class _Missing:
+    """An import system without matplotlib."""
+
+    def find_spec(self, name: str, path: object = None, target: object = None) -> None:
+        if name == "matplotlib":
+            raise ModuleNotFoundError("No module named 'matplotlib'", name=name)
