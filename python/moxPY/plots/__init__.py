@@ -5,6 +5,9 @@ matplotlib is imported when the first picture is drawn. A file a subject:
 ===============  =================================================================
 plots            `Plots`: what `Trial.plot` offers
 channel          a channel over time, with its gaps and the events
+angles           angles, moments and powers over the gait cycle
+cycle_panels     which panels such a grid has, and what they are called
+cycle_reference  what is usual over the gait cycle
 events           events as a time line
 occasions        events as pictures mark them
 gaps             when each marker was not seen

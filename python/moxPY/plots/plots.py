@@ -5,6 +5,7 @@ from __future__ import annotations
 from typing import TYPE_CHECKING
 
 from ..trial.display import one_line
+from .angles import angles, moments, powers
 from .channel import channel
 from .events import events
 from .gaps import gaps
@@ -23,8 +24,9 @@ class Plots:
 
     Examples
     --------
-    >>> trial.plot.gaps().get_xlabel()
-    'frame'
+    >>> axes = trial.plot.angles()
+    >>> axes.shape, axes[0, 0].get_ylabel()
+    ((4, 3), 'deg')
     """
 
     __slots__ = ("_trial",)
@@ -38,6 +40,9 @@ class Plots:
         return self._trial
 
     channel = channel
+    angles = angles
+    moments = moments
+    powers = powers
     events = events
     gaps = gaps
 

@@ -1,0 +1,235 @@
+"""Angles, moments and powers over the gait cycle, left and right laid over each other."""
+
+from __future__ import annotations
+
+from collections.abc import Iterable, Mapping, Sequence
+from typing import TYPE_CHECKING, Any
+
+import numpy as np
+
+from ..sides import SIDES, Side
+from ..trial.cycles import Cycle
+from ..trial.extras import require
+from .colours import NEITHER, REFERENCE, SIDE_COLOURS
+from .cycle_panels import Panel, panels_of
+from .cycle_reference import reference_of
+from .occasions import stances
+from .panels import Panels, note, plain
+
+if TYPE_CHECKING:
+    from .plots import Plots
+
+Cycles = Mapping[str, Sequence[Cycle]]
+
+_INSTANTS = 101
+_PER_CENT = np.linspace(0.0, 100.0, _INSTANTS)
+# The left line is the wider one, so that both show where they are one.
+_WIDTHS: dict[Side, float] = {"Left": 2.4, "Right": 1.2}
+# A range below this is not blown up to the height of a panel: rest would look like movement.
+_LEAST_RANGE = {"deg": 10.0, "rad": 0.175}
+
+
+def angles(
+    plots: Plots,
+    labels: Iterable[str] | None = None,
+    *,
+    cycles: Cycles | None = None,
+    reference: Mapping[str, Any] | None = None,
+    ax: Any = None,
+) -> Any:
+    """Angles over the gait cycle: a grid with a row a joint and a column a component.
+
+    Left is red, right is blue: the colours in print nearly everywhere, and told apart by everybody,
+    which red and green are not. Each line is the mean of the cycles of its side, the band around it
+    one standard deviation to either side; a single cycle is a line alone. Upright dashed lines are
+    the mean foot offs.
+
+    Parameters
+    ----------
+    labels : iterable of str, optional
+        Which angles, of either side; those of both are in one panel. All when left out.
+    cycles : mapping of str to sequence of Cycle, optional
+        The cycles of ``"Left"`` and ``"Right"``; when left out, from each foot strike of a side to
+        its next one.
+    reference : mapping, optional
+        What is usual, as a grey band of one standard deviation around a mean: label, with its side
+        or without (``"KneeAngles"``), to a `MeanCycle` or a pair of mean and deviation, each of
+        shape (instants, 3) from 0 to 100 % of a cycle.
+    ax : array of Axes, optional
+        As many as the grid has panels.
+
+    Returns
+    -------
+    ndarray
+        Axes, shape (joints, components); a single component makes it (1, joints). Panels without
+        any value are hidden.
+
+    Raises
+    ------
+    KeyError
+        There is no angle of a label.
+    ValueError
+        There are no angles, or neither side has a cycle; a reference has another shape.
+    ImportError
+        matplotlib is missing.
+
+    Notes
+    -----
+    Panels are headed as laboratories do it, "Knee flexion", where labels are those of the
+    conventional gait model (``LKneeAngles``); all others by label and component. The sign is that
+    of the file.
+
+    Examples
+    --------
+    >>> normal = {"KneeAngles": trial.angles["RKneeAngles"].mean_cycle(trial.cycles("Right"))}
+    >>> axes = trial.plot.angles(["LKneeAngles"], reference=normal)
+    >>> axes[0, 0].get_xlabel()
+    'gait cycle (%)'
+    """
+    return _grid(plots, "angles", labels, cycles, reference, ax)
+
+
+def moments(
+    plots: Plots,
+    labels: Iterable[str] | None = None,
+    *,
+    cycles: Cycles | None = None,
+    reference: Mapping[str, Any] | None = None,
+    ax: Any = None,
+) -> Any:
+    """Moments over the gait cycle; parameters, result and errors as of `angles`."""
+    return _grid(plots, "moments", labels, cycles, reference, ax)
+
+
+def powers(
+    plots: Plots,
+    labels: Iterable[str] | None = None,
+    *,
+    cycles: Cycles | None = None,
+    reference: Mapping[str, Any] | None = None,
+    ax: Any = None,
+) -> Any:
+    """Powers over the gait cycle; parameters, result and errors as of `angles`."""
+    return _grid(plots, "powers", labels, cycles, reference, ax)
+
+
+def _grid(
+    plots: Plots,
+    kind: str,
+    labels: Iterable[str] | None,
+    cycles: Cycles | None,
+    reference: Mapping[str, Any] | None,
+    ax: Any,
+) -> Any:
+    trial = plots.trial
+    channels = getattr(trial, kind)
+    shown = list(channels.labels if labels is None else labels)
+    content = panels_of(channels, shown)
+    if not shown:
+        raise ValueError(f"the trial has no {kind}")
+    of_sides = {side: list((cycles or {}).get(side, ())) for side in SIDES}
+    if cycles is None:
+        of_sides = {side: trial.cycles(side) for side in SIDES}
+    if not any(of_sides.values()):
+        raise ValueError(
+            "neither side has a gait cycle, from one 'Foot Strike' to the next; "
+            "trial.platforms.detect_events(store=True) finds some where there are force platforms"
+        )
+    bands = reference_of(reference)
+    rows, columns = content.shape
+    panels = Panels(ax, (rows, columns), (0.6 + 2.9 * columns, 1.3 + 1.75 * rows))
+    offs = {side: _mean_off(stances(trial, side), of_sides[side]) for side in SIDES}
+    for axes, panel in zip(panels.axes.flat, content.flat, strict=True):
+        if panel is None:
+            axes.set_visible(False)
+            continue
+        _draw_reference(axes, panel, bands)
+        _draw_panel(axes, panel, of_sides, offs)
+    for column in range(columns):
+        filled = [row for row in range(rows) if content[row, column] is not None]
+        if filled:
+            panels.axes[filled[-1], column].set_xlabel("gait cycle (%)")
+    panels.title(kind.capitalize(), trial)
+    panels.legend(_explained(of_sides, offs, bool(bands)))
+    return panels.axes
+
+
+def _draw_panel(
+    axes: Any, panel: Panel, cycles: dict[Side, list[Cycle]], offs: dict[Side, float]
+) -> None:
+    axes.set_title(plain(panel.title), loc="left", fontsize="medium")
+    axes.set_ylabel(plain(panel.unit or "no unit"), fontsize="small")
+    axes.set_xlim(0.0, 100.0)
+    axes.set_xticks([0, 25, 50, 75, 100])
+    axes.tick_params(labelsize="small")
+    axes.axhline(0.0, color=NEITHER, linewidth=0.6, zorder=1)
+    has_curve = False
+    for side, channel in panel.channels:
+        if not cycles[side]:
+            continue
+        mean, deviation, count = channel.mean_cycle(cycles[side], _INSTANTS)
+        course, spread = mean[:, panel.component], deviation[:, panel.component]
+        colour = SIDE_COLOURS[side]
+        axes.plot(_PER_CENT, course, color=colour, linewidth=_WIDTHS[side], label=side, zorder=3)
+        if np.isfinite(spread).any():
+            axes.fill_between(
+                _PER_CENT, course - spread, course + spread, color=colour, alpha=0.22, linewidth=0
+            )
+        if np.isfinite(offs[side]):
+            axes.axvline(offs[side], color=colour, linestyle="--", linewidth=0.9, zorder=2)
+        has_curve = has_curve or bool(count[:, panel.component].any())
+    if not has_curve:
+        note(axes, "not seen in any cycle")
+    _widen(axes, panel.unit)
+
+
+def _draw_reference(axes: Any, panel: Panel, bands: dict[str, Any]) -> None:
+    band = next((bands[name] for name in panel.names if name in bands), None)
+    if band is not None:
+        mean, deviation = (part[:, panel.component] for part in band)
+        axes.fill_between(
+            np.linspace(0.0, 100.0, len(mean)), mean - deviation, mean + deviation,
+            color=REFERENCE, alpha=0.35, linewidth=0, zorder=0, label="reference",
+        )  # fmt: skip
+
+
+def _widen(axes: Any, unit: str) -> None:
+    low, high = axes.get_ylim()
+    short = _LEAST_RANGE.get(unit.lower(), 0.0) - (high - low)
+    if short > 0.0:
+        axes.set_ylim(low - short / 2, high + short / 2)
+
+
+def _mean_off(spans: list[tuple[float, float]], cycles: list[Cycle]) -> float:
+    """When in per cent of a cycle the foot leaves the floor, on average; NaN where nobody tells."""
+    offs = [
+        100.0 * (off - start) / (stop - start)
+        for start, stop, *_ in cycles
+        for strike, off in spans
+        if abs(strike - start) < 1e-6 and off < stop
+    ]
+    return float(np.mean(offs)) if offs else np.nan
+
+
+def _explained(cycles: dict[Side, list[Cycle]], offs: dict[Side, float], banded: bool) -> list[Any]:
+    line = require("matplotlib", "lines").Line2D
+    patch = require("matplotlib", "patches").Patch
+    lines = [
+        line(
+            [],
+            [],
+            color=SIDE_COLOURS[side],
+            linewidth=_WIDTHS[side],
+            label=_counted(side, len(own)),
+        )
+        for side, own in cycles.items()
+    ]
+    if any(len(own) > 1 for own in cycles.values()):
+        lines.append(patch(color=NEITHER, alpha=0.25, label="± 1 standard deviation"))
+    if any(np.isfinite(off) for off in offs.values()):
+        lines.append(line([], [], color=NEITHER, linestyle="--", linewidth=0.9, label="foot off"))
+    return lines + ([patch(color=REFERENCE, alpha=0.35, label="reference")] if banded else [])
+
+
+def _counted(side: Side, count: int) -> str:
+    return f"{side} ({count or 'no'} cycle{'' if count == 1 else 's'})"
