@@ -8,9 +8,13 @@ channel          a channel over time, with its gaps and the events
 angles           angles, moments and powers over the gait cycle
 cycle_panels     which panels such a grid has, and what they are called
 cycle_reference  what is usual over the gait cycle
+forces           ground reaction forces over time
+butterfly        force vectors at the centre of pressure
+contacts         who stood when on which platform
 events           events as a time line
 occasions        events as pictures mark them
 gaps             when each marker was not seen
+view             how a body is looked at
 panels           the axes of a picture
 colours          colours of sides and components
 ===============  =================================================================

@@ -6,8 +6,10 @@ from typing import TYPE_CHECKING
 
 from ..trial.display import one_line
 from .angles import angles, moments, powers
+from .butterfly import butterfly
 from .channel import channel
 from .events import events
+from .forces import forces
 from .gaps import gaps
 
 if TYPE_CHECKING:
@@ -43,6 +45,8 @@ class Plots:
     angles = angles
     moments = moments
     powers = powers
+    forces = forces
+    butterfly = butterfly
     events = events
     gaps = gaps
 

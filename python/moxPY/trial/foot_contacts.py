@@ -58,7 +58,7 @@ def _events_of(plate: Platform, axis: int, threshold: float, feet: Feet) -> Iter
         for (label, number), sample, window in near_ends:
             if 0 < sample < len(load):  # else the recording began or ended meanwhile
                 time = float(reaction.time[sample])
-                side = feet.side_at(time, _mean_point(reaction, load, window))
+                side = feet.side_at(time, mean_point(reaction, load, window))
                 yield Event(time=time, label=label, context=side, id=number)
 
 
@@ -82,7 +82,7 @@ def _goes_on(between: FloatArray, threshold: float, shortest: int) -> bool:
     return len(between) < shortest or bool((between >= threshold / 2.0).all())
 
 
-def _mean_point(reaction: Wrench, load: FloatArray, window: slice) -> FloatArray:
+def mean_point(reaction: Wrench, load: FloatArray, window: slice) -> FloatArray:
     """Where the load was: points of application count as much as the load that they bear, since
     that of a light load is mostly noise."""
     point, weight = reaction.point[window], load[window]
