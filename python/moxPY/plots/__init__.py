@@ -11,9 +11,11 @@ cycle_reference  what is usual over the gait cycle
 forces           ground reaction forces over time
 butterfly        force vectors at the centre of pressure
 contacts         who stood when on which platform
+emg              electromyography: raw signals and envelopes
 events           events as a time line
 occasions        events as pictures mark them
 gaps             when each marker was not seen
+sticks           a strip of stick figures
 view             how a body is looked at
 panels           the axes of a picture
 colours          colours of sides and components

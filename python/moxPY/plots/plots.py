@@ -8,9 +8,11 @@ from ..trial.display import one_line
 from .angles import angles, moments, powers
 from .butterfly import butterfly
 from .channel import channel
+from .emg import emg
 from .events import events
 from .forces import forces
 from .gaps import gaps
+from .sticks import sticks
 
 if TYPE_CHECKING:
     from ..trial import Trial
@@ -47,8 +49,10 @@ class Plots:
     powers = powers
     forces = forces
     butterfly = butterfly
+    emg = emg
     events = events
     gaps = gaps
+    sticks = sticks
 
     def __repr__(self) -> str:
         return one_line("plots", lambda: f" of {self._trial!r}")

@@ -78,7 +78,7 @@ def filter(
     """
     filtered = trial.copy()
     for name, labels in _chosen(trial, channels).items():
-        sections = _sections(
+        sections = butterworth(
             cutoff, order, kind, trial.analogs.rate if name == "analogs" else trial.rate
         )
         for label in labels:
@@ -103,8 +103,8 @@ def _chosen(trial: Trial, channels: str | Iterable[str]) -> dict[str, list[str]]
     return {name: meant for name, meant in (("points", points), ("analogs", analogs)) if meant}
 
 
-def _sections(cutoff: float | Sequence[float], order: int, kind: Kind, rate: float) -> FloatArray:
-    """The filter in sections of the second order."""
+def butterworth(cutoff: float | Sequence[float], order: int, kind: Kind, rate: float) -> FloatArray:
+    """The filter in sections of the second order, as `filtered_runs` takes it."""
     if kind not in _KINDS:
         raise ValueError(f"a kind of filter is one of {', '.join(_KINDS)}, not {kind!r}")
     if order < 1:
