@@ -14,7 +14,7 @@ from .colours import NEITHER, REFERENCE, SIDE_COLOURS
 from .cycle_panels import Panel, panels_of
 from .cycle_reference import reference_of
 from .occasions import stances
-from .panels import Panels, note, plain
+from .panels import Panels, note, plain, require_clock
 
 if TYPE_CHECKING:
     from .plots import Plots
@@ -69,7 +69,8 @@ def angles(
     KeyError
         There is no angle of a label.
     ValueError
-        There are no angles, or neither side has a cycle; a reference has another shape.
+        There are no angles, neither side has a cycle, or the trial has no rate; a reference has
+        another shape.
     ImportError
         matplotlib is missing.
 
@@ -127,6 +128,7 @@ def _grid(
     content = panels_of(channels, shown)
     if not shown:
         raise ValueError(f"the trial has no {kind}")
+    require_clock(trial)
     of_sides = {side: list((cycles or {}).get(side, ())) for side in SIDES}
     if cycles is None:
         of_sides = {side: trial.cycles(side) for side in SIDES}

@@ -49,8 +49,8 @@ def butterfly(plots: Plots, threshold: float = 20.0, *, ax: Any = None) -> Any:
     Raises
     ------
     ValueError
-        The trial has no force platforms or no samples, or their places are not known; the threshold
-        is negative or NaN.
+        The trial has no force platforms, no samples or no rate, or their places are not known; the
+        threshold is negative or NaN.
     ImportError
         matplotlib is missing.
 

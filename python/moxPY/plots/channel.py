@@ -13,7 +13,7 @@ from ..trial.labels import nearest
 from ..trial.samples import FloatArray
 from .colours import COMPONENT_COLOURS, GAP
 from .occasions import mark_events
-from .panels import Panels, note, with_unit
+from .panels import Panels, note, require_clock, with_unit
 
 if TYPE_CHECKING:
     from .plots import Plots
@@ -59,7 +59,7 @@ def channel(
     KeyError
         There is no such channel.
     ValueError
-        The trial has no frames, or there is no such component.
+        The trial has no frames or no rate, or there is no such component.
     ImportError
         matplotlib is missing.
 
@@ -70,6 +70,7 @@ def channel(
     'z (mm)'
     """
     shown = _found(plots, channel)
+    require_clock(shown.trial)
     drawn, values, time = _components(shown, component), shown.values, shown.time
     if not len(time):
         raise ValueError(f"the channel '{shown.label}' has no samples")

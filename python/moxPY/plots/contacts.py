@@ -10,6 +10,7 @@ from ..trial.foot_contacts import SHORTEST, Contact, Feet, contacts_of, mean_poi
 from ..trial.platform import Platform
 from ..trial.up_axis import up_axis
 from ..trial.wrench import Wrench
+from .panels import require_clock
 
 if TYPE_CHECKING:
     from ..trial import Trial
@@ -35,10 +36,11 @@ def loaded(trial: Trial, threshold: float) -> tuple[list[Loaded], int]:
     Raises
     ------
     ValueError
-        There are no platforms, no samples, or the threshold is negative or NaN.
+        There are no platforms, no samples or no rate, or the threshold is negative or NaN.
     """
     if not len(trial.platforms):
         raise ValueError("the trial has no force platforms")
+    require_clock(trial)
     if not len(trial.analogs.time):
         raise ValueError("the trial has no analog samples, which force platforms measure with")
     axis = up_axis(trial)

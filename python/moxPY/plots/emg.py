@@ -16,7 +16,7 @@ from ..trial.samples import FloatArray
 from ..trial.verbs.filter import butterworth
 from .colours import NEITHER, SIDE_COLOURS, colour_of
 from .occasions import stances
-from .panels import Panels, plain
+from .panels import Panels, plain, require_clock
 
 if TYPE_CHECKING:
     from ..trial import Trial
@@ -58,7 +58,8 @@ def emg(
     KeyError
         There is no analog channel of a label.
     ValueError
-        The trial has no such channels or no samples; a cutoff is not below half of their rate.
+        The trial has no such channels, no samples or no rate; a cutoff is not below half of the
+        channels' rate.
     ImportError
         matplotlib or SciPy is missing.
 
@@ -72,6 +73,7 @@ def emg(
     channels = {label: trial.analogs[label] for label in shown}
     if not channels:
         raise ValueError("the trial has no channels of electromyography")
+    require_clock(trial)
     time = trial.analogs.time
     if not len(time):
         raise ValueError("the trial has no analog samples")

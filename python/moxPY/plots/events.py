@@ -61,7 +61,7 @@ def events(plots: Plots, *, ax: Any = None) -> Any:
     for each in known:
         _draw(axes, each, lanes[_lane(each)])
     times = [each.event.time for each in known]
-    ends = [trial.time[0], trial.time[-1]] if trial.frames else []
+    ends = [trial.time[0], trial.time[-1]] if trial.frames and trial.rate > 0.0 else []
     first, last = min([*times, *ends]), max([*times, *ends])
     margin = 0.02 * (last - first) or 0.5
     axes.set_xlim(first - margin, last + margin)

@@ -42,7 +42,7 @@ def forces(plots: Plots, threshold: float = 20.0, *, ax: Any = None) -> Any:
     Raises
     ------
     ValueError
-        The trial has no force platforms or no samples; the threshold is negative or NaN.
+        The trial has no force platforms, no samples or no rate; the threshold is negative or NaN.
     ImportError
         matplotlib is missing.
 

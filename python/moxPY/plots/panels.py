@@ -99,6 +99,18 @@ class Panels:
             self.axes.flat[0].legend(handles=handles, fontsize="x-small", framealpha=0.7)
 
 
+def require_clock(trial: Trial) -> None:
+    """Refuse a trial whose frames have no time.
+
+    Raises
+    ------
+    ValueError
+        It has no rate.
+    """
+    if not trial.rate > 0.0:
+        raise ValueError("a trial without a rate has no seconds, which this picture is drawn over")
+
+
 def with_unit(name: str, unit: str | None) -> str:
     """What stands at an axis: the quantity and its unit."""
     return plain(f"{name} ({unit or 'no unit'})")

@@ -41,7 +41,8 @@ def sticks(
     """Stick figures of several instants side by side, seen from the side, walking to the right.
 
     Left limbs are red, right ones blue, all else grey. Figures stand at equal distances, each above
-    its time; within a figure lengths and heights have one scale.
+    its time, or its frame in a trial without a rate; within a figure lengths and heights have one
+    scale.
 
     Parameters
     ----------
@@ -89,11 +90,12 @@ def sticks(
     axes = panels.axes[0, 0]
     for number, (places, levels) in enumerate(zip(centred, poses[1], strict=True)):
         _draw(axes, body, places + number * pitch, levels)
-    times = trial.time[chosen]
-    axes.set_xticks(np.arange(len(chosen)) * pitch, [f"{time:.2f}" for time in times])
+    has_clock = trial.rate > 0.0
+    names = [f"{trial.time[i]:.2f}" if has_clock else str(trial.first_frame + i) for i in chosen]
+    axes.set_xticks(np.arange(len(chosen)) * pitch, names)
     axes.set_xlim(-0.55 * pitch, (len(chosen) - 0.45) * pitch)
     axes.set_aspect("equal", adjustable="datalim" if ax is not None else "box")
-    axes.set_xlabel("time (s)")
+    axes.set_xlabel("time (s)" if has_clock else "frame")
     axes.set_ylabel(with_unit(AXES[up], trial.markers.unit))
     if not np.isfinite(poses[1]).any():
         note(axes, "no marker is seen in these frames")

@@ -8,6 +8,7 @@ from pathlib import Path
 
 import moxPY
 import pytest
+from plots.drawn import rendered
 from support.command_line import environment
 
 EXAMPLE = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
@@ -72,3 +73,22 @@ class _Missing:
     def find_spec(self, name: str, path: object = None, target: object = None) -> None:
         if name == "matplotlib":
             raise ModuleNotFoundError("No module named 'matplotlib'", name=name)
+
+
+@pytest.mark.parametrize("what", ["channel", "angles", "forces", "butterfly", "emg"])
+def test_a_trial_without_a_rate_is_not_drawn_over_time(walk: moxPY.Trial, what: str):
+    moxPY.moxSetFrequency(walk, 0.0)
+    picture = getattr(walk.plot, what)
+    with pytest.raises(ValueError, match="a trial without a rate has no seconds"):
+        picture("LASI") if what == "channel" else picture()
+
+
+def test_a_trial_without_a_rate_has_all_other_pictures():
+    trial = moxPY.Trial.new(frames=3, rate=0.0)
+    trial.markers["LKNE"] = [[0.0, 0.0, float(height)] for height in range(3)]
+    trial.events.add("Foot Strike", 1.0, context="Left")
+    axes = trial.plot.sticks(frames=[2, 3])
+    assert axes.get_xlabel() == "frame"
+    assert [tick.get_text() for tick in axes.get_xticklabels()] == ["2", "3"]
+    for each in (axes, trial.plot.gaps(), trial.plot.events()):
+        assert rendered(each)
