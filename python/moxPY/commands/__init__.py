@@ -23,6 +23,8 @@ workers       workers of a Dask scheduler, where one machine is not enough
 index         a table of many trials
 edit          changed copies of files
 edits         what ``edit`` changes, in the order in which it does
+plot          pictures of trials
+pictures      what ``plot`` does with one file
 set_entry     giving an entry of the metadata the value that was typed
 ============  ================================================================
 """

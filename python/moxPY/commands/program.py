@@ -16,6 +16,7 @@ COMMANDS = {
     "diff": "Compare two files.",
     "convert": "Convert files to another format.",
     "edit": "Change copies of files.",
+    "plot": "Draw pictures of trials.",
     "index": "Make a table of many trials, or update it.",
 }
 
