@@ -1,6 +1,7 @@
 """Install the newest wheel of a folder into an empty virtual environment and use it there.
 
-The module is imported, the command line reads a trial, and type checkers have to find the types.
+The module is imported, the command line reads the example trial that the wheel carries, and type checkers
+have to find the types.
 
 Usage: check_wheel.py DIST
 """
@@ -34,6 +35,7 @@ QUESTION = """
 import pathlib, _moxPY, moxPY
 folder = pathlib.Path(_moxPY.__file__).parent
 plugins = sorted(path.stem for path in (folder / "plugins").iterdir())
+assert moxPY.read(moxPY.example()).frames == 360
 print(_moxPY.moxGetVersion(), *plugins)
 """
 

@@ -31,6 +31,7 @@ from .acquisition import data_store as data_store
 from .batch import Result as Result
 from .batch import collect as collect
 from .batch import map_files as map_files
+from .example import example as example
 from .functions import *
 from .trial import Channel as Channel
 from .trial import Gap as Gap

@@ -74,3 +74,12 @@ def test_the_free_moment_is_the_one_on_the_foot(
     measured = moxPY.moxGetGroundReactionWrenches(trial)[plate]["M"][around]
     assert measured[:, :2].tolist() == [[0.0, 0.0]] * 11
     assert measured[:, 2].mean() == pytest.approx(moment, abs=200.0)
+
+
+def test_the_package_has_it_and_the_examples_lead_there() -> None:
+    installed = moxPY.example()
+    assert installed.parent == Path(moxPY.__file__).parent
+    assert installed.is_file()
+    assert not installed.is_symlink()
+    assert TRIAL.resolve() == installed.resolve()
+    assert moxPY.read(installed).frames == 360

@@ -27,6 +27,7 @@ OBJECT_VIEW = (
     "moxPY.trial.",
     "moxPY.checks.",
     "moxPY.differences.",
+    "moxPY.gait.",
     "moxPY.plots.",
     "moxPY.skeleton.",
 )
