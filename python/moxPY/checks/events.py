@@ -7,12 +7,9 @@ from collections.abc import Iterator
 from itertools import pairwise
 
 from ..trial.events import Event
+from ..trial.foot_events import foot_event, same_instant
 from .recording import Recording
 from .rule import Fault
-
-_STRIKES = frozenset({"foot strike", "heel strike", "initial contact"})
-_OFFS = frozenset({"foot off", "toe off"})
-_SIDES = frozenset({"left", "right"})
 
 
 def outside(recording: Recording) -> Iterator[Fault]:
@@ -68,15 +65,13 @@ def _by_foot(recording: Recording) -> dict[tuple[str, str], list[tuple[str, Even
     """Strikes and offs of each foot of each subject in order of time."""
     feet: dict[tuple[str, str], list[tuple[str, Event]]] = defaultdict(list)
     for event in recording.trial.events:
-        label, side = event.label.casefold(), event.context.casefold()
-        if side in _SIDES and label in _STRIKES | _OFFS:
-            sort = "strike" if label in _STRIKES else "off"
-            feet[event.subject, side].append((sort, event))
+        if found := foot_event(event):
+            feet[event.subject, found.side].append((found.sort, event))
     return feet
 
 
 def _same_instant(recording: Recording, one: Event, other: Event) -> bool:
-    return abs(one.time - other.time) <= 1.001 / recording.rate
+    return same_instant(one.time, other.time, recording.rate)
 
 
 def _frames(recording: Recording, event: Event) -> tuple[int, int]:

@@ -25,6 +25,8 @@ platform         one force platform
 plate_entries    what the metadata say of force platforms, changed
 wrench           what a platform measured
 up_axis          which axis of the laboratory is the vertical one
+foot_events      which events are strikes and offs, and of which foot
+foot_markers     which markers are on feet, by the usual label sets
 foot_contacts    when feet came down on a platform and left it
 rotations        rotations of segments
 metadata         the parameters of a file, in groups

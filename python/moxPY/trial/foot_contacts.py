@@ -2,13 +2,13 @@
 
 from __future__ import annotations
 
-import re
 from collections.abc import Iterator
 from typing import TYPE_CHECKING, NamedTuple
 
 import numpy as np
 
 from .events import Event
+from .foot_markers import foot_marker
 from .gaps import runs_of
 from .platform import Platform
 from .samples import FloatArray
@@ -20,11 +20,6 @@ if TYPE_CHECKING:
 
 SHORTEST = 0.05  #: seconds: shorter contacts are blows, shorter breaks are no steps
 STRIKE, OFF = ("Foot Strike", 1), ("Foot Off", 2)  # labels and ids that are in use
-
-_SIDES = {"l": "Left", "r": "Right"}
-_FOOT_MARKER = re.compile(
-    r"(?:.*:)?(l|r)(?:eft|ight)?[_ .]?(?:heel?|toe|ank(?:le)?|mt[1-5])", re.IGNORECASE
-)
 
 
 class Contact(NamedTuple):
@@ -93,15 +88,14 @@ def mean_point(reaction: Wrench, load: FloatArray, window: slice) -> FloatArray:
 
 
 class Feet:
-    """Where the feet are, by the markers on heels, toes and ankles."""
+    """Where the feet are, by the markers on them."""
 
     def __init__(self, trial: Trial) -> None:
         self._trial = trial
-        self._markers: dict[str, list[FloatArray]] = {side: [] for side in _SIDES.values()}
+        self._markers: dict[str, list[FloatArray]] = {"Left": [], "Right": []}
         for label, marker in trial.markers.items():
-            match = _FOOT_MARKER.fullmatch(label)
-            if match:
-                self._markers[_SIDES[match[1].lower()]].append(marker.values)
+            if found := foot_marker(label):
+                self._markers[found.side].append(marker.values)
 
     def side_at(self, time: float, point: FloatArray) -> str:
         """The side of the foot with the marker that is nearest to a place; "General" unless both
