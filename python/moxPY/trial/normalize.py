@@ -59,15 +59,19 @@ def normalize(
     >>> trial.angles["LKneeAngles"].normalize(trial.cycles("Left")).shape
     (2, 101, 3)
     """
+    return read_only(at(channel, _instants(cycles, points)))
+
+
+def at(channel: Channel, instants: FloatArray) -> FloatArray:
+    """The channel at instants, which lie in an array of any shape; as `normalize` has it."""
     values = channel.values
-    instants = _instants(cycles, points)
     if instants.size == 0 or len(values) == 0:
-        return read_only(np.full(instants.shape + values.shape[1:], np.nan))
+        return np.full(instants.shape + values.shape[1:], np.nan)
     if not channel.rate > 0.0:
         raise ValueError("a trial without a rate has no seconds, which cycles are told in")
     positions = (instants - channel.time[0]) * channel.rate
     precision = np.spacing(np.abs(instants).astype(np.float32)).astype(np.float64) * channel.rate
-    return read_only(_on_lines(values, positions, precision))
+    return _on_lines(values, positions, precision)
 
 
 def mean_cycle(

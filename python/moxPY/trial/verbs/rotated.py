@@ -11,7 +11,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from ..plate_entries import change_entry
 from ..samples import FloatArray, samples_of
-from ..up_axis import up_axis
+from ..up_axis import is_axis, upwards
 
 if TYPE_CHECKING:
     from ..trial import Trial
@@ -118,10 +118,7 @@ def x_up(trial: Trial) -> Trial:
 
 
 def _up(trial: Trial) -> int:
-    axis = up_axis(trial)
-    screen = _parameter(trial, "POINT", "Y_SCREEN")
-    if axis is None and _is_axis(screen) and screen[0] == "+":
-        axis = _AXES.index(screen[1])
+    axis = upwards(trial)
     if axis is None:
         raise ValueError(
             "nothing tells which axis points upwards: no force platform has corners, and POINT "
@@ -160,7 +157,7 @@ def _turned_places(numbers: FloatArray, turn: FloatArray) -> FloatArray:
 def _turn_screen(trial: Trial, turn: FloatArray) -> None:
     for entry in _SCREEN:
         screen = _parameter(trial, "POINT", entry)
-        if not _is_axis(screen):
+        if not is_axis(screen):
             continue
         direction = np.zeros(3)
         direction[_AXES.index(screen[1])] = 1.0 if screen[0] == "+" else -1.0
@@ -169,11 +166,6 @@ def _turn_screen(trial: Trial, turn: FloatArray) -> None:
         if abs(abs(direction[axis]) - 1.0) < 1e-6:
             sign = "+" if direction[axis] > 0.0 else "-"
             _moxPY.moxSetMetaDataValue(trial, "POINT", entry, sign + _AXES[axis])
-
-
-def _is_axis(screen: Any) -> bool:
-    """Whether an entry names an axis, as +X or -Z."""
-    return isinstance(screen, str) and len(screen) == 2 and screen[0] in "+-" and screen[1] in _AXES
 
 
 def _parameter(trial: Trial, group: str, entry: str) -> str | NDArray[Any] | Any:
