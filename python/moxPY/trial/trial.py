@@ -14,6 +14,7 @@ from _moxPY import trial as calls
 from ..checks import check
 from ..differences import differences
 from ..formats import export
+from ..gait import gait
 from ..plots import Plots
 from . import copying, writing
 from .analysis import Analysis
@@ -196,6 +197,7 @@ class Trial:
     write = writing.write
     export = export
     check = check
+    gait = gait
     differences = differences
     copy = copying.copy
     __copy__ = copying.copy

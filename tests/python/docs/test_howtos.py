@@ -18,6 +18,7 @@ PAGES = [
     "events.md",
     "exports.md",
     "force_platforms.md",
+    "gait.md",
     "metadata.md",
     "points.md",
     "quirks.md",
