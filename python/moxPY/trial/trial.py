@@ -15,6 +15,7 @@ from ..checks import check
 from ..differences import differences
 from ..formats import export
 from ..gait import gait
+from ..player import view
 from ..plots import Plots
 from . import copying, writing
 from .analysis import Analysis
@@ -199,6 +200,7 @@ class Trial:
     check = check
     gait = gait
     differences = differences
+    view = view
     copy = copying.copy
     __copy__ = copying.copy
     __deepcopy__ = copying.deep_copy

@@ -28,6 +28,7 @@ OBJECT_VIEW = (
     "moxPY.checks.",
     "moxPY.differences.",
     "moxPY.gait.",
+    "moxPY.player.",
     "moxPY.plots.",
     "moxPY.skeleton.",
 )
