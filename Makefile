@@ -91,17 +91,21 @@ bench: $(release)/configured $(dev_ready)
 	@$(in_build_tree) python benchmarks/bulk_memory.py
 
 cpp_files = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp')
+js_files = $(shell git ls-files --cached --others --exclude-standard '*.js')
 
 format: $(dev_ready)
 	@clang-format -i $(cpp_files)
 	@ruff format --quiet .
 	@ruff check --quiet --fix .
+	@oxfmt $(js_files) >/dev/null
 
 # The types of the extension module are made for mypy, since lint looks at sources that nobody built yet.
 lint: $(dev_ready)
 	@clang-format --dry-run --Werror $(cpp_files)
 	@ruff format --quiet --check .
 	@ruff check --quiet .
+	@oxfmt --list-different $(js_files)
+	@oxlint --quiet $(js_files)
 	@python tools/make_stub.py $(stubs)/_moxPY/__init__.pyi && cp module/trial.pyi $(stubs)/_moxPY
 	@MYPYPATH=$(stubs) mypy
 

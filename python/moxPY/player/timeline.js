@@ -60,7 +60,7 @@ export class Timeline {
         elements.frame.max = clock.firstFrame + clock.last;
         elements.frame.addEventListener("change", () => {
             clock.go(Number(elements.frame.value) - clock.firstFrame);
-            this.tick();
+            elements.frame.value = clock.frame + clock.firstFrame;
         });
         elements.ofFrames.textContent = `of ${clock.firstFrame + clock.last}`;
         for (const button of [elements.backEvent, elements.onEvent]) {

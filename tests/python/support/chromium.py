@@ -1,0 +1,125 @@
+"""A browser without a window, driven by its own driver."""
+
+from __future__ import annotations
+
+import os
+import shutil
+from collections.abc import Iterator
+from contextlib import contextmanager
+from pathlib import Path
+from typing import Any
+
+import pytest
+
+PROGRAMS = ("chromium", "chromedriver")
+
+# Width, height, pixels of the screen for one of the page.
+SIZES = {"phone": (390, 844, 2), "laptop": (1366, 768, 1), "projector": (1920, 1080, 1)}
+
+
+@contextmanager
+def browser() -> Iterator[Any]:
+    """A driver; skips the test where there is no browser, or the sanitizers are preloaded."""
+    programs = [shutil.which(program) for program in PROGRAMS]
+    if None in programs:
+        pytest.skip("no chromium and chromedriver on this machine")
+    if "LD_PRELOAD" in os.environ:
+        pytest.skip("a browser does not run with the sanitizers preloaded")
+    from selenium import webdriver
+
+    options = webdriver.ChromeOptions()
+    options.binary_location = str(programs[0])
+    for argument in (
+        "--headless=new",
+        "--no-sandbox",  # which root, as in containers, has no use for
+        "--disable-dev-shm-usage",
+        "--force-color-profile=srgb",
+        "--hide-scrollbars",
+    ):
+        options.add_argument(argument)
+    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+    driver = webdriver.Chrome(
+        options=options, service=webdriver.ChromeService(executable_path=str(programs[1]))
+    )
+    try:
+        yield driver
+    finally:
+        driver.quit()
+
+
+class Shown:
+    """A page of the player in a browser."""
+
+    def __init__(self, driver: Any, path: Path) -> None:
+        self.driver = driver
+        self._url = path.as_uri()
+
+    def open(self, address: str = "", size: str = "laptop", scheme: str = "light") -> None:
+        """Open the page anew, on a screen of a size, for somebody who likes a colour scheme."""
+        width, height, ratio = SIZES[size]
+        metrics = {"width": width, "height": height, "deviceScaleFactor": ratio, "mobile": False}
+        self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", metrics)
+        features = [{"name": "prefers-color-scheme", "value": scheme}]
+        self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
+        self.driver.get("about:blank")
+        self.driver.get(self._url + address)
+        self.settle()
+
+    def js(self, script: str, *arguments: Any) -> Any:
+        """What a script gives."""
+        return self.driver.execute_script(script, *arguments)
+
+    def settle(self) -> None:
+        """Wait until what was asked for is drawn."""
+        self.driver.execute_async_script(
+            "const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(done));"
+        )
+
+    def wait_for(self, condition: str) -> None:
+        """Wait for a script to give true."""
+        from selenium.webdriver.support.ui import WebDriverWait
+
+        WebDriverWait(self.driver, 30, poll_frequency=0.05).until(lambda _: self.js(condition))
+
+    @property
+    def frame(self) -> int:
+        """The frame that is shown, as the file numbers it."""
+        return int(self.js("return player.frame"))
+
+    def element(self, selector: str) -> Any:
+        from selenium.webdriver.common.by import By
+
+        return self.driver.find_element(By.CSS_SELECTOR, selector)
+
+    def keys(self, *keys: str) -> None:
+        """Press keys, wherever the focus is."""
+        from selenium.webdriver.common.action_chains import ActionChains
+
+        ActionChains(self.driver).send_keys(*keys).perform()
+        self.settle()
+
+    def click(self, selector: str) -> None:
+        self.element(selector).click()
+        self.settle()
+
+    def pixel(self, left: float, top: float) -> tuple[int, int, int, int]:
+        """Red, green, blue and opacity of the picture at a place in it."""
+        script = """
+            const canvas = document.getElementById("picture");
+            const ratio = canvas.width / canvas.getBoundingClientRect().width;
+            const place = [arguments[0] * ratio, arguments[1] * ratio].map(Math.round);
+            return [...canvas.getContext("2d").getImageData(...place, 1, 1).data];
+        """
+        red, green, blue, opacity = self.js(script, left, top)
+        return red, green, blue, opacity
+
+    def colour(self, name: str) -> tuple[int, int, int, int]:
+        """A colour of the style sheet."""
+        script = "return getComputedStyle(document.documentElement).getPropertyValue(arguments[0])"
+        text = self.js(script, f"--{name}").strip()
+        return int(text[1:3], 16), int(text[3:5], 16), int(text[5:7], 16), 255
+
+    def errors(self) -> list[str]:
+        """What the console said since it was asked last, but for advice on how `pixel` reads."""
+        messages = [entry["message"] for entry in self.driver.get_log("browser")]
+        return [message for message in messages if "willReadFrequently" not in message]
