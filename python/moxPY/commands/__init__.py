@@ -15,6 +15,7 @@ lines         what people read: on a terminal wrapped, in a pipe not
 json_array    a JSON array on standard output
 info          what files hold
 info_rows     the rows that ``info`` shows
+view          a trial in motion
 check         what may be wrong with trials
 diff          what tells two files apart
 convert       files of other formats

@@ -12,6 +12,7 @@ from ..functions.plugins import moxGetVersion
 #: Name -> what it does, as the list of commands says it.
 COMMANDS = {
     "info": "Show what is in files.",
+    "view": "Show a trial in motion, in the browser.",
     "check": "Look for what may be wrong with trials.",
     "diff": "Compare two files.",
     "convert": "Convert files to another format.",
