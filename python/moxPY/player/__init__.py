@@ -18,6 +18,7 @@ camera.js      from the laboratory to pixels
 lab.js         which way people go, how large they are, where the floor lies
 stage.js       the picture in space: what is drawn, and in which order
 floor.js       grid, plates, axes of the laboratory
+names.js       names of what is meant, and of what has room for one
 figure.js      markers, sticks, trails, segments
 arrows.js      forces
 pointer.js     orbit, pan, zoom, names and selection, by mouse and by touch

@@ -2,6 +2,7 @@
 
 import { niceBelow, written } from "./data.js";
 import { plus } from "./camera.js";
+import { drawText } from "./names.js";
 
 const TALLEST = 0.75; // the longest arrow, as part of the height of what moves
 
@@ -47,13 +48,17 @@ export class Arrows {
         return frame < plate.point.length && plate.point.isKnown(frame);
     }
 
+    /** Draw the arrows of a frame; gives where their strengths stand. */
     draw(context, projection, theme, frame) {
+        const boxes = [];
         for (const { plate, point, end, strength } of this.at(frame)) {
             const pixels = projection.outline([point, end], false);
             if (pixels.length < 2) continue;
             drawArrow(context, theme, pixels[0], pixels[1]);
-            drawStrength(context, theme, pixels, `${written(strength, 1)} ${plate.unit}`.trim());
+            const text = `${written(strength, 1)} ${plate.unit}`.trim();
+            boxes.push(drawStrength(context, theme, pixels, text));
         }
+        return boxes;
     }
 }
 
@@ -102,10 +107,13 @@ function drawStrength(context, theme, [start, end], text) {
     context.textAlign = "center";
     context.textBaseline = isUpward ? "bottom" : "top";
     const top = end[1] + (isUpward ? -0.25 : 0.25) * theme.rem;
-    context.lineJoin = "round";
-    context.lineWidth = (4 * theme.rem) / 16;
-    context.strokeStyle = theme.background;
-    context.strokeText(text, end[0], top);
-    context.fillStyle = theme.force;
-    context.fillText(text, end[0], top);
+    drawText(context, theme, text, end[0], top, theme.force);
+    const half = context.measureText(text).width / 2;
+    const height = (isUpward ? -0.8 : 0.8) * theme.rem;
+    return {
+        left: end[0] - half,
+        right: end[0] + half,
+        top: Math.min(top, top + height),
+        bottom: Math.max(top, top + height),
+    };
 }

@@ -1,6 +1,6 @@
 // From the laboratory to pixels: a camera that goes around a target, upright.
 
-const OPENING = (32 * Math.PI) / 180; // the angle of view across the shorter side of the picture
+export const OPENING = (32 * Math.PI) / 180; // the angle of view across the shorter side of the picture
 const STEEPEST = (89.5 * Math.PI) / 180;
 
 export const dot = (a, b) => a[0] * b[0] + a[1] * b[1] + a[2] * b[2];

@@ -251,7 +251,7 @@ class Panel {
     }
 
     draw() {
-        const { theme, stretch } = this.curves;
+        const { stretch } = this.curves;
         const { context, width, height } = fitted(this.canvas);
         if (!(width > 0 && height > 0)) return;
         context.clearRect(0, 0, width, height);
@@ -275,7 +275,6 @@ class Panel {
         context.restore();
         context.setLineDash([]);
         this.drawKeys();
-        context.strokeStyle = theme.line;
     }
 
     pen(context, line) {

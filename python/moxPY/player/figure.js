@@ -179,8 +179,11 @@ export function drawFigure(context, theme, figure, scale, hasSticks, isSelected)
     for (const item of items) item.draw();
 }
 
-/** The axes of segments at their origins, told apart by letters and dashes as well as by colours. */
-export function drawSegments(context, projection, theme, segments, frame, length, isNamed) {
+/**
+ * The axes of segments at their origins, told apart by letters and dashes as well as by colours. Their
+ * names go to `names`, if there is one.
+ */
+export function drawSegments(context, projection, theme, segments, frame, length, names) {
     const [origin, axis] = [
         [0, 0, 0],
         [0, 0, 0],
@@ -215,23 +218,9 @@ export function drawSegments(context, projection, theme, segments, frame, length
         context.beginPath();
         context.arc(pixel[0], pixel[1], (3 * theme.rem) / 16, 0, 2 * Math.PI);
         context.fill();
-        if (isNamed) drawName(context, theme, segment.label, pixel, (3 * theme.rem) / 16);
+        names?.add(segment.label, pixel, (3 * theme.rem) / 16, false);
     }
 }
 
 const scaleOf = (pixels) =>
     pixels.length < 2 ? 0 : Math.hypot(pixels[0][0] - pixels[1][0], pixels[0][1] - pixels[1][1]);
-
-/** A name beside a place, readable on whatever is behind it. */
-export function drawName(context, theme, text, pixel, distance, isStrong = false) {
-    context.font = `${isStrong ? 600 : 400} ${0.75 * theme.rem}px ${theme.family}`;
-    context.textAlign = "left";
-    context.textBaseline = "middle";
-    const left = pixel[0] + distance + 0.35 * theme.rem;
-    context.lineJoin = "round";
-    context.lineWidth = (4 * theme.rem) / 16;
-    context.strokeStyle = theme.background;
-    context.strokeText(text, left, pixel[1]);
-    context.fillStyle = theme.text;
-    context.fillText(text, left, pixel[1]);
-}

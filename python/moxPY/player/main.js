@@ -98,6 +98,10 @@ function begin() {
         get matrix() {
             return stage.matrix();
         },
+        /** Where the camera stands, what it looks at, and its angle of view across the shorter side. */
+        get camera() {
+            return stage.viewpoint();
+        },
         /** The length of an arrow for a unit of force. */
         get arrowLength() {
             return stage.arrows.length;

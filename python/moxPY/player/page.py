@@ -18,6 +18,7 @@ SCRIPTS = (
     "camera.js",
     "lab.js",
     "floor.js",
+    "names.js",
     "figure.js",
     "arrows.js",
     "stage.js",

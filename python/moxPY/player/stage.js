@@ -2,9 +2,10 @@
 
 import { written } from "./data.js";
 import { fitted } from "./theme.js";
-import { Camera, Projection, plus } from "./camera.js";
+import { Camera, OPENING, Projection, plus } from "./camera.js";
 import { Floor, drawCompass, drawPlates } from "./floor.js";
-import { Figure, drawFigure, drawName, drawSegments, drawShadows, drawTrails } from "./figure.js";
+import { Names } from "./names.js";
+import { Figure, drawFigure, drawSegments, drawShadows, drawTrails } from "./figure.js";
 import { Arrows } from "./arrows.js";
 
 // As parts of the size of what moves.
@@ -82,6 +83,13 @@ export class Stage {
         return this.camera.matrix(width, height);
     }
 
+    /** The camera, as whoever computes a pixel needs it. */
+    viewpoint() {
+        this.aim();
+        const { up, target } = this.camera;
+        return { eye: this.camera.axes().eye, target, up, opening: OPENING };
+    }
+
     /** Draw soon: once, however often it is asked for. */
     refresh() {
         if (this.isAwaited) return;
@@ -115,13 +123,15 @@ export class Stage {
         const pixels = Camera.scale(width, height) * lab.size;
         const scale = { marker: MARKER * pixels, stick: STICK * pixels };
         drawFigure(context, theme, figure, scale, shown.sticks, (point) => this.isMarked(point));
+        const names = new Names(context, theme);
         if (shown.segments) {
             const length = SEGMENT * lab.size;
-            const { segments } = this.trial;
-            drawSegments(context, projection, theme, segments, frame, length, shown.names);
+            const wanted = shown.names ? names : null;
+            drawSegments(context, projection, theme, this.trial.segments, frame, length, wanted);
         }
-        if (shown.forces) this.arrows.draw(context, projection, theme, frame);
-        this.drawNames(context, theme);
+        if (shown.forces) names.keep(this.arrows.draw(context, projection, theme, frame));
+        this.nameMarkers(names);
+        names.draw();
         drawCompass(context, this.camera, theme, width - 3.2 * theme.rem, height - 3.4 * theme.rem);
         for (const listener of this.listeners) listener();
     }
@@ -130,12 +140,14 @@ export class Stage {
         return this.selected.has(point.index) || point.index === this.hovered;
     }
 
-    drawNames(context, theme) {
+    /** Those that are meant have their names, all of them where all are wanted. */
+    nameMarkers(names) {
+        const { rem } = this.theme;
         for (const point of this.figure.points) {
             const isMarked = this.isMarked(point);
-            if (!point.pixel || !(this.shown.names || isMarked)) continue;
+            if (!this.shown.names && !isMarked) continue;
             const text = point.marker.label + (point.state === "gap" ? " (not seen)" : "");
-            drawName(context, theme, text, point.pixel, (6 * theme.rem) / 16, isMarked);
+            names.add(text, point.pixel, (6 * rem) / 16, isMarked);
         }
     }
 
@@ -163,12 +175,12 @@ export class Stage {
 
     /** What the picture shows, in words. */
     words() {
-        const { trial, figure } = this;
+        const { markers, segments } = this.trial;
         const lines = [];
-        if (trial.markers.length) {
-            const { seen } = figure;
-            const all = trial.markers.length;
-            lines.push(seen === all ? `${all} markers seen` : `${seen} of ${all} markers seen`);
+        if (markers.length) lines.push(partOf(this.figure.seen, markers, "markers seen"));
+        if (segments.length) {
+            const known = segments.filter(({ origin }) => origin.isKnown(this.clock.frame)).length;
+            lines.push(partOf(known, segments, "segments known"));
         }
         for (const index of [...this.selected].slice(0, 4)) lines.push(this.marker(index));
         return lines;
@@ -199,6 +211,9 @@ export class Stage {
         return found;
     }
 }
+
+const partOf = (count, all, what) =>
+    count === all.length ? `${count} ${what}` : `${count} of ${all.length} ${what}`;
 
 /** A force and the length of its arrow, both in few digits: 1000 N = 1000 mm. */
 function roundPair(length) {

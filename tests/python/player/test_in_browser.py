@@ -10,6 +10,7 @@ import numpy as np
 import pytest
 from numpy.typing import NDArray
 from support.chromium import SIZES, Shown
+from support.pinhole import Pinhole, pixel_of
 
 Array = NDArray[np.float64]
 
@@ -21,11 +22,9 @@ AHEAD, LEFTWARDS, UPWARDS = (
 
 
 def projected(shown: Shown, place: Any) -> Array:
-    """The pixel of a place, by the matrix that the page states."""
-    matrix = np.array(shown.js("return player.matrix")).reshape(3, 4)
-    u, v, w = matrix @ np.append(place, 1.0)
-    assert w > 0.0
-    return np.array([u, v]) / w
+    """The pixel of a place, as seen by a camera that stands where the page says."""
+    camera = shown.js("return player.camera")
+    return pixel_of(place, Pinhole(**camera), *size_of_picture(shown))
 
 
 def size_of_picture(shown: Shown) -> tuple[float, float]:
@@ -181,6 +180,17 @@ def test_the_camera_stands_upright_and_looks_from_where_it_says(shown: Shown):
     assert projected(shown, middle + LEFTWARDS)[1] < projected(shown, middle)[1] - 20
 
 
+@pytest.mark.parametrize("view", ["oblique", "right", "left", "front", "top"])
+def test_the_matrix_that_the_page_states_is_that_of_its_camera(shown: Shown, view: str):
+    shown.open(f"#frame=170&view={view}")
+    matrix = np.array(shown.js("return player.matrix")).reshape(3, 4)
+    for label in ("C7", "LANK", "RFIN"):
+        place = example().markers[label].values[169]
+        u, v, w = matrix @ np.append(place, 1.0)
+        assert w > 0.0
+        assert [u / w, v / w] == pytest.approx(projected(shown, place), abs=1e-6)
+
+
 def test_the_camera_follows_who_walks(shown: Shown):
     shown.open("#frame=20")
     width, _ = size_of_picture(shown)
@@ -215,6 +225,92 @@ def test_a_marker_has_its_name_when_it_is_pointed_at_and_selected(shown: Shown):
     assert [float(text.replace("−", "-")) for text in numbers] == pytest.approx(place, abs=0.1)
     shown.keys("\ue00c")  # Escape
     assert len(shown.element("#words").text.splitlines()) == 1
+
+
+def written_texts(shown: Shown) -> list[dict[str, Any]]:
+    """What is written into the picture when it is drawn anew, and the box of each text."""
+    shown.js("""
+        window.texts = [];
+        const write = CanvasRenderingContext2D.prototype.fillText;
+        CanvasRenderingContext2D.prototype.fillText = function (text, x, y) {
+            write.call(this, text, x, y);
+            if (this.canvas.id !== "picture") return;
+            const { width } = this.measureText(text);
+            const left = x - { left: 0, center: 0.5, right: 1 }[this.textAlign] * width;
+            const height = parseFloat(this.font.match(/[\\d.]+px/)[0]);
+            const top = y - { top: 0, middle: 0.5, bottom: 1 }[this.textBaseline] * height;
+            window.texts.push({ text, left, right: left + width, top, bottom: top + height });
+        };
+        player.go(player.frame + 1);
+        player.go(player.frame - 1);
+    """)
+    shown.wait_for("return window.texts.length > 0")
+    texts: list[dict[str, Any]] = shown.js("return window.texts")
+    return texts
+
+
+@pytest.mark.parametrize("size", SIZES)
+def test_names_do_not_cover_each_other_nor_the_strength_of_a_force(shown: Shown, size: str):
+    shown.open("#frame=190", size)
+    shown.keys("n")
+    labels = set(example().markers.labels)
+    texts = written_texts(shown)
+    names = [text for text in texts if text["text"] in labels]
+    strengths = [text for text in texts if text["text"].endswith(" N")]
+    assert len(names) > 12
+    assert len(strengths) == 2
+    for index, name in enumerate(names):
+        for other in [*names[index + 1 :], *strengths]:
+            apart = (
+                name["right"] <= other["left"]
+                or other["right"] <= name["left"]
+                or name["bottom"] <= other["top"] + 1.0
+                or other["bottom"] <= name["top"] + 1.0
+            )
+            assert apart, (name, other)
+
+
+def test_a_selected_marker_has_its_name_whatever_it_covers(shown: Shown):
+    shown.open("#frame=190")
+    shown.keys("n")
+    labels = example().markers.labels
+    texts = [text["text"] for text in written_texts(shown)]
+    hidden = next(label for label in labels if label not in texts)
+    shown.js("player.select(arguments[0])", hidden)
+    assert hidden in [text["text"] for text in written_texts(shown)]
+
+
+def test_axes_of_segments_are_where_the_rotations_have_them(
+    driver: Any, sample: Any, tmp_path: Path
+):
+    trial = moxPY.read(sample("C3DRotationExample.c3d"), odd="ignore")
+    trial.view(tmp_path / "segments.html")
+    page = Shown(driver, tmp_path / "segments.html")
+    page.errors()
+    page.open("#frame=1")
+    assert page.element("#words").text == "1 of 21 segments known"
+    page.open("#frame=170")
+    assert page.element("#words").text == "21 segments known"
+    page.keys("b")
+    for label in ("head_4X4", "pelvis_4X4", "l_shank_4X4"):
+        matrix = trial.rotations[label][169]
+        # The solid axis, x, some way out of what is drawn at the origin.
+        places = [matrix[:3, 3] + length * matrix[:3, 0] for length in (60.0, 80.0, 100.0)]
+        colours = [page.pixel(*projected(page, place)) for place in places]
+        assert page.colour("series-1") in colours, label
+    assert page.errors() == []
+
+
+def test_trails_lead_to_where_markers_were(shown: Shown):
+    shown.open("#frame=150&view=right")
+    shown.keys("b", "s", "p")
+    shown.js("player.select('LBHD')")
+    shown.settle()
+    was = example().markers["LBHD"].values[149 - 12]
+    around = [projected(shown, was) + np.array([0, away]) for away in (-1.5, -0.5, 0.5, 1.5)]
+    assert max(shown.pixel(*place)[3] for place in around) > 20
+    shown.keys("t")
+    assert max(shown.pixel(*place)[3] for place in around) == 0
 
 
 def test_a_gap_is_told_and_drawn_dashed(shown: Shown):
