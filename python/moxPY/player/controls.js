@@ -36,8 +36,10 @@ export class Controls {
     open(isOpen) {
         this.elements.drawer.hidden = !isOpen;
         this.elements.show.setAttribute("aria-expanded", String(isOpen));
-        if (isOpen) this.elements.filter.focus({ preventScroll: true });
-        else this.elements.show.focus({ preventScroll: true });
+        // A field that has the focus would bring the keyboard of a phone up.
+        const hasKeys = !matchMedia("(pointer: coarse)").matches;
+        const { filter, show } = this.elements;
+        (isOpen && hasKeys ? filter : show).focus({ preventScroll: true });
     }
 
     follow(isFollowing) {

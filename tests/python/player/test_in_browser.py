@@ -9,7 +9,7 @@ import moxPY
 import numpy as np
 import pytest
 from numpy.typing import NDArray
-from support.chromium import SIZES, Shown
+from support.chromium import ALL_SIZES, SIZES, Shown
 from support.pinhole import Pinhole, pixel_of
 
 Array = NDArray[np.float64]
@@ -84,6 +84,68 @@ def outside_of_the_screen(shown: Shown) -> list[str]:
         }).map((control) => control.id || control.textContent);
     """)
     return found
+
+
+@pytest.mark.parametrize("size", ALL_SIZES)
+def test_the_picture_has_room(shown: Shown, size: str):
+    shown.open("#frame=180", size)
+    width, height = size_of_picture(shown)
+    assert width == ALL_SIZES[size][0]
+    assert height >= min(280.0, 0.45 * ALL_SIZES[size][1])
+    line = shown.element("#line").rect
+    assert line["y"] + line["height"] <= ALL_SIZES[size][1]
+    assert outside_of_the_screen(shown) == []
+
+
+def test_on_a_phone_the_picture_stays_in_sight_of_its_switches(shown: Shown):
+    shown.open("#frame=190", "phone")
+    shown.click("#show")
+    _, height = size_of_picture(shown)
+    top = shown.element("#picture").rect["y"]
+    drawer = shown.element("#drawer").rect
+    assert drawer["y"] >= top + 0.9 * height
+    assert drawer["y"] + drawer["height"] == pytest.approx(844, abs=1)
+    assert shown.element(".marker:nth-child(4)").rect["y"] < 800
+    shown.click("#show")
+    assert not shown.element("#drawer").is_displayed()
+
+
+@pytest.mark.parametrize("size", ALL_SIZES)
+def test_what_is_shown_can_be_switched_whatever_the_screen(shown: Shown, size: str):
+    shown.open("#frame=190", size)
+    for name in ("sticks", "plates"):
+        before = shown.js("return document.getElementById('picture').toDataURL()")
+        shown.click("#show")
+        shown.click(f"#switches input[name={name}]")
+        shown.click("#show")
+        assert not shown.element("#drawer").is_displayed()
+        assert shown.js("return document.getElementById('picture').toDataURL()") != before
+
+
+def test_a_phone_brings_no_keyboard_up_for_switches(shown: Shown):
+    for is_touched, focus in ((True, "show"), (False, "filter")):
+        touch = {"enabled": is_touched, "maxTouchPoints": 5}
+        shown.driver.execute_cdp_cmd("Emulation.setTouchEmulationEnabled", touch)
+        shown.open(size="phone")
+        shown.click("#show")
+        assert shown.js("return document.activeElement.id") == focus
+
+
+@pytest.mark.parametrize("size", ALL_SIZES)
+def test_no_number_of_a_curve_is_cut(shown: Shown, size: str):
+    shown.open("#frame=190", size)
+    shown.js("""
+        const off = ".panel:nth-child(2) .chip:not([aria-pressed=true])";
+        for (const chip of document.querySelectorAll(off)) chip.click();
+    """)
+    values = shown.js("""
+        return [...document.querySelectorAll(".panel:nth-child(2) .value")].map((value) => {
+            const { left, right, top, bottom } = value.getBoundingClientRect();
+            const panel = value.closest("header").getBoundingClientRect();
+            return left >= 0 && right <= innerWidth && top >= panel.top && bottom <= panel.bottom;
+        });
+    """)
+    assert values == [True] * 6
 
 
 @pytest.mark.parametrize("size", SIZES)
@@ -605,14 +667,24 @@ def test_recordings_of_other_makers_are_shown(driver: Any, sample: Any, tmp_path
     page = Shown(driver, path)
     page.errors()
     page.open(f"#frame={trial.first_frame + trial.frames // 2}")
-    drawn = page.js("""
-        const { width, height } = document.getElementById("picture");
-        const context = document.getElementById("picture").getContext("2d");
-        const { data } = context.getImageData(0, 0, width, height);
-        return data.filter((value, index) => index % 4 === 3 && value === 255).length;
-    """)
-    assert drawn > 500
+    frame = trial.frames // 2
+    width, height = size_of_picture(page)
+    pixels = np.array([projected(page, place) for place in places_in(trial, frame)])
+    assert np.isfinite(pixels).all()
+    is_inside = ((pixels > 0.0) & (pixels < [width, height])).all(axis=1)
+    assert is_inside.mean() > 0.9
+    opacities = [page.pixel(*pixel)[3] for pixel in pixels[is_inside]]
+    assert np.mean(np.array(opacities) == 255) > 0.9
+    # And not all in one corner.
+    assert np.ptp(pixels, axis=0).max() > 0.3 * height
     assert page.errors() == []
+
+
+def places_in(trial: moxPY.Trial, frame: int) -> list[Array]:
+    """Where something is seen: markers, or, where there are none, the origins of segments."""
+    tracks = [trial.markers[label].values for label in trial.markers]
+    tracks = tracks or [trial.rotations[label][:, :3, 3] for label in trial.rotations]
+    return [track[frame] for track in tracks if np.isfinite(track[frame]).all()]
 
 
 def test_a_trial_of_nothing_is_shown(driver: Any, tmp_path: Path):

@@ -14,7 +14,8 @@ import pytest
 PROGRAMS = ("chromium", "chromedriver")
 
 # Width, height, pixels of the screen for one of the page.
-SIZES = {"phone": (390, 844, 2), "laptop": (1366, 768, 1), "projector": (1920, 1080, 1)}
+SIZES = {"phone": (390, 844, 2), "laptop": (1280, 800, 1), "projector": (1920, 1080, 1)}
+ALL_SIZES = {**SIZES, "phone on its side": (844, 390, 2), "cell of a notebook": (760, 640, 1)}
 
 
 @contextmanager
@@ -56,7 +57,7 @@ class Shown:
 
     def open(self, address: str = "", size: str = "laptop", scheme: str = "light") -> None:
         """Open the page anew, on a screen of a size, for somebody who likes a colour scheme."""
-        width, height, ratio = SIZES[size]
+        width, height, ratio = ALL_SIZES[size]
         metrics = {"width": width, "height": height, "deviceScaleFactor": ratio, "mobile": False}
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", metrics)
         features = [{"name": "prefers-color-scheme", "value": scheme}]
