@@ -13,23 +13,42 @@ import pytest
 
 PROGRAMS = ("chromium", "chromedriver")
 
+# "required" where a run that skips the tests in a browser must not count as one that passed.
+WANTED = "MOXPY_BROWSER"
+
+# Seconds for what takes less than one on a machine that does nothing else.
+PATIENCE = 120
+
 # Width, height, pixels of the screen for one of the page.
 SIZES = {"phone": (390, 844, 2), "laptop": (1280, 800, 1), "projector": (1920, 1080, 1)}
 ALL_SIZES = {**SIZES, "phone on its side": (844, 390, 2), "cell of a notebook": (760, 640, 1)}
 
 
-@contextmanager
-def browser() -> Iterator[Any]:
-    """A driver; skips the test where there is no browser, or the sanitizers are preloaded."""
-    programs = [shutil.which(program) for program in PROGRAMS]
-    if None in programs:
-        pytest.skip("no chromium and chromedriver on this machine")
+def programs() -> list[str]:
+    """The browser and its driver.
+
+    Where there is none the test is skipped, or fails if the environment requires a browser. It is
+    skipped, too, where the sanitizers are preloaded.
+    """
     if "LD_PRELOAD" in os.environ:
         pytest.skip("a browser does not run with the sanitizers preloaded")
+    found = {program: shutil.which(program) for program in PROGRAMS}
+    missing = [program for program, path in found.items() if path is None]
+    if missing and os.environ.get(WANTED) == "required":
+        pytest.fail(f"no {' and no '.join(missing)} on the path, and {WANTED} is 'required'")
+    if missing:
+        pytest.skip(f"no {' and no '.join(missing)} on the path")
+    return [str(path) for path in found.values()]
+
+
+@contextmanager
+def browser() -> Iterator[Any]:
+    """A driver of a browser, where `programs` finds one."""
+    chromium, chromedriver = programs()
     from selenium import webdriver
 
     options = webdriver.ChromeOptions()
-    options.binary_location = str(programs[0])
+    options.binary_location = chromium
     for argument in (
         "--headless=new",
         "--no-sandbox",  # which root, as in containers, has no use for
@@ -40,8 +59,9 @@ def browser() -> Iterator[Any]:
         options.add_argument(argument)
     options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
     driver = webdriver.Chrome(
-        options=options, service=webdriver.ChromeService(executable_path=str(programs[1]))
+        options=options, service=webdriver.ChromeService(executable_path=chromedriver)
     )
+    driver.set_script_timeout(PATIENCE)
     try:
         yield driver
     finally:
@@ -80,7 +100,9 @@ class Shown:
         """Wait for a script to give true."""
         from selenium.webdriver.support.ui import WebDriverWait
 
-        WebDriverWait(self.driver, 30, poll_frequency=0.05).until(lambda _: self.js(condition))
+        WebDriverWait(self.driver, PATIENCE, poll_frequency=0.05).until(
+            lambda _: self.js(condition)
+        )
 
     @property
     def frame(self) -> int:
