@@ -12,7 +12,7 @@ import { Arrows } from "./arrows.js";
 const MARKER = 0.0075;
 const STICK = 0.0062;
 const SEGMENT = 0.085;
-const MARGIN = 1.2; // around what moves
+const MARGIN = 1.27; // around what moves
 
 export class Stage {
     constructor(canvas, trial, clock, lab, theme) {

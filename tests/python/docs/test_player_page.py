@@ -6,9 +6,14 @@ import doctest
 import re
 import shutil
 from pathlib import Path
+from typing import Any
 
+import numpy as np
 import pytest
 from moxPY.player.page import source
+from PIL import Image
+from player_picture import PICTURE, make
+from support.chromium import programs
 
 REPOSITORY = Path(__file__).resolve().parents[3]
 PAGE = (REPOSITORY / "docs" / "player.md").read_text("utf-8")
@@ -38,4 +43,18 @@ def test_the_keys_are_those_of_the_script():
 
 
 def test_the_picture_is_small():
-    assert (REPOSITORY / "docs" / "pictures" / "player.png").stat().st_size < 150_000
+    assert PICTURE.stat().st_size < 150_000
+
+
+def test_the_picture_shows_the_player_as_it_is(tmp_path: Path):
+    programs()  # or skip
+    make(tmp_path / "player.png")
+    made, kept = (image_of(path) for path in (tmp_path / "player.png", PICTURE))
+    assert made.shape == kept.shape
+    # Letters of another machine are others; its colours, its parts and their places are not.
+    unlike = np.abs(made - kept).max(axis=2) > 40.0
+    assert unlike.mean() < 0.03
+
+
+def image_of(path: Path) -> Any:
+    return np.asarray(Image.open(path).convert("RGB"), dtype=float)
