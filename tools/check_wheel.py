@@ -1,7 +1,7 @@
 """Install the newest wheel of a folder into an empty virtual environment and use it there.
 
-The module is imported, the command line reads the example trial that the wheel carries, and type checkers
-have to find the types.
+The module is imported, the command line reads the example trial that the wheel carries, and type
+checkers have to find the types.
 
 Usage: check_wheel.py DIST
 """
