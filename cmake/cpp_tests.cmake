@@ -3,7 +3,6 @@
 # One GoogleTest executable whose tests ctest knows one by one.
 include(GoogleTest)
 
-# The sources are built into the tree: Debian ships them for that, and a library from a newer suite would not link.
 function(mox_build_googletest folder)
     set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
     set(INSTALL_GTEST OFF)
@@ -12,14 +11,10 @@ function(mox_build_googletest folder)
     add_subdirectory("${folder}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
 endfunction()
 
-find_package(GTest 1.12 CONFIG QUIET)
+mox_find_googletest()
 if(NOT GTest_FOUND)
-    find_path(MOX_GOOGLETEST_SOURCES googlemock/CMakeLists.txt
-        PATHS /usr/src/googletest "${MOX_DEPS_DIR}/usr/src/googletest" NO_DEFAULT_PATH)
     if(NOT MOX_GOOGLETEST_SOURCES)
-        mox_fetch_package(googletest "1.*")
-        find_path(MOX_GOOGLETEST_SOURCES googlemock/CMakeLists.txt
-            PATHS "${MOX_DEPS_DIR}/usr/src/googletest" NO_DEFAULT_PATH REQUIRED)
+        message(FATAL_ERROR "GoogleTest is neither installed nor could it be fetched; the tests need it.")
     endif()
     message(STATUS "GoogleTest: ${MOX_GOOGLETEST_SOURCES}")
     mox_build_googletest("${MOX_GOOGLETEST_SOURCES}")

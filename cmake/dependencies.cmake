@@ -1,18 +1,27 @@
-# {fmt} and nlohmann json: an installed package first, else the Debian package, fetched without root.
-# Both are used as headers only.
+# {fmt}, nlohmann json and, for the tests, GoogleTest: an installed package first, else the Debian package, fetched
+# without root. Of the first two only headers are used: a binary of another suite might not link.
 set(MOX_DEPS_DIR "${PROJECT_SOURCE_DIR}/build/deps" CACHE PATH "Where fetched packages are unpacked")
 list(APPEND CMAKE_PREFIX_PATH "${MOX_DEPS_DIR}/usr")
 
-# mox_fetch_package(<Debian package> <version pattern>)
-# Unpacks a package below MOX_DEPS_DIR; a failure leaves a warning, the caller looks for the package again.
-function(mox_fetch_package package version)
-    if(NOT MOX_FETCH_PACKAGES)
+set(mox_fmt_versions 11...<12)
+set(mox_nlohmann_json_versions 3.11.3 EXACT)
+# Debian ships GoogleTest's sources for being built into the tree; a library of a newer suite would not link.
+macro(mox_find_googletest)
+    find_package(GTest 1.12 CONFIG QUIET)
+    find_path(MOX_GOOGLETEST_SOURCES googlemock/CMakeLists.txt
+        PATHS /usr/src/googletest "${MOX_DEPS_DIR}/usr/src/googletest" NO_DEFAULT_PATH)
+endmacro()
+
+# mox_fetch(<Debian package>=<version pattern>...)
+# Unpacks packages below MOX_DEPS_DIR, all at once since apt reads a whole suite for each call. A failure leaves a
+# warning; the caller looks for the packages again.
+function(mox_fetch)
+    if(NOT MOX_FETCH_PACKAGES OR NOT ARGN)
         return()
     endif()
-    message(NOTICE "Fetching ${package} into ${MOX_DEPS_DIR}")
+    message(NOTICE "Fetching into ${MOX_DEPS_DIR}")
     execute_process(
-        COMMAND "${Python_EXECUTABLE}" "${PROJECT_SOURCE_DIR}/tools/fetch_packages.py"
-            --into "${MOX_DEPS_DIR}" "${package}=${version}"
+        COMMAND "${Python_EXECUTABLE}" "${PROJECT_SOURCE_DIR}/tools/fetch_packages.py" --into "${MOX_DEPS_DIR}" ${ARGN}
         RESULT_VARIABLE result
         ERROR_VARIABLE complaint)
     if(NOT result EQUAL 0)
@@ -20,21 +29,34 @@ function(mox_fetch_package package version)
     endif()
 endfunction()
 
-# mox_require(<package> <versions, as find_package takes them> <Debian package> <Debian version pattern>)
+# mox_require(<package>), whose versions mox_<package>_versions names.
 # A macro: find_package() leaves its results in the caller's scope.
-macro(mox_require package versions debian_package debian_version)
-    find_package(${package} ${versions} CONFIG QUIET)
-    if(NOT ${package}_FOUND)
-        mox_fetch_package(${debian_package} "${debian_version}")
-        find_package(${package} ${versions} CONFIG QUIET)
-    endif()
+macro(mox_require package)
+    find_package(${package} ${mox_${package}_versions} CONFIG QUIET)
     if(NOT ${package}_FOUND)
         message(FATAL_ERROR
-            "${package} (version ${versions}) is neither installed nor could it be fetched. Install it and name its "
-            "folder in CMAKE_PREFIX_PATH, or run tools/fetch_packages.py on a Debian machine with a network.")
+            "${package} (version ${mox_${package}_versions}) is neither installed nor could it be fetched. Install it "
+            "and name its folder in CMAKE_PREFIX_PATH, or run tools/fetch_packages.py on a Debian machine with a "
+            "network.")
     endif()
     message(STATUS "${package} ${${package}_VERSION}: ${${package}_DIR}")
 endmacro()
 
-mox_require(fmt "11...<12" libfmt-dev "11.*")
-mox_require(nlohmann_json "3.11.3;EXACT" nlohmann-json3-dev "*3.11.3*")
+set(mox_missing)
+find_package(fmt ${mox_fmt_versions} CONFIG QUIET)
+if(NOT fmt_FOUND)
+    list(APPEND mox_missing "libfmt-dev=11.*")
+endif()
+find_package(nlohmann_json ${mox_nlohmann_json_versions} CONFIG QUIET)
+if(NOT nlohmann_json_FOUND)
+    list(APPEND mox_missing "nlohmann-json3-dev=*3.11.3*")
+endif()
+if(MOX_BUILD_TESTS)
+    mox_find_googletest()
+    if(NOT GTest_FOUND AND NOT MOX_GOOGLETEST_SOURCES)
+        list(APPEND mox_missing "googletest=1.*")
+    endif()
+endif()
+mox_fetch(${mox_missing})
+mox_require(fmt)
+mox_require(nlohmann_json)

@@ -26,6 +26,12 @@ def drop_library_targets(root: Path) -> None:
         path.unlink()
 
 
+def request(text: str) -> tuple[str, str]:
+    """Package and pattern of PACKAGE or PACKAGE=PATTERN."""
+    package, _, pattern = text.partition("=")
+    return package, pattern or "*"
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--into", type=Path, required=True, help="folder to unpack below")
@@ -38,9 +44,8 @@ def main() -> int:
         # Two configure steps at once share the folder.
         with (root / "lock").open("w") as lock:
             fcntl.flock(lock, fcntl.LOCK_EX)
-            for request in arguments.packages:
-                package, _, pattern = request.partition("=")
-                print(fetch_into(root, package, pattern or "*", SUITES), flush=True)
+            for fetched in fetch_into(root, dict(map(request, arguments.packages)), SUITES):
+                print(fetched, flush=True)
             drop_library_targets(root)
     except FetchError as error:
         print(error, file=sys.stderr)

@@ -13,7 +13,7 @@ import re
 import shutil
 import subprocess
 import tempfile
-from collections.abc import Iterable, Iterator
+from collections.abc import Iterable, Iterator, Mapping
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -99,13 +99,9 @@ class PrivateApt:
         """Bring the index up to date."""
         self.run_("apt-get", "-qq", "update", "--error-on=any")
 
-    def version_like(self, package: str, pattern: str) -> str | None:
-        """A version of the package that the pattern matches (shell style), None without one."""
-        for line in self.run_("apt-cache", "madison", package).splitlines():
-            version = line.split("|")[1].strip()
-            if fnmatch.fnmatchcase(version, pattern):
-                return version
-        return None
+    def versions_like(self, requests: Mapping[str, str]) -> dict[str, str]:
+        """Package -> a version that its pattern matches (shell style), for those that have one."""
+        return versions_in(self.run_("apt-cache", "madison", *requests), requests)
 
     def download(self, packages: Iterable[str], folder: Path) -> list[Path]:
         """The named packages alone, as files in the folder."""
@@ -162,28 +158,48 @@ def unpack(archives: Iterable[Path], root: Path) -> None:
         subprocess.run(["dpkg", "--extract", archive, root], check=True)
 
 
-def fetch_into(root: Path, package: str, pattern: str, suites: Iterable[str]) -> str:
-    """Unpack one package, in a version that the pattern matches, from the first suite that has it.
+def versions_in(madison: str, requests: Mapping[str, str]) -> dict[str, str]:
+    """Package -> first version that its pattern matches, in what `apt-cache madison` prints."""
+    found: dict[str, str] = {}
+    for line in madison.splitlines():
+        package, version, *_ = (field.strip() for field in line.split("|"))
+        if package in requests and fnmatch.fnmatchcase(version, requests[package]):
+            found.setdefault(package, version)
+    return found
 
-    Returns "package version (suite)".
+
+def fetch_into(root: Path, requests: Mapping[str, str], suites: Iterable[str]) -> Iterator[str]:
+    """Unpack packages, each in a version that its pattern matches.
+
+    The first suite that has one serves. Gives "package version (suite)" for each; ends with an error
+    that names those that no suite has.
     """
     mirror = machine_mirror()
+    missing = dict(requests)
     refusals = []
     for suite in suites:
+        if not missing:
+            return
         apt = PrivateApt(root / "apt", suite, mirror)
         try:
             apt.update()
-            version = apt.version_like(package, pattern)
-            if version is None:
-                refusals.append(f"suite '{suite}' has no {package} of version {pattern}")
-                continue
-            with tempfile.TemporaryDirectory() as folder:
-                unpack(apt.download([f"{package}={version}"], Path(folder)), root)
+            versions = apt.versions_like(missing)
+            if versions:
+                wanted = [f"{package}={version}" for package, version in versions.items()]
+                with tempfile.TemporaryDirectory() as folder:
+                    unpack(apt.download(wanted, Path(folder)), root)
         except FetchError as error:
             refusals.append(str(error))
             continue
-        return f"{package} {version} ({suite})"
-    raise FetchError("\n".join([f"{package} could not be fetched:", *refusals]))
+        for package, version in versions.items():
+            del missing[package]
+            yield f"{package} {version} ({suite})"
+        refusals += [
+            f"suite '{suite}' has no {package} of version {pattern}"
+            for package, pattern in missing.items()
+        ]
+    if missing:
+        raise FetchError("\n".join([f"{', '.join(missing)} could not be fetched:", *refusals]))
 
 
 def require_tools() -> None:

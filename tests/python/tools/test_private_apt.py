@@ -5,6 +5,7 @@ from private_apt import (
     mirrors_in_list,
     mirrors_in_sources,
     release_codename,
+    versions_in,
 )
 
 
@@ -73,3 +74,22 @@ def test_key_block_keeps_its_lines():
     stanza = STANZA.replace("Signed-By: /k.gpg", f"Signed-By:\n {block}".rstrip())
     (mirror,) = mirrors_in_sources(stanza, "bookworm")
     assert mirror.signed_by == f"{block}".rstrip()
+
+
+MADISON = """\
+libfmt-dev | 12.1.0-1 | http://mirror.example/debian sid/main amd64 Packages
+libfmt-dev | 11.1.1+ds1-2 | http://mirror.example/debian sid/main amd64 Packages
+libfmt-dev | 11.0.2-1 | http://mirror.example/debian sid/main amd64 Packages
+ googletest |   1.18.0-1 | http://mirror.example/debian sid/main amd64 Packages
+other | 11.5 | http://mirror.example/debian sid/main amd64 Packages
+"""
+
+
+def test_first_fitting_version_of_each_package_is_taken():
+    requests = {"libfmt-dev": "11.*", "googletest": "1.*", "nlohmann-json3-dev": "*"}
+    expected = {"libfmt-dev": "11.1.1+ds1-2", "googletest": "1.18.0-1"}
+    assert versions_in(MADISON, requests) == expected
+
+
+def test_package_without_a_fitting_version_is_left_out():
+    assert versions_in(MADISON, {"libfmt-dev": "10.*"}) == {}
