@@ -10,8 +10,6 @@ function(add_strata_plugin name)
     target_link_libraries(${name}_objects
         PUBLIC strata::core anvil::core ${arg_LIBRARIES}
         PRIVATE mox::build_flags)
-    # Unique symbols would pin the file in memory: a plugin has to leave the process when it is unloaded.
-    target_compile_options(${name}_objects PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
     add_library(${name} MODULE $<TARGET_OBJECTS:${name}_objects>)
     target_link_libraries(${name} PRIVATE strata::core anvil::core ${arg_LIBRARIES} mox::build_flags)
