@@ -11,7 +11,7 @@ from ..sides import SIDES, Side
 from ..trial.cycles import Cycle
 from ..trial.extras import require
 from .colours import NEITHER, REFERENCE, SIDE_COLOURS
-from .cycle_panels import Panel, panels_of
+from .cycle_panels import Panel, from_pelvis_to_foot, panels_of
 from .cycle_reference import reference_of
 from .occasions import stances
 from .panels import Panels, note, plain, require_clock
@@ -23,8 +23,10 @@ Cycles = Mapping[str, Sequence[Cycle]]
 
 _INSTANTS = 101
 _PER_CENT = np.linspace(0.0, 100.0, _INSTANTS)
-# The left line is the wider one, so that both show where they are one.
+# The left line is the wider one and lies below, so that both show where they are one.
 _WIDTHS: dict[Side, float] = {"Left": 2.4, "Right": 1.2}
+_LAYERS: dict[Side, float] = {"Left": 3.0, "Right": 3.1}
+_SPREAD = 0.22  # how opaque a deviation is
 # A range below this is not blown up to the height of a panel: rest would look like movement.
 _LEAST_RANGE = {"deg": 10.0, "rad": 0.175}
 
@@ -47,7 +49,8 @@ def angles(
     Parameters
     ----------
     labels : iterable of str, optional
-        Which angles, of either side; those of both are in one panel. All when left out.
+        Which angles, of either side, in this order; those of both are in one panel. When left
+        out, all from the pelvis down to the foot, then those of other names.
     cycles : mapping of str to sequence of Cycle, optional
         The cycles of ``"Left"`` and ``"Right"``; when left out, from each foot strike of a side to
         its next one.
@@ -124,7 +127,7 @@ def _grid(
 ) -> Any:
     trial = plots.trial
     channels = getattr(trial, kind)
-    shown = list(channels.labels if labels is None else labels)
+    shown = list(from_pelvis_to_foot(channels) if labels is None else labels)
     content = panels_of(channels, shown)
     if not shown:
         raise ValueError(f"the trial has no {kind}")
@@ -151,6 +154,7 @@ def _grid(
         filled = [row for row in range(rows) if content[row, column] is not None]
         if filled:
             panels.axes[filled[-1], column].set_xlabel("gait cycle (%)")
+    panels.align()
     panels.title(kind.capitalize(), trial)
     panels.legend(_explained(of_sides, offs, bool(bands)))
     return panels.axes
@@ -172,10 +176,18 @@ def _draw_panel(
         mean, deviation, count = channel.mean_cycle(cycles[side], _INSTANTS)
         course, spread = mean[:, panel.component], deviation[:, panel.component]
         colour = SIDE_COLOURS[side]
-        axes.plot(_PER_CENT, course, color=colour, linewidth=_WIDTHS[side], label=side, zorder=3)
+        axes.plot(
+            _PER_CENT, course, color=colour, linewidth=_WIDTHS[side], label=side,
+            zorder=_LAYERS[side],
+        )  # fmt: skip
         if np.isfinite(spread).any():
             axes.fill_between(
-                _PER_CENT, course - spread, course + spread, color=colour, alpha=0.22, linewidth=0
+                _PER_CENT,
+                course - spread,
+                course + spread,
+                color=colour,
+                alpha=_SPREAD,
+                linewidth=0,
             )
         if np.isfinite(offs[side]):
             axes.axvline(offs[side], color=colour, linestyle="--", linewidth=0.9, zorder=2)
@@ -226,8 +238,16 @@ def _explained(cycles: dict[Side, list[Cycle]], offs: dict[Side, float], banded:
         )
         for side, own in cycles.items()
     ]
-    if any(len(own) > 1 for own in cycles.values()):
-        lines.append(patch(color=NEITHER, alpha=0.25, label="± 1 standard deviation"))
+    spread = [side for side, own in cycles.items() if len(own) > 1]
+    if spread:
+        # In the colours of its sides, as grey is the reference.
+        lines.append(
+            tuple(
+                patch(color=SIDE_COLOURS[side], alpha=_SPREAD, linewidth=0,
+                      label="± 1 standard deviation")
+                for side in spread
+            )
+        )  # fmt: skip
     if any(np.isfinite(off) for off in offs.values()):
         lines.append(line([], [], color=NEITHER, linestyle="--", linewidth=0.9, label="foot off"))
     return lines + ([patch(color=REFERENCE, alpha=0.35, label="reference")] if banded else [])

@@ -20,6 +20,8 @@ if TYPE_CHECKING:
     from .plots import Plots
 
 _INTERVAL = 0.01  # seconds from vector to vector
+# Of a longer contact vectors are farther apart: more of them are a dark patch.
+_VECTORS = 200
 # How high the greatest force is drawn, as a part of what the picture is wide.
 _HEIGHT = 0.42
 _WIDTH = 8.0
@@ -32,7 +34,8 @@ def butterfly(plots: Plots, threshold: float = 20.0, *, ax: Any = None) -> Any:
 
     The horizontal axis is that of the laboratory along which the person walks. Vectors have their
     true direction and one scale: they are read at the axis of the forces. There is one each 0.01 s,
-    in the colour of the foot (left red, right blue, grey where markers do not tell).
+    or at most 200 of a contact, in the colour of the foot (left red, right blue, grey where markers
+    do not tell).
 
     Parameters
     ----------
@@ -90,7 +93,7 @@ def butterfly(plots: Plots, threshold: float = 20.0, *, ax: Any = None) -> Any:
         axes.set_xlim(low, high)
     column[-1].set_xlabel(with_unit(AXES[along], units.point))
     panels.align()
-    panels.title("Ground reaction on the person at the centre of pressure", trial)
+    panels.title("Ground reaction at the centre of pressure", trial)
     panels.legend(_explained(plates))
     return column[0] if is_single else column
 
@@ -138,8 +141,9 @@ def _draw_side(
     has_vectors = False
     for each in plates:
         reaction = each.reaction
-        step = max(1, round(_INTERVAL * each.plate._trial.analogs.rate))
+        usual = max(1, round(_INTERVAL * each.plate._trial.analogs.rate))
         for contact, side in each.contacts:
+            step = max(usual, -(-(contact.stop - contact.first) // _VECTORS))
             span = slice(contact.first, contact.stop, step)
             foot, force = reaction.point[span, along], reaction.force[span]
             seen = np.isfinite(foot) & np.isfinite(force).all(axis=1)
@@ -189,9 +193,10 @@ def _draw_floor(
             axes.add_patch(
                 polygon(outline, closed=True, facecolor=NEITHER, edgecolor=NEITHER, alpha=0.18)
             )
-            corner = outline.min(axis=0)
+            # The corner at the lower left, of platforms that lie askew, too.
+            corner = outline[np.argmin(outline.sum(axis=1))]
             axes.annotate(
-                each.name, corner, (4, 4 if upwards else -4), textcoords="offset points",
+                each.name, corner, (5, 5 if upwards else -5), textcoords="offset points",
                 fontsize="x-small", va="bottom" if upwards else "top", color=NEITHER,
             )  # fmt: skip
         point = each.reaction.point

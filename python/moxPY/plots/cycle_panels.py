@@ -21,6 +21,9 @@ _COMPONENTS = {
     "Ankle": ("dorsiflexion", "inversion", "rotation"),
 }
 
+# How a report goes through the body, by the beginnings of labels behind the side.
+_DOWNWARDS = ("Pelvis", "Hip", "Knee", "Ankle", "Foot")
+
 
 class Panel(NamedTuple):
     """One component of a joint, of both sides."""
@@ -37,6 +40,18 @@ class _Joint(NamedTuple):
     labels: list[str]
     channels: list[tuple[Side, Channel]]
     used: list[bool]  #: which components have any value but 0
+
+
+def from_pelvis_to_foot(channels: Channels) -> list[str]:
+    """The labels of channels from the pelvis down to the foot; others follow as they stand."""
+    return sorted(channels.labels, key=_level)
+
+
+def _level(label: str) -> int:
+    parts = sided(label)
+    place = parts.place if parts else label.rpartition(":")[2]
+    found = [level for level, name in enumerate(_DOWNWARDS) if place.startswith(name)]
+    return found[0] if found else len(_DOWNWARDS)
 
 
 def panels_of(channels: Channels, labels: Iterable[str]) -> NDArray[np.object_]:

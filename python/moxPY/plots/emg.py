@@ -104,6 +104,7 @@ def emg(
         filled = [axes for axes in column if axes.get_visible()]
         filled[-1].set_xlabel("time (s)")
         filled[-1].tick_params(labelbottom=True)
+    panels.align()
     panels.title("Electromyography", trial)
     panels.legend(_explained(phases, cutoff))
     return panels.axes
@@ -159,7 +160,7 @@ def _draw_phases(
             continue
         for start, stop in phases[each]:
             if side is None:
-                low, alpha = 0.06 * (1 - row), 0.7
+                low, alpha = 0.02 + 0.06 * (1 - row), 0.6
                 axes.axvspan(
                     start, stop, low, low + 0.05, color=SIDE_COLOURS[each], alpha=alpha, linewidth=0
                 )
@@ -174,7 +175,7 @@ def _explained(phases: dict[Side, list[tuple[float, float]]], cutoff: float) -> 
         line([], [], color=NEITHER, alpha=0.6, linewidth=0.6, label="raw, about its mean"),
         line([], [], color=NEITHER, linewidth=1.6, label=f"envelope ({cutoff:g} Hz)"),
         *(
-            patch(color=SIDE_COLOURS[side], alpha=0.3, label=f"{side.lower()} stance")
+            patch(color=SIDE_COLOURS[side], alpha=0.3, linewidth=0, label=f"{side.lower()} stance")
             for side in SIDES
             if phases[side]
         ),

@@ -10,7 +10,7 @@ from ..trial.extras import require
 from .channel import AXES
 from .colours import FAINT, NEITHER, SIDE_COLOURS, colour_of
 from .contacts import Loaded, loaded
-from .panels import Panels, note, plain, with_unit
+from .panels import Panels, note, on_top, plain, with_unit
 
 if TYPE_CHECKING:
     from .plots import Plots
@@ -24,8 +24,9 @@ def forces(plots: Plots, threshold: float = 20.0, *, ax: Any = None) -> Any:
 
     Forces are those on the person, as of `Platform.reaction`. A contact, from the first sample that
     reaches the threshold to the last one, is drawn in the colour of the foot (left red, right blue,
-    grey where markers do not tell) and named in the vertical panel; outside of contacts lines are
-    thin and grey. The horizontal line is the threshold.
+    grey where markers do not tell) and named in the vertical panel, which is shaded where the foot
+    is known; outside of contacts lines are thin and grey. The dashed horizontal line is the
+    threshold; a platform whose offset is above it seems to be stood on all the time.
 
     Parameters
     ----------
@@ -97,21 +98,22 @@ def _explain_vertical(
     axes.annotate(
         plain(f"threshold {threshold:g} {unit}"), (1.0, threshold),
         xycoords=("axes fraction", "data"), xytext=(-2, 2), textcoords="offset points", ha="right",
-        va="bottom", fontsize="x-small", color=NEITHER,
+        va="bottom", fontsize="x-small", color=NEITHER, **on_top(axes),
     )  # fmt: skip
     for each in plates:
         time, load = each.reaction.time, each.reaction.force[:, up]
         for contact, side in each.contacts:
-            axes.axvspan(
-                time[contact.first], time[contact.stop - 1], color=colour_of(side), alpha=0.08,
-                linewidth=0, zorder=0,
-            )  # fmt: skip
+            if side in SIDE_COLOURS:
+                axes.axvspan(
+                    time[contact.first], time[contact.stop - 1], color=colour_of(side), alpha=0.08,
+                    linewidth=0, zorder=0,
+                )  # fmt: skip
             span = load[contact.first : contact.stop]
             high = contact.first + np.flatnonzero(span >= np.nanmax(span) / 2)
             middle = (time[high[0]] + time[high[-1]]) / 2  # of a step, but not of an offset
             axes.annotate(
                 each.name, (middle, np.nanmax(span)), (0, 4), textcoords="offset points",
-                ha="center", va="bottom", fontsize="x-small", color=colour_of(side),
+                ha="center", va="bottom", fontsize="x-small", color=colour_of(side), **on_top(axes),
             )  # fmt: skip
     axes.margins(y=0.12)
     if not any(np.isfinite(each.reaction.force).any() for each in plates):

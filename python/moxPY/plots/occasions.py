@@ -7,7 +7,7 @@ from collections.abc import Iterable
 from itertools import pairwise
 from typing import TYPE_CHECKING, Any, Literal, NamedTuple
 
-from ..sides import Side, sided
+from ..sides import SIDES, Side, sided
 from ..trial.events import Event
 from ..trial.extras import require
 from .colours import colour_of
@@ -64,19 +64,28 @@ def mark_events(axes: Iterable[Axes], trial: Trial) -> list[Any]:
     line = require("matplotlib", "lines").Line2D
     panels = list(axes)
     explained: dict[tuple[str, str], Any] = {}
-    for each in occasions(trial):
+    known = occasions(trial)
+    for each in known:
         style = LINES[each.kind]
         for panel in panels:
             panel.axvline(
                 each.event.time, color=each.colour, linestyle=style, linewidth=0.9, alpha=0.75,
                 zorder=1,
             )  # fmt: skip
+    # Strikes and offs of the left side are explained first, then those of the right one.
+    for each in sorted(known, key=_rank):
+        style = LINES[each.kind]
         key = (each.colour, style) if each.kind != "other" else (each.colour, each.name)
         if key not in explained:
             explained[key] = line(
                 [], [], color=each.colour, linestyle=style, linewidth=1.2, label=plain(each.name)
             )
     return list(explained.values())
+
+
+def _rank(each: Occasion) -> tuple[bool, int, bool]:
+    side = SIDES.index(each.side) if each.side else len(SIDES)
+    return each.kind == "other", side, each.kind != "strike"
 
 
 def _understood(event: Event) -> Occasion:

@@ -75,6 +75,7 @@ class Panels:
                 ha="left",
                 fontsize="large",
                 fontweight="bold",
+                wrap=True,
             )
 
     def align(self) -> None:
@@ -83,9 +84,16 @@ class Panels:
             self.figure.align_ylabels()
 
     def legend(self, handles: Sequence[Any]) -> None:
-        """Explain what is drawn: below a new figure; in the first of given axes."""
+        """Explain what is drawn: below a new figure; in the first of given axes. A tuple of handles
+        is one entry."""
         if not handles:
             return
+        first = [each[0] if isinstance(each, tuple) else each for each in handles]
+        side_by_side = require("matplotlib", "legend_handler").HandlerTuple(ndivide=None, pad=0.0)
+        options: Any = {
+            "labels": [each.get_label() for each in first],
+            "handler_map": {tuple: side_by_side},
+        }
         if self._is_new:
             columns = min(len(handles), max(2, int(self.figure.get_figwidth() / 1.5)))
             self.figure.legend(
@@ -94,9 +102,10 @@ class Panels:
                 ncols=columns,
                 frameon=False,
                 fontsize="small",
+                **options,
             )
         else:
-            self.axes.flat[0].legend(handles=handles, fontsize="x-small", framealpha=0.7)
+            self.axes.flat[0].legend(handles=handles, fontsize="x-small", framealpha=0.7, **options)
 
 
 def require_clock(trial: Trial) -> None:
@@ -119,6 +128,12 @@ def with_unit(name: str, unit: str | None) -> str:
 def plain(text: str) -> str:
     """A text of a file, in which no dollar begins a formula."""
     return text.replace("$", r"\$")
+
+
+def on_top(axes: Axes) -> dict[str, Any]:
+    """How a text is drawn that stays legible where lines run through it."""
+    ground = {"facecolor": axes.get_facecolor(), "alpha": 0.75, "linewidth": 0, "pad": 0.6}
+    return {"bbox": ground, "zorder": 4}
 
 
 def note(axes: Axes, text: str) -> None:

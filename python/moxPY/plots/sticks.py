@@ -86,7 +86,7 @@ def sticks(
     tall = _span(poses[1])
     width = 10.0
     room = (width - 0.9) / max(pitch * len(chosen), 1e-9) * tall
-    panels = Panels(ax, (1, 1), (width, min(max(room + 1.4, 2.6), 9.0)))
+    panels = Panels(ax, (1, 1), (width, min(max(room + 1.4, 2.2), 9.0)))
     axes = panels.axes[0, 0]
     for number, (places, levels) in enumerate(zip(centred, poses[1], strict=True)):
         _draw(axes, body, places + number * pitch, levels)

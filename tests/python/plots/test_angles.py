@@ -9,8 +9,10 @@ from pathlib import Path
 import moxPY
 import numpy as np
 import pytest
+from matplotlib.colors import to_hex
 from matplotlib.figure import Figure
-from moxPY.plots.colours import LEFT, RIGHT
+from matplotlib.patches import Rectangle
+from moxPY.plots.colours import LEFT, REFERENCE, RIGHT
 from plots.drawn import collection, legend_of, line, rendered, texts, xy
 
 
@@ -70,6 +72,36 @@ def test_panels_are_named_as_in_the_field_and_have_units(example: moxPY.Trial):
     ]  # fmt: skip
 
 
+def test_the_right_line_lies_on_the_wider_left_one_whatever_the_order(example: moxPY.Trial):
+    axes = example.plot.angles(["RKneeAngles", "LKneeAngles"])
+    left, right = line(axes[0, 0], "Left"), line(axes[0, 0], "Right")
+    assert left.get_zorder() < right.get_zorder()
+    assert left.get_linewidth() > right.get_linewidth()
+
+
+def test_joints_go_from_the_pelvis_to_the_foot_unless_they_are_named(walk: moxPY.Trial):
+    walk.angles.rename({"LHipAngles": "LFootProgressAngles", "LKneeAngles": "TrunkAngles"})
+    axes = walk.plot.angles()
+    assert [panel.get_title(loc="left") for panel in axes[:, 2]] == [
+        "Pelvis rotation", "Hip rotation", "Knee rotation", "Ankle rotation",
+        "LFootProgressAngles z", "TrunkAngles z",
+    ]  # fmt: skip
+    named = walk.plot.angles(["RAnkleAngles", "RHipAngles"])
+    assert [panel.get_title(loc="left") for panel in named[:, 2]] == [
+        "Ankle rotation", "Hip rotation",
+    ]  # fmt: skip
+
+
+def test_a_deviation_is_explained_in_the_colours_of_its_sides_and_a_reference_in_grey(
+    example: moxPY.Trial,
+):
+    usual = {"KneeAngles": (np.zeros((5, 3)), np.ones((5, 3)))}
+    axes = example.plot.angles(["LKneeAngles", "RKneeAngles"], reference=usual)
+    (legend,) = axes[0, 0].figure.legends
+    patches = [to_hex(patch.get_facecolor()) for patch in legend.findobj(Rectangle)]
+    assert patches == [LEFT, RIGHT, REFERENCE]
+
+
 def test_foot_offs_are_where_they_are_in_the_cycle(example: moxPY.Trial):
     axes = example.plot.angles(["LHipAngles", "RHipAngles"])
     offs = {
@@ -86,7 +118,7 @@ def test_moments_and_powers_have_their_own_units(example: moxPY.Trial):
     assert (moments.shape, powers.shape) == ((3, 3), (1, 3))  # a power has one component
     assert moments[0, 0].get_ylabel() == "Nmm/kg"
     assert [panel.get_title(loc="left") for panel in powers[0]] == [
-        "AnklePower", "KneePower", "HipPower",
+        "HipPower", "KneePower", "AnklePower",
     ]  # fmt: skip
     _, course = xy(line(powers[0, 1], "Left"))
     expected = example.powers["LKneePower"].mean_cycle(example.cycles("Left")).mean[:, 2]
@@ -188,5 +220,5 @@ def test_a_trial_with_a_subject_before_its_labels(sample: Callable[[str], Path])
     trial = moxPY.read(sample("gait-pig.c3d"), odd="ignore")
     axes = trial.plot.angles()
     assert [panel.get_title(loc="left") for panel in axes[:, 0]] == [
-        "Hip flexion", "Knee flexion", "Ankle dorsiflexion", "Pelvis tilt", "FootProgressAngles x",
+        "Pelvis tilt", "Hip flexion", "Knee flexion", "Ankle dorsiflexion", "FootProgressAngles x",
     ]  # fmt: skip

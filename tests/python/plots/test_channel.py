@@ -48,7 +48,7 @@ def test_events_are_lines_in_the_colour_of_the_side(example: moxPY.Trial):
     assert upright(axes) == [
         (event.time, colours[event.context], styles[event.label]) for event in example.events
     ]
-    assert set(legend_of(axes)[1:]) == {f"{side} {label}" for side in colours for label in styles}
+    assert legend_of(axes)[1:] == [f"{side} {label}" for side in colours for label in styles]
 
 
 def test_events_may_be_left_out(example: moxPY.Trial):

@@ -75,6 +75,18 @@ class _Missing:
             raise ModuleNotFoundError("No module named 'matplotlib'", name=name)
 
 
+def test_a_long_name_of_a_file_stays_within_the_picture(example: moxPY.Trial, tmp_path: Path):
+    path = tmp_path / "second_walk_at_the_speed_that_the_patient_chose_before_treatment_began.c3d"
+    example.write(path)
+    axes = moxPY.read(path).plot.events()
+    figure = axes.figure
+    figure.draw_without_rendering()
+    title = figure._suptitle.get_window_extent()
+    assert path.name in figure._suptitle.get_text()
+    assert title.x1 <= figure.bbox.x1
+    assert title.y0 >= axes.get_window_extent().y1
+
+
 @pytest.mark.parametrize("what", ["channel", "angles", "forces", "butterfly", "emg"])
 def test_a_trial_without_a_rate_is_not_drawn_over_time(walk: moxPY.Trial, what: str):
     moxPY.moxSetFrequency(walk, 0.0)

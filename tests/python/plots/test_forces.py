@@ -84,6 +84,7 @@ def test_sides_that_nobody_can_tell(walk: moxPY.Trial):
     assert line(axes[0], "plate 1, General")
     assert line(axes[0], "plate 2, General").get_linestyle() == "--"
     assert "foot not known" in legend_of(axes[0])
+    assert spans(axes[0]) == []  # nothing to tell apart
     assert rendered(walk.plot.butterfly())
 
 
@@ -144,6 +145,28 @@ def test_vectors_stand_on_the_centre_of_pressure_and_are_as_high_as_the_force(
         assert tip[1] == pytest.approx(reaction.force[sample, 2])
         assert tip[0] - foot[0] == pytest.approx(scale * reaction.force[sample, 0])
     assert len(vectors) == 66
+
+
+def test_a_contact_all_the_time_has_no_more_vectors_than_can_be_seen(example: moxPY.Trial):
+    example = example.copy()
+    load = example.analogs["Fz1"]
+    load.values = load.values - 100.0  # an amplifier that nobody has set to zero
+    side, _ = example.plot.butterfly()
+    label = next(each.get_label() for each in side.collections if "plate 1" in each.get_label())
+    assert 180 <= len(collection(side, label).get_segments()) <= 200
+
+
+def test_the_name_of_a_platform_is_at_a_corner_of_its_own(walk: moxPY.Trial):
+    around = np.deg2rad(20.0)
+    turn = [
+        [np.cos(around), -np.sin(around), 0.0],
+        [np.sin(around), np.cos(around), 0.0],
+        [0, 0, 1],
+    ]
+    _, floor = walk.rotated(turn).plot.butterfly()
+    outlines = np.concatenate([patch.get_xy()[:4] for patch in floor.patches])
+    for name in floor.texts:
+        assert np.linalg.norm(outlines - name.xy, axis=1).min() == pytest.approx(0.0, abs=1e-6)
 
 
 def test_the_path_lies_on_the_platforms(example: moxPY.Trial):
