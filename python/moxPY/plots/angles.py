@@ -24,7 +24,7 @@ Cycles = Mapping[str, Sequence[Cycle]]
 _INSTANTS = 101
 _PER_CENT = np.linspace(0.0, 100.0, _INSTANTS)
 # The left line is the wider one and lies below, so that both show where they are one.
-_WIDTHS: dict[Side, float] = {"Left": 2.4, "Right": 1.2}
+_WIDTHS: dict[Side, float] = {"Left": 2.8, "Right": 1.1}
 _LAYERS: dict[Side, float] = {"Left": 3.0, "Right": 3.1}
 _SPREAD = 0.22  # how opaque a deviation is
 # A range below this is not blown up to the height of a panel: rest would look like movement.
