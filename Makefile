@@ -23,7 +23,7 @@ in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_S
 configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps build demo test test-sanitize test-wheel wheel bench format lint tidy tidy-changed clean
+.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel bench format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -37,6 +37,10 @@ help:
 	@echo "make format, lint, tidy, tidy-changed, clean"
 
 venv: $(dev_ready)
+
+# For the tests of `Trial.to_rerun`, which are skipped without it.
+rerun: $(dev_ready)
+	@tools/install_group.sh $(VENV) rerun
 
 # Dependencies that are installed on the machine are not fetched; configuring finds out.
 deps: $(release)/configured

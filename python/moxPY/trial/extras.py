@@ -15,6 +15,7 @@ _EXTRAS = {
     "xarray": ("xarray", "xarray"),
     "distributed": ("Dask", "dask"),
     "matplotlib": ("matplotlib", "plot"),
+    "rerun": ("Rerun", "rerun"),
 }
 
 

@@ -22,6 +22,7 @@ from .analysis import Analysis
 from .asking import ask
 from .bridges.pandas import to_pandas
 from .bridges.polars import to_polars
+from .bridges.rerun import to_rerun
 from .bridges.xarray import to_xarray
 from .channels import Analogs, Channels, Points
 from .cycles import cycles
@@ -254,6 +255,7 @@ class Trial:
     to_pandas = to_pandas
     to_polars = to_polars
     to_xarray = to_xarray
+    to_rerun = to_rerun
 
     @property
     def metadata(self) -> Metadata:

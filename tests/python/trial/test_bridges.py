@@ -347,18 +347,19 @@ def test_the_data_set_survives_a_file(tmp_path: Path) -> None:
         ("trial.to_pandas()", 'this needs pandas: pip install "moxPY[table]"'),
         ("trial.to_polars()", 'this needs polars: pip install "moxPY[polars]"'),
         ("trial.to_xarray()", 'this needs xarray: pip install "moxPY[xarray]"'),
+        ("trial.to_rerun()", 'this needs Rerun: pip install "moxPY[rerun]"'),
     ],
 )
 def test_a_missing_package_is_named(call: str, message: str) -> None:
     script = f"""
 import sys
 from moxPY.trial import Trial
-loaded = {{"pandas", "polars", "xarray", "scipy"}} & set(sys.modules)
+loaded = {{"pandas", "polars", "xarray", "scipy", "rerun"}} & set(sys.modules)
 assert not loaded, loaded
 
 class Nothing:
     def find_spec(self, name, path=None, target=None):
-        if name.partition(".")[0] in ("pandas", "polars", "xarray", "scipy"):
+        if name.partition(".")[0] in ("pandas", "polars", "xarray", "scipy", "rerun"):
             raise ModuleNotFoundError(f"No module named {{name!r}}", name=name)
 
 sys.meta_path.insert(0, Nothing())

@@ -170,7 +170,7 @@ def test_everything_is_listed(trial: Trial) -> None:
     names = {
         "markers", "angles", "forces", "moments", "powers", "points", "analogs", "events",
         "platforms", "rotations", "rate", "frames", "first_frame", "time", "copy", "cycles",
-        "to_pandas", "to_polars", "to_xarray",
+        "to_pandas", "to_polars", "to_xarray", "to_rerun",
     }  # fmt: skip
     assert names <= set(dir(trial))
     assert {"labels", "unit", "values", "rename", "gaps", "update_from"} <= set(dir(trial.markers))
