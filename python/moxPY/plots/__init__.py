@@ -6,6 +6,8 @@ matplotlib is imported when the first picture is drawn. A file a subject:
 plots            `Plots`: what `Trial.plot` offers
 channel          a channel over time, with its gaps and the events
 angles           angles, moments and powers over the gait cycle
+laid_over        the same of several trials in one picture
+cycle_axes       the axes of these panels
 cycle_panels     which panels such a grid has, and what they are called
 cycle_reference  what is usual over the gait cycle
 forces           ground reaction forces over time

@@ -10,25 +10,29 @@ import numpy as np
 from ..sides import SIDES, Side
 from ..trial.cycles import Cycle
 from ..trial.extras import require
-from .colours import NEITHER, REFERENCE, SIDE_COLOURS
+from .colours import NEITHER, SIDE_COLOURS
+from .cycle_axes import (
+    LAYERS,
+    PER_CENT,
+    WIDTHS,
+    begin,
+    draw_reference,
+    name_below,
+    reference_handle,
+    size_of,
+    widen,
+)
 from .cycle_panels import Panel, from_pelvis_to_foot, panels_of
 from .cycle_reference import reference_of
 from .occasions import stances
-from .panels import Panels, note, plain, require_clock
+from .panels import Panels, note, require_clock
 
 if TYPE_CHECKING:
     from .plots import Plots
 
 Cycles = Mapping[str, Sequence[Cycle]]
 
-_INSTANTS = 101
-_PER_CENT = np.linspace(0.0, 100.0, _INSTANTS)
-# The left line is the wider one and lies below, so that both show where they are one.
-_WIDTHS: dict[Side, float] = {"Left": 2.8, "Right": 1.1}
-_LAYERS: dict[Side, float] = {"Left": 3.0, "Right": 3.1}
 _SPREAD = 0.22  # how opaque a deviation is
-# A range below this is not blown up to the height of a panel: rest would look like movement.
-_LEAST_RANGE = {"deg": 10.0, "rad": 0.175}
 
 
 def angles(
@@ -141,19 +145,15 @@ def _grid(
             "trial.platforms.detect_events(store=True) finds some where there are force platforms"
         )
     bands = reference_of(reference)
-    rows, columns = content.shape
-    panels = Panels(ax, (rows, columns), (0.6 + 2.9 * columns, 1.3 + 1.75 * rows))
+    panels = Panels(ax, content.shape, size_of(content))
     offs = {side: _mean_off(stances(trial, side), of_sides[side]) for side in SIDES}
     for axes, panel in zip(panels.axes.flat, content.flat, strict=True):
         if panel is None:
             axes.set_visible(False)
             continue
-        _draw_reference(axes, panel, bands)
+        draw_reference(axes, panel, bands)
         _draw_panel(axes, panel, of_sides, offs)
-    for column in range(columns):
-        filled = [row for row in range(rows) if content[row, column] is not None]
-        if filled:
-            panels.axes[filled[-1], column].set_xlabel("gait cycle (%)")
+    name_below(panels.axes)
     panels.align()
     panels.title(kind.capitalize(), trial)
     panels.legend(_explained(of_sides, offs, bool(bands)))
@@ -163,26 +163,20 @@ def _grid(
 def _draw_panel(
     axes: Any, panel: Panel, cycles: dict[Side, list[Cycle]], offs: dict[Side, float]
 ) -> None:
-    axes.set_title(plain(panel.title), loc="left", fontsize="medium")
-    axes.set_ylabel(plain(panel.unit or "no unit"), fontsize="small")
-    axes.set_xlim(0.0, 100.0)
-    axes.set_xticks([0, 25, 50, 75, 100])
-    axes.tick_params(labelsize="small")
-    axes.axhline(0.0, color=NEITHER, linewidth=0.6, zorder=1)
+    begin(axes, panel)
     has_curve = False
     for side, channel in panel.channels:
         if not cycles[side]:
             continue
-        mean, deviation, count = channel.mean_cycle(cycles[side], _INSTANTS)
+        mean, deviation, count = channel.mean_cycle(cycles[side], len(PER_CENT))
         course, spread = mean[:, panel.component], deviation[:, panel.component]
         colour = SIDE_COLOURS[side]
         axes.plot(
-            _PER_CENT, course, color=colour, linewidth=_WIDTHS[side], label=side,
-            zorder=_LAYERS[side],
-        )  # fmt: skip
+            PER_CENT, course, color=colour, linewidth=WIDTHS[side], label=side, zorder=LAYERS[side]
+        )
         if np.isfinite(spread).any():
             axes.fill_between(
-                _PER_CENT,
+                PER_CENT,
                 course - spread,
                 course + spread,
                 color=colour,
@@ -194,24 +188,7 @@ def _draw_panel(
         has_curve = has_curve or bool(count[:, panel.component].any())
     if not has_curve:
         note(axes, "not seen in any cycle")
-    _widen(axes, panel.unit)
-
-
-def _draw_reference(axes: Any, panel: Panel, bands: dict[str, Any]) -> None:
-    band = next((bands[name] for name in panel.names if name in bands), None)
-    if band is not None:
-        mean, deviation = (part[:, panel.component] for part in band)
-        axes.fill_between(
-            np.linspace(0.0, 100.0, len(mean)), mean - deviation, mean + deviation,
-            color=REFERENCE, alpha=0.35, linewidth=0, zorder=0, label="reference",
-        )  # fmt: skip
-
-
-def _widen(axes: Any, unit: str) -> None:
-    low, high = axes.get_ylim()
-    short = _LEAST_RANGE.get(unit.lower(), 0.0) - (high - low)
-    if short > 0.0:
-        axes.set_ylim(low - short / 2, high + short / 2)
+    widen(axes, panel.unit)
 
 
 def _mean_off(spans: list[tuple[float, float]], cycles: list[Cycle]) -> float:
@@ -233,7 +210,7 @@ def _explained(cycles: dict[Side, list[Cycle]], offs: dict[Side, float], banded:
             [],
             [],
             color=SIDE_COLOURS[side],
-            linewidth=_WIDTHS[side],
+            linewidth=WIDTHS[side],
             label=_counted(side, len(own)),
         )
         for side, own in cycles.items()
@@ -250,7 +227,7 @@ def _explained(cycles: dict[Side, list[Cycle]], offs: dict[Side, float], banded:
         )  # fmt: skip
     if any(np.isfinite(off) for off in offs.values()):
         lines.append(line([], [], color=NEITHER, linestyle="--", linewidth=0.9, label="foot off"))
-    return lines + ([patch(color=REFERENCE, alpha=0.35, label="reference")] if banded else [])
+    return lines + ([reference_handle()] if banded else [])
 
 
 def _counted(side: Side, count: int) -> str:

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterable
+from collections.abc import Iterable, Sequence
 from typing import NamedTuple
 
 import numpy as np
@@ -54,8 +54,11 @@ def _level(label: str) -> int:
     return found[0] if found else len(_DOWNWARDS)
 
 
-def panels_of(channels: Channels, labels: Iterable[str]) -> NDArray[np.object_]:
-    """A panel a joint and component, None where a component has no values.
+def panels_of(
+    channels: Channels, labels: Iterable[str], others: Sequence[Channels] = ()
+) -> NDArray[np.object_]:
+    """A panel a joint and component, None where a component has no values, neither here nor in the
+    channels of other trials, which have the same labels.
 
     A channel of neither side is shown over the cycles of both. Components that no joint has, as
     those of powers, are left out.
@@ -70,7 +73,7 @@ def panels_of(channels: Channels, labels: Iterable[str]) -> NDArray[np.object_]:
     KeyError
         There is no channel of a label.
     """
-    joints = _joints(channels, labels)
+    joints = _joints(channels, labels, others)
     used = [index for index in range(3) if any(joint.used[index] for joint in joints)] or [0, 1, 2]
     panels = np.full((len(joints), len(used)), None, dtype=object)
     for row, joint in enumerate(joints):
@@ -80,7 +83,7 @@ def panels_of(channels: Channels, labels: Iterable[str]) -> NDArray[np.object_]:
     return panels.T if len(used) == 1 else panels
 
 
-def _joints(channels: Channels, labels: Iterable[str]) -> list[_Joint]:
+def _joints(channels: Channels, labels: Iterable[str], others: Sequence[Channels]) -> list[_Joint]:
     """The joints in the order of the labels, each with its sides."""
     grouped: dict[str, dict[str, Side | None]] = {}
     for label in labels:
@@ -93,7 +96,7 @@ def _joints(channels: Channels, labels: Iterable[str]) -> list[_Joint]:
     joints = []
     for name, own in grouped.items():
         found = [(each, channels[label]) for label, side in own.items() for each in _sides(side)]
-        values = [channels[label].values for label in own]
+        values = [each[label].values for each in (channels, *others) for label in own]
         used = [any(np.nan_to_num(each[:, index]).any() for each in values) for index in range(3)]
         shown = name.rpartition(":")[2] if len(subjects) == 1 else name
         joints.append(_Joint(shown.strip(" _."), list(own), found, used))
