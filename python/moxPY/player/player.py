@@ -12,7 +12,7 @@ from ..formats.target import Target
 from ..trial.writing import PathLike
 
 # Of a notebook's cell.
-_HEIGHT = 640
+_HEIGHT = "640px"
 
 
 class Player:
@@ -61,13 +61,23 @@ class Player:
         path = self.write(folder / f"{Path(self.title).stem}.html")
         return path, webbrowser.open(path.as_uri())
 
-    def _repr_html_(self) -> str:
-        style = f"width: 100%; height: {_HEIGHT}px; border: 0"
+    def frame(self, height: str = _HEIGHT) -> str:
+        """The page as an element of another page of HTML.
+
+        Parameters
+        ----------
+        height : str
+            As style sheets have it: ``"640px"``, ``"90vh"``.
+        """
+        style = f"width: 100%; height: {escape(height)}; border: 0"
         # The page is an attribute, so no page of the notebook and no file has to be found again.
         return (
             f'<iframe title="{escape(self.title)}" style="{style}" allow="fullscreen" '
             f'srcdoc="{escape(self.html)}"></iframe>'
         )
+
+    def _repr_html_(self) -> str:
+        return self.frame()
 
     def __repr__(self) -> str:
         return f"<player: {self.title}, {len(self.html.encode()) / 1e6:.2g} MB>"

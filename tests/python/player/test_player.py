@@ -46,6 +46,15 @@ def test_a_notebook_keeps_the_page_in_itself(walk: moxPY.Trial):
     assert 'title="gait_trial.c3d"' in frame[1]
 
 
+def test_an_element_of_another_page_has_the_height_that_it_is_given(walk: moxPY.Trial):
+    player = walk.view()
+    assert 'style="width: 100%; height: min(50rem, 80vh); border: 0"' in player.frame(
+        "min(50rem, 80vh)"
+    )
+    assert player.frame() == player._repr_html_()
+    assert "height: 1px&quot; onload=&quot;; border" in player.frame('1px" onload="')
+
+
 def test_the_page_stays_as_the_trial_was(walk: moxPY.Trial):
     player = walk.view()
     before = player.html
