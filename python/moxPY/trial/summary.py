@@ -75,6 +75,20 @@ def date(trial: Trial) -> str | None:
     return None
 
 
+def device(trial: Trial) -> str | None:
+    """What the trial was recorded with, as far as the metadata say it: maker, program, version."""
+    entries = trial.metadata.get("MANUFACTURER")
+    if entries is None:
+        return None
+    values = {name.upper(): value for name, value in entries.items()}
+    version = values.get("VERSION_LABEL", values.get("VERSION"))
+    if isinstance(version, np.ndarray):
+        version = ".".join(f"{number:g}" for number in version.ravel())
+    texts = [values.get("COMPANY"), values.get("SOFTWARE"), version]
+    known = [str(text).strip() for text in texts if text is not None]
+    return " ".join(filter(None, known)) or None
+
+
 def _texts(trial: Trial, group: str, entry: str) -> list[str]:
     """The texts of an entry, however it has them; none without it."""
     entries = trial.metadata.get(group)

@@ -17,6 +17,7 @@ from ..formats import export
 from ..gait import gait
 from ..player import view
 from ..plots import Plots
+from ..report import report
 from . import copying, writing
 from .analysis import Analysis
 from .asking import ask
@@ -200,6 +201,7 @@ class Trial:
     export = export
     check = check
     gait = gait
+    report = report
     differences = differences
     view = view
     copy = copying.copy

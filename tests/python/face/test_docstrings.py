@@ -30,6 +30,7 @@ OBJECT_VIEW = (
     "moxPY.gait.",
     "moxPY.player.",
     "moxPY.plots.",
+    "moxPY.report.",
     "moxPY.skeleton.",
 )
 FUNCTIONS = [name for name in moxPY.__all__ if name != "data_store"]

@@ -1,0 +1,93 @@
+"""Writing a report: `Trial.report`."""
+
+from __future__ import annotations
+
+import os
+from collections.abc import Callable, Iterable, Mapping
+from pathlib import Path
+from typing import TYPE_CHECKING, Any
+
+from ..formats.target import Target
+from .blocks import Subject
+from .header import names_of
+from .html import html
+from .sections import Content, require_known
+
+if TYPE_CHECKING:
+    from ..trial.trial import Trial
+    from ..trial.writing import PathLike
+
+_WRITERS: dict[str, Callable[[str, Content], str]] = {
+    ".html": html,
+    ".htm": html,
+}
+
+
+def report(
+    trial: Trial,
+    path: PathLike,
+    *,
+    others: Iterable[Trial] = (),
+    reference: Mapping[str, Any] | None = None,
+    without: str | Iterable[str] = (),
+) -> Path:
+    """Write a report: who was recorded when, checks, gaps, events with spatio-temporal parameters,
+    curves over the gait cycle, ground reaction, EMG, and the trial in motion.
+
+    A report in HTML is one file that needs no other one and no network, and prints on A4.
+    What the trial does not have is not shown, and the report says why. Pictures need matplotlib;
+    the page is made without it, too.
+
+    Parameters
+    ----------
+    path : str or os.PathLike
+        A file that ends on ``.html``; one that is there is replaced once the new one is
+        complete.
+    others : iterable of Trial, optional
+        Further trials of the subject: tables get columns for each, and curves over the gait cycle
+        are laid over each other.
+    reference : mapping, optional
+        What is usual over the gait cycle, as `Trial.plot.angles` takes it.
+    without : str or iterable of str, optional
+        Sections that are left out, by the names in `moxPY.report.SECTIONS`: ``"player"``.
+
+    Returns
+    -------
+    Path
+        The file.
+
+    Raises
+    ------
+    ValueError
+        The file ends on something else, or there is no section of a name.
+    OSError
+        The system does not let the file be made.
+
+    Examples
+    --------
+    >>> trial.report(path.replace(".c3d", ".html"), without=["emg", "player"]).name
+    'gait_trial.html'
+    """
+    place = Path(os.fsdecode(path))
+    if place.suffix.lower() not in _WRITERS:
+        raise ValueError(f"a report ends on .html, not '{place.suffix}'")
+    left_out = {without} if isinstance(without, str) else set(without)
+    require_known(left_out)
+    trials = [trial, *others]
+    about = Subject(trials, _names(trials), reference)
+    title = names_of(trials) or about.names[0]
+    page = _WRITERS[place.suffix.lower()](title, Content(about, left_out))
+    with Target(place.parent, place.stem, place.suffix, replace=True) as target:
+        target.path().write_bytes(page.encode("utf-8", "replace"))
+    return place
+
+
+def _names(trials: list[Trial]) -> list[str]:
+    """What the trials are called: by their files, with numbers where there are several."""
+    names = [_readable(trial.path.name) if trial.path else "trial" for trial in trials]
+    return names if len(names) == 1 else [f"{n}. {name}" for n, name in enumerate(names, 1)]
+
+
+def _readable(name: str) -> str:
+    """The name of a file, in which bytes that are no letters are question marks."""
+    return name.encode("utf-8", "replace").decode("utf-8")
