@@ -1,7 +1,7 @@
 """The report of a trial, or of several of one subject: `Trial.report`.
 
-What a report says and how it is written are apart: sections make blocks, of which a page is made. A
-file a subject:
+What a report says and how it is written are apart: sections make blocks, and both HTML and PDF are
+made of the same blocks. A file a subject:
 
 ============  ================================================================
 report        what a user calls
@@ -16,6 +16,8 @@ joints        which channels stand on one page
 drawing       the pictures of a trial, one after the other, in the same style
 html          a report as one file of HTML
 report.css    how that looks, on screens and on paper
+pdf           a report as pages of matplotlib
+paper         one page after the other, line by line
 ============  ================================================================
 """
 

@@ -16,7 +16,7 @@ if TYPE_CHECKING:
     from ..trial.trial import Trial
 
 # Text stays text, which can be searched and copied.
-_OPTIONS = {"svg.fonttype": "none"}
+_OPTIONS = {"svg.fonttype": "none", "pdf.fonttype": 42}
 
 
 def house_style() -> AbstractContextManager[Any]:

@@ -11,15 +11,17 @@ from ..formats.target import Target
 from .blocks import Subject
 from .header import names_of
 from .html import html
+from .pdf import pdf
 from .sections import Content, require_known
 
 if TYPE_CHECKING:
     from ..trial.trial import Trial
     from ..trial.writing import PathLike
 
-_WRITERS: dict[str, Callable[[str, Content], str]] = {
+_WRITERS: dict[str, Callable[[str, Content], str | bytes]] = {
     ".html": html,
     ".htm": html,
+    ".pdf": pdf,
 }
 
 
@@ -34,14 +36,14 @@ def report(
     """Write a report: who was recorded when, checks, gaps, events with spatio-temporal parameters,
     curves over the gait cycle, ground reaction, EMG, and the trial in motion.
 
-    A report in HTML is one file that needs no other one and no network, and prints on A4.
-    What the trial does not have is not shown, and the report says why. Pictures need matplotlib;
-    the page is made without it, too.
+    A report in HTML is one file that needs no other one and no network, and prints on A4. One in
+    PDF has the same pages without the player. What the trial does not have is not shown, and the
+    report says why. Pictures need matplotlib; a page of HTML is made without it, too.
 
     Parameters
     ----------
     path : str or os.PathLike
-        A file that ends on ``.html``; one that is there is replaced once the new one is
+        A file that ends on ``.html`` or ``.pdf``; one that is there is replaced once the new one is
         complete.
     others : iterable of Trial, optional
         Further trials of the subject: tables get columns for each, and curves over the gait cycle
@@ -60,6 +62,8 @@ def report(
     ------
     ValueError
         The file ends on something else, or there is no section of a name.
+    ImportError
+        A PDF is wanted, and matplotlib is not installed.
     OSError
         The system does not let the file be made.
 
@@ -70,7 +74,7 @@ def report(
     """
     place = Path(os.fsdecode(path))
     if place.suffix.lower() not in _WRITERS:
-        raise ValueError(f"a report ends on .html, not '{place.suffix}'")
+        raise ValueError(f"a report ends on .html or .pdf, not '{place.suffix}'")
     left_out = {without} if isinstance(without, str) else set(without)
     require_known(left_out)
     trials = [trial, *others]
@@ -78,7 +82,9 @@ def report(
     title = names_of(trials) or about.names[0]
     page = _WRITERS[place.suffix.lower()](title, Content(about, left_out))
     with Target(place.parent, place.stem, place.suffix, replace=True) as target:
-        target.path().write_bytes(page.encode("utf-8", "replace"))
+        target.path().write_bytes(
+            page.encode("utf-8", "replace") if isinstance(page, str) else page
+        )
     return place
 
 

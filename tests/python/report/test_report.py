@@ -14,7 +14,7 @@ DRAWN = ("gaps", "gait", "angles", "moments", "powers", "forces", "emg", "player
 
 
 def test_the_file_is_made_where_it_is_wanted(walk: moxPY.Trial, tmp_path: Path):
-    for name, begin in (("a.html", b"<!DOCTYPE html>"), ("a.HTM", b"<!DOC")):
+    for name, begin in (("a.html", b"<!DOCTYPE html>"), ("a.HTM", b"<!DOC"), ("a.pdf", b"%PDF-")):
         path = walk.report(tmp_path / name, without=DRAWN)
         assert path == tmp_path / name
         assert path.read_bytes().startswith(begin)
@@ -24,7 +24,7 @@ def test_the_file_is_made_where_it_is_wanted(walk: moxPY.Trial, tmp_path: Path):
 @pytest.mark.parametrize("name", ["walk.txt", "walk", "html"])
 def test_another_ending_is_refused(walk: moxPY.Trial, tmp_path: Path, name: str):
     suffix = Path(name).suffix
-    with pytest.raises(ValueError, match=rf"^a report ends on \.html, not '{suffix}'$"):
+    with pytest.raises(ValueError, match=rf"^a report ends on \.html or \.pdf, not '{suffix}'$"):
         walk.report(tmp_path / name)
     assert not list(tmp_path.iterdir())
 
@@ -56,7 +56,7 @@ def test_what_was_there_stays_until_the_new_one_is_complete(
     assert path.read_text("utf-8") != "old"
 
 
-@pytest.mark.parametrize("suffix", [".html"])
+@pytest.mark.parametrize("suffix", [".html", ".pdf"])
 def test_the_same_trial_gives_the_same_file(walk: moxPY.Trial, tmp_path: Path, suffix: str):
     files = [
         walk.report(tmp_path / f"{name}{suffix}", without=set(DRAWN) - {"gait", "powers"})
@@ -75,13 +75,13 @@ def test_neither_trial_nor_settings_change(walk: moxPY.Trial, tmp_path: Path):
     assert styled.read_bytes() == plain.read_bytes()
 
 
-@pytest.mark.parametrize("suffix", [".html"])
+@pytest.mark.parametrize("suffix", [".html", ".pdf"])
 def test_a_trial_of_nothing_has_a_report(tmp_path: Path, suffix: str):
     path = moxPY.Trial.new(frames=0).report(tmp_path / f"bare{suffix}")
     assert path.stat().st_size > 2000
 
 
-@pytest.mark.parametrize("suffix", [".html"])
+@pytest.mark.parametrize("suffix", [".html", ".pdf"])
 def test_a_name_of_any_bytes(walk: moxPY.Trial, tmp_path: Path, suffix: str):
     file = tmp_path / os.fsdecode(b"w\xe4lk.c3d")
     try:
