@@ -20,6 +20,7 @@ check         what may be wrong with trials
 diff          what tells two files apart
 convert       files of other formats
 conversion    what ``convert`` does with one file, on this machine or another
+report        reports of trials
 workers       workers of a Dask scheduler, where one machine is not enough
 index         a table of many trials
 edit          changed copies of files

@@ -18,6 +18,7 @@ COMMANDS = {
     "convert": "Convert files to another format.",
     "edit": "Change copies of files.",
     "plot": "Draw pictures of trials.",
+    "report": "Make reports of trials, with pictures and the trial in motion.",
     "index": "Make a table of many trials, or update it.",
 }
 
