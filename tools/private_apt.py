@@ -171,8 +171,8 @@ def versions_in(madison: str, requests: Mapping[str, str]) -> dict[str, str]:
 def fetch_into(root: Path, requests: Mapping[str, str], suites: Iterable[str]) -> Iterator[str]:
     """Unpack packages, each in a version that its pattern matches.
 
-    The first suite that has one serves. Gives "package version (suite)" for each; ends with an error
-    that names those that no suite has.
+    The first suite that has one serves. Gives "package version (suite)" for each; ends with an
+    error that names those that no suite has.
     """
     mirror = machine_mirror()
     missing = dict(requests)

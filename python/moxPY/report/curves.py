@@ -8,6 +8,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from ..plots.cycle_panels import from_pelvis_to_foot
 from ..plots.laid_over import laid_over
 from ..sides import SIDES
 from ..trial.channels import Channels
@@ -37,7 +38,7 @@ def cycles(kind: str, about: Subject) -> Iterator[Block]:
         yield Picture(f"{kind.capitalize()}, trials laid over each other", draw)
     for name, trial in having:
         drawn = common if name in walked else []
-        rest = [label for label in getattr(trial, kind) if label not in drawn]
+        rest = [label for label in from_pelvis_to_foot(getattr(trial, kind)) if label not in drawn]
         for labels in pages(rest):
             draw = partial(figure_of, trial, kind, labels, reference=about.reference)
             yield Picture(about.titled(kind.capitalize(), name), draw)
@@ -54,8 +55,8 @@ def _common(channels: Sequence[Channels]) -> list[str]:
     first, *others = channels
     return [
         label
-        for label, own in first.items()
-        if all(label in each and each[label].unit == own.unit for each in others)
+        for label in from_pelvis_to_foot(first)
+        if all(label in each and each[label].unit == first[label].unit for each in others)
     ]
 
 
