@@ -60,13 +60,3 @@ endif()
 mox_fetch(${mox_missing})
 mox_require(fmt)
 mox_require(nlohmann_json)
-
-# mox::fmt: {fmt} with its code in one object. A copy in each of our shared libraries, hidden from the others:
-# another package in the process may bring a {fmt} of its own.
-add_library(mox_fmt STATIC "${CMAKE_CURRENT_LIST_DIR}/fmt.cpp")
-add_library(mox::fmt ALIAS mox_fmt)
-get_target_property(mox_fmt_headers fmt::fmt-header-only INTERFACE_INCLUDE_DIRECTORIES)
-target_include_directories(mox_fmt SYSTEM PUBLIC ${mox_fmt_headers})
-target_link_libraries(mox_fmt PRIVATE mox::build_flags)
-target_compile_features(mox_fmt PUBLIC cxx_std_20)
-set_target_properties(mox_fmt PROPERTIES POSITION_INDEPENDENT_CODE ON)
