@@ -14,6 +14,7 @@ import numpy as np
 PLAIN = "plain C++"
 SYNCED = "plain C++, fsync"
 MEGABYTE = 1e6
+LEAST_GROWTH = 0.25  # power of the size, below which a time counts as fixed
 STEPS = ("append", "read")  # as append_things.py tells their times
 
 
@@ -133,6 +134,29 @@ def folder_summary(answers: dict[str, list[dict[str, Any]]], files: int) -> dict
     }
 
 
+def growth_summary(answers: dict[str, list[dict[str, Any]]]) -> dict[str, Any]:
+    """For each axis and call the seconds at each size, and by which power of the size they grow."""
+    result: dict[str, Any] = {}
+    for axis, given in answers.items():
+        sizes = given[0]["sizes"]
+        result[axis] = {"sizes": sizes, "calls": {}}
+        for call in given[0]["seconds"]:
+            # Whatever else a machine does can only add to a time.
+            seconds = [
+                min(times) for times in zip(*(a["seconds"][call] for a in given), strict=True)
+            ]
+            grown = exponent(sizes[: len(seconds)], seconds)
+            result[axis]["calls"][call] = {"seconds": seconds, "exponent": grown}
+    return result
+
+
+def exponent(sizes: list[int], seconds: list[float]) -> float:
+    """The slope of the line through the larger half, both axes logarithmic."""
+    half = len(sizes) // 2
+    slope, _ = np.polyfit(np.log(sizes[half:]), np.log(seconds[half:]), 1)
+    return float(slope)
+
+
 def ratio_to_reading(answer: dict[str, Any]) -> float:
     """An append of the second half, by the reading of all that it ends with."""
     second = answer["halves"][1]
@@ -238,3 +262,20 @@ def megabytes(count: float) -> str:
 
 def memory(count: float, final: float) -> str:
     return f"{count / MEGABYTE:.1f} ({count / final:.2f})"
+
+
+def growth_table(result: dict[str, Any]) -> list[str]:
+    """The calls whose time grows at all; of those that edit, what each edit costs in the end."""
+    lines = ["growth: the time of a call goes with this power of the number of …"]
+    for axis, measured in result.items():
+        sizes = measured["sizes"]
+        lines.append(f"  {axis}, {sizes[0]:,} to {sizes[-1]:,}")
+        for call, figures in measured["calls"].items():
+            if figures["exponent"] < LEAST_GROWTH:
+                continue
+            seconds = figures["seconds"]
+            last = seconds[-1] * 1e6
+            if call.endswith(", each"):
+                last /= sizes[len(seconds) - 1]
+            lines.append(f"    {call:42}{figures['exponent']:6.2f}{last:12,.1f} µs")
+    return lines

@@ -1,10 +1,10 @@
 """Compares reading and writing C3D files with plain C++ programs and with other packages,
-appending to an acquisition with reading it, eight threads that read with one, and one table of a
-folder with the same through other packages.
+appending to an acquisition with reading it, eight threads that read with one, one table of a folder
+with the same through other packages, and calls on trials of growing size with each other.
 
     python run.py --build BUILD [--rounds N] [--trial big|small] [--job JOB]
 
-JOB is reading, writing, appending, threads or folder.
+JOB is reading, writing, appending, threads, folder or growth.
 
 BUILD is a build folder with the module and the plain programs. Its subfolder `benchmarks` keeps the
 files that are read, which are made when they are missing, and `results.json`. README.md beside
@@ -23,6 +23,7 @@ from typing import Any
 
 import appending
 import collecting
+import growing
 import reading
 import threads
 import writing
@@ -32,6 +33,8 @@ from report import (
     appending_table,
     folder_summary,
     folder_table,
+    growth_summary,
+    growth_table,
     machine,
     summary,
     table,
@@ -43,7 +46,7 @@ from report import (
 
 KINDS = ("big", "small")
 JOBS_OF_A_TRIAL = ("reading", "writing")
-JOBS = (*JOBS_OF_A_TRIAL, "appending", "threads", "folder")
+JOBS = (*JOBS_OF_A_TRIAL, "appending", "threads", "folder", "growth")
 
 
 def measure_reading(trial: Trial, build: Path, rounds: int) -> tuple[dict[str, Any], list[str]]:
@@ -84,6 +87,12 @@ def measure_folder(trial: Trial, rounds: int) -> tuple[dict[str, Any], list[str]
     return result, collecting.disagreements(answers)
 
 
+def measure_growth(rounds: int) -> dict[str, Any]:
+    result = growth_summary(growing.run_rounds(rounds))
+    print("\n".join(growth_table(result)), end="\n\n")
+    return result
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=Path, required=True)
@@ -121,6 +130,8 @@ def main() -> int:
             trial.make()
         results["folder"], deviations = measure_folder(trial, options.rounds)
         wrong += deviations
+    if "growth" in jobs:
+        results["growth"] = measure_growth(options.rounds)
     folder.mkdir(exist_ok=True)
     (folder / "results.json").write_text(json.dumps(results, indent=2) + "\n")
     print("\n".join(wrong), file=sys.stderr, end="\n" if wrong else "")
