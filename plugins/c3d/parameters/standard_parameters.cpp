@@ -24,7 +24,7 @@ constexpr std::array<std::string_view, 4> locked_in_analog = {"USED", "RATE", "F
 constexpr std::array<std::string_view, 1> platform_order = {"USED"};
 
 /// What a script has made is locked like the rest.
-void lock(written_group& group, std::span<const std::string_view> names) {
+void lock_parameters(written_group& group, std::span<const std::string_view> names) {
     for (auto name : names) {
         if (auto* item = group.find(name))
             item->locked = true;
@@ -53,8 +53,8 @@ void complete_new_parameters(parameter_tree& tree) {
         put_text(analog, "FORMAT", "SIGNED", 8, new_lock::on);
     if (!analog.find("BITS"))
         put_count(analog, "BITS", 12);
-    lock(tree.reach("POINT"), locked_in_point);
-    lock(analog, locked_in_analog);
+    lock_parameters(tree.reach("POINT"), locked_in_point);
+    lock_parameters(analog, locked_in_analog);
     arrange(tree.reach("POINT"), point_order);
     arrange(analog, analog_order);
     arrange(tree.reach("FORCE_PLATFORM"), platform_order);
