@@ -13,6 +13,8 @@ target_compile_options(mox_build_flags INTERFACE
     "$<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>"
     # Warns about the standard library's own string operations (GCC bug 105651).
     "$<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>")
+# The system's header defines words such as min and small unless it is asked not to.
+target_compile_definitions(mox_build_flags INTERFACE "$<$<PLATFORM_ID:Windows>:NOMINMAX;WIN32_LEAN_AND_MEAN>")
 # Includes start with the folder ("store/typed_access.hpp"), whoever writes them.
 target_include_directories(mox_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
 # Static libraries and object libraries end up in shared ones.

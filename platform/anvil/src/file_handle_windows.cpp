@@ -1,6 +1,4 @@
-#include "platform/anvil/src/file_handle.hpp"
-
-#include <windows.h>
+#include "platform/anvil/src/file_handle_windows.hpp"
 
 namespace anvil {
 

@@ -2,23 +2,18 @@
 
 #include <algorithm>
 
-#include <windows.h>
+#include "platform/anvil/src/file_handle_windows.hpp"
 
 namespace anvil {
 
 namespace {
 
-HANDLE handle_of(const file_handle& file) noexcept {
-    return reinterpret_cast<HANDLE>(file.value());
-}
-
 /// FILE_APPEND_DATA without FILE_WRITE_DATA: every write goes to the end of the file as it is then.
 /// The right to read is what the system asks of whoever locks a part of it.
 file_handle open_for_lines(const std::filesystem::path& path) noexcept {
-    file_handle file{reinterpret_cast<file_handle::value_type>(
-        CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_GENERIC_READ,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                    FILE_ATTRIBUTE_NORMAL, nullptr))};
+    auto file = owned(CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (file.is_open() && GetFileType(handle_of(file)) != FILE_TYPE_DISK)
         file.close();
     return file;
@@ -66,9 +61,9 @@ class rotation_lock {
 
 void empty_log_file(const std::filesystem::path& path) noexcept {
     // Closed at once: opening it so is what empties it.
-    const file_handle file{reinterpret_cast<file_handle::value_type>(CreateFileW(
+    const auto file = owned(CreateFileW(
         path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-        nullptr, TRUNCATE_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))};
+        nullptr, TRUNCATE_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 log_file::log_file(std::filesystem::path path) : path_{std::move(path)}, former_path_{path_} {
@@ -92,9 +87,9 @@ bool log_file::open() noexcept {
 std::optional<std::uint64_t> log_file::size() const noexcept {
     BY_HANDLE_FILE_INFORMATION opened{};
     BY_HANDLE_FILE_INFORMATION named{};
-    const file_handle other{reinterpret_cast<file_handle::value_type>(CreateFileW(
-        path_.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-        nullptr, OPEN_EXISTING, 0, nullptr))};
+    const auto other = owned(CreateFileW(path_.c_str(), FILE_READ_ATTRIBUTES,
+                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                         nullptr, OPEN_EXISTING, 0, nullptr));
     if (!other.is_open() || !GetFileInformationByHandle(handle_of(file_), &opened) ||
         !GetFileInformationByHandle(handle_of(other), &named) || !same_file(opened, named))
         return {};

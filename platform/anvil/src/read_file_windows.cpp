@@ -3,23 +3,15 @@
 #include <algorithm>
 #include <limits>
 
-#include <windows.h>
+#include "platform/anvil/src/file_handle_windows.hpp"
 
 namespace anvil {
 
-namespace {
-
-HANDLE handle_of(const file_handle& file) noexcept {
-    return reinterpret_cast<HANDLE>(file.value());
-}
-
-} // namespace
-
 std::error_code read_file::open(const std::filesystem::path& path) noexcept {
     // Without FILE_FLAG_BACKUP_SEMANTICS a directory is refused.
-    file_handle file{reinterpret_cast<file_handle::value_type>(CreateFileW(
+    auto file = owned(CreateFileW(
         path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr))};
+        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER length{};
     if (!file.is_open())
         return {static_cast<int>(GetLastError()), std::system_category()};

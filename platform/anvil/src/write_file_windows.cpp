@@ -2,22 +2,17 @@
 
 #include <algorithm>
 
-#include <windows.h>
-
+#include "platform/anvil/src/file_handle_windows.hpp"
 #include "platform/anvil/src/temporary_name.hpp"
 
 namespace anvil {
 
 namespace {
 
-HANDLE handle_of(const file_handle& file) noexcept {
-    return reinterpret_cast<HANDLE>(file.value());
-}
-
 file_handle create_file(const std::filesystem::path& path, DWORD disposition) noexcept {
-    return file_handle{reinterpret_cast<file_handle::value_type>(
-        CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                    disposition, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr))};
+    return owned(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                             nullptr, disposition,
+                             FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
 }
 
 std::error_code last_error() noexcept {

@@ -2,7 +2,6 @@
 
 #include <limits>
 
-#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 namespace strata::detail {
@@ -31,7 +30,7 @@ std::uint64_t physical_memory() noexcept {
     MEMORYSTATUSEX memory{};
     memory.dwLength = sizeof(memory);
     if (!::GlobalMemoryStatusEx(&memory))
-        return (std::numeric_limits<std::uint64_t>::max)();
+        return std::numeric_limits<std::uint64_t>::max();
     return memory.ullTotalPhys;
 }
 

@@ -2,7 +2,6 @@
 
 #include <system_error>
 
-#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 #include "platform/strata/src/plugins/load_failure.hpp"
