@@ -3,6 +3,15 @@
 set(MOX_DEPS_DIR "${PROJECT_SOURCE_DIR}/build/deps" CACHE PATH "Where fetched packages are unpacked")
 list(APPEND CMAKE_PREFIX_PATH "${MOX_DEPS_DIR}/usr")
 
+# Headers serve every system, but packages of Debian keep them under the name of the machine's kind, and whoever builds
+# for another system is not looking there.
+macro(mox_search_all_kinds)
+    if(CMAKE_CROSSCOMPILING)
+        file(GLOB mox_kinds "${MOX_DEPS_DIR}/usr/lib/*/cmake")
+        list(APPEND CMAKE_PREFIX_PATH ${mox_kinds})
+    endif()
+endmacro()
+
 set(mox_fmt_versions 11...<12)
 set(mox_nlohmann_json_versions 3.11.3 EXACT)
 # Debian ships GoogleTest's sources for being built into the tree; a library of a newer suite would not link.
@@ -43,6 +52,7 @@ macro(mox_require package)
 endmacro()
 
 set(mox_missing)
+mox_search_all_kinds()
 find_package(fmt ${mox_fmt_versions} CONFIG QUIET)
 if(NOT fmt_FOUND)
     list(APPEND mox_missing "libfmt-dev=11.*")
@@ -58,5 +68,6 @@ if(MOX_BUILD_TESTS)
     endif()
 endif()
 mox_fetch(${mox_missing})
+mox_search_all_kinds()
 mox_require(fmt)
 mox_require(nlohmann_json)

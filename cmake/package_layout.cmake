@@ -10,6 +10,14 @@ include(GenerateExportHeader)
 
 set(MOX_PACKAGE_DIR "${PROJECT_BINARY_DIR}/package/_moxPY")
 
+# mox_keep_import_library_away(<target>)
+# Nobody links to a module, but some linkers leave a file for that beside it, where plugins are looked for.
+function(mox_keep_import_library_away target)
+    if(MINGW)
+        target_link_options(${target} PRIVATE "-Wl,--out-implib,${CMAKE_CURRENT_BINARY_DIR}/${target}.lib")
+    endif()
+endfunction()
+
 # mox_place_in_package(<target> [SUBFOLDER <name>])
 # Puts a library into the package, where it finds its neighbours by $ORIGIN. Installs it there too.
 function(mox_place_in_package target)

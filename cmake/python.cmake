@@ -1,5 +1,17 @@
 # mox::python: the interpreter's and NumPy's headers with the API levels that this module keeps to.
+#
+# When building for another system, the interpreter is this system's, which runs our tools. Headers and library are
+# the other's: Python_INCLUDE_DIR, Python_LIBRARY and Python_NumPy_INCLUDE_DIR name them, MOX_PYTHON_SOABI what stands
+# in the names of its extension modules ("cp313-win_amd64").
+set(MOX_PYTHON_SOABI "" CACHE STRING "What stands in the names of extension modules, when building for another system")
+if(CMAKE_CROSSCOMPILING AND POLICY CMP0190)
+    # The new rule wants one interpreter for both.
+    cmake_policy(SET CMP0190 OLD)
+endif()
 find_package(Python 3.11 REQUIRED COMPONENTS Interpreter Development.Module NumPy)
+if(CMAKE_CROSSCOMPILING)
+    set(Python_SOABI "${MOX_PYTHON_SOABI}")
+endif()
 
 add_library(mox_python INTERFACE)
 add_library(mox::python ALIAS mox_python)

@@ -14,6 +14,7 @@ function(add_strata_plugin name)
     add_library(${name} MODULE $<TARGET_OBJECTS:${name}_objects>)
     target_link_libraries(${name} PRIVATE strata::core anvil::core ${arg_LIBRARIES} mox::build_flags)
     set_target_properties(${name} PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
+    mox_keep_import_library_away(${name})
 
     if(arg_OUTPUT_DIRECTORY)
         set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${arg_OUTPUT_DIRECTORY}$<0:>")

@@ -81,9 +81,12 @@ def machine_mirror() -> Mirror:
 
 
 class PrivateApt:
-    """apt for one suite, with everything it writes below one folder."""
+    """apt for one suite, with everything it writes below one folder.
 
-    def __init__(self, folder: Path, suite: str, mirror: Mirror) -> None:
+    Its kind is "deb" for packages, "deb-src" for sources.
+    """
+
+    def __init__(self, folder: Path, suite: str, mirror: Mirror, kind: str = "deb") -> None:
         self.suite = suite
         self.folder_ = folder.resolve() / suite
         for part in ("lists/partial", "cache/archives/partial"):
@@ -91,7 +94,7 @@ class PrivateApt:
         (self.folder_ / "status").touch()
         key = f"Signed-By: {mirror.signed_by}\n" if mirror.signed_by else ""
         (self.folder_ / "suite.sources").write_text(
-            f"Types: deb\nURIs: {mirror.uri}\nSuites: {suite}\nComponents: main\n{key}",
+            f"Types: {kind}\nURIs: {mirror.uri}\nSuites: {suite}\nComponents: main\n{key}",
             encoding="utf-8",
         )
 
@@ -107,6 +110,11 @@ class PrivateApt:
         """The named packages alone, as files in the folder."""
         self.run_("apt-get", "-qq", "download", *packages, cwd=folder)
         return sorted(folder.glob("*.deb"))
+
+    def download_source(self, package: str, folder: Path) -> list[Path]:
+        """The files of the source of a package, for suites opened with kind "deb-src"."""
+        self.run_("apt-get", "-qq", "source", "--download-only", package, cwd=folder)
+        return sorted(folder.iterdir())
 
     def download_with_dependencies(self, packages: Iterable[str]) -> list[Path]:
         """The named packages and all that they depend on, down to the C library."""

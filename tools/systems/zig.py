@@ -1,0 +1,49 @@
+"""Zig, the compiler for other systems: Clang, libc++ and the system libraries of many targets.
+
+Usage: python -m systems.zig
+Unpacks it and makes the programs that the toolchain files name: cc, c++, ar, ranlib, rc, dlltool.
+"""
+
+from __future__ import annotations
+
+import os
+import shlex
+from pathlib import Path
+
+from systems.steps import SYSTEMS, made_once
+from systems.wheels import recipe_of, unpack
+
+PROGRAMS = ("cc", "c++", "ar", "ranlib", "rc", "dlltool")
+
+
+def script(zig: Path, program: str, cache: Path) -> str:
+    """A program of one word, as CMake wants it."""
+    return (
+        "#!/bin/sh\n"
+        f"export ZIG_GLOBAL_CACHE_DIR={shlex.quote(str(cache))}\n"
+        f'exec {shlex.quote(str(zig))} {program} "$@"\n'
+    )
+
+
+def zig(systems: Path = SYSTEMS) -> Path:
+    """The folder of the programs, made if it is not there."""
+    folder = systems / "zig"
+
+    def make(unfinished: Path) -> None:
+        unpack("zig.txt", unfinished / "package")
+        bin_folder = unfinished / "bin"
+        bin_folder.mkdir()
+        for program in PROGRAMS:
+            path = bin_folder / program
+            path.write_text(
+                script(folder / "package" / "ziglang" / "zig", program, systems / "zig-cache"),
+                encoding="utf-8",
+            )
+            path.chmod(0o755)
+
+    recipe = f"{recipe_of('zig.txt')}{os.fspath(folder)} {' '.join(PROGRAMS)}"
+    return made_once(folder, recipe, make) / "bin"
+
+
+if __name__ == "__main__":
+    print(zig())
