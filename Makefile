@@ -9,6 +9,7 @@ deps := $(BUILD)/deps
 release := $(BUILD)/release
 sanitize := $(BUILD)/sanitize
 tidy_tree := $(BUILD)/tidy
+windows := $(BUILD)/windows
 tidied := platform schema plugins store acquisition api module
 MOST ?= 60
 # What building and the demonstration need, which is little, and what everything else needs.
@@ -30,6 +31,7 @@ help:
 	@echo "make demo           read the sample trial, print a summary, save a plot"
 	@echo "make test           C++ and Python tests"
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
+	@echo "make test-windows   the same for Windows, under Wine; make test-windows-minimal does the least"
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make test-wheel     install that wheel into an empty environment and use it"
 	@echo "make bench          compare reading and writing with plain C++ programs and other packages"
@@ -55,6 +57,10 @@ $(dev_ready): $(venv_ready)
 	@tools/install_group.sh $(VENV) dev
 	@touch $@
 
+$(systems_ready): $(venv_ready)
+	@tools/install_group.sh $(VENV) systems
+	@touch $@
+
 $(release)/configured: $(venv_ready) $(sources)
 	@$(call configure,release,$(release)) -DMOX_BUILD_TESTS=ON -DMOX_BUILD_BENCHMARKS=ON
 	@touch $@
@@ -65,6 +71,10 @@ $(sanitize)/configured: $(venv_ready) $(sources)
 
 $(tidy_tree)/configured: $(venv_ready) $(sources)
 	@$(call configure,dev,$(tidy_tree)) -DMOX_BUILD_TESTS=OFF -DMOX_BUILD_BENCHMARKS=OFF
+	@touch $@
+
+$(windows)/configured: $(systems_ready) $(sources) $(wildcard cmake/toolchains/* tools/systems/* tools/systems/requirements/*)
+	@settings=$$($(in_systems) python -m systems.windows) && $(call configure,windows,$(windows)) $$settings
 	@touch $@
 
 build: $(release)/configured
@@ -80,6 +90,14 @@ test: $(release)/configured $(dev_ready)
 test-sanitize: $(sanitize)/configured $(dev_ready)
 	@cmake --build $(sanitize) --parallel $(JOBS)
 	@python tools/run_tests.py $(sanitize) --sanitize
+
+test-windows: $(windows)/configured
+	@cmake --build $(windows) --parallel $(JOBS)
+	@$(in_systems) python -m systems.test_windows $(windows)
+
+test-windows-minimal: $(windows)/configured
+	@cmake --build $(windows) --parallel $(JOBS) --target mox_package
+	@$(in_systems) python -m systems.test_windows $(windows) --minimal
 
 wheel: $(venv_ready)
 	@python -m pip wheel -qq --no-deps --no-build-isolation --wheel-dir dist \
