@@ -15,6 +15,7 @@ MOST ?= 60
 # What building and the demonstration need, which is little, and what everything else needs.
 venv_ready := $(VENV)/ready
 dev_ready := $(VENV)/dev_ready
+docs_ready := $(VENV)/docs_ready
 stubs := $(BUILD)/stubs
 sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
 
@@ -24,7 +25,7 @@ in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_S
 configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel bench format lint tidy tidy-changed clean
+.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel bench docs format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -35,6 +36,7 @@ help:
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make test-wheel     install that wheel into an empty environment and use it"
 	@echo "make bench          compare reading and writing with plain C++ programs and other packages"
+	@echo "make docs           the site of the documents, $(BUILD)/docs/html/index.html"
 	@echo "make build          the module alone, in $(release)/package"
 	@echo "make format, lint, tidy, tidy-changed, clean"
 
@@ -59,6 +61,10 @@ $(dev_ready): $(venv_ready)
 
 $(systems_ready): $(venv_ready)
 	@tools/install_group.sh $(VENV) systems
+	@touch $@
+
+$(docs_ready): $(dev_ready)
+	@tools/install_group.sh $(VENV) docs
 	@touch $@
 
 $(release)/configured: $(venv_ready) $(sources)
@@ -111,6 +117,10 @@ bench: $(release)/configured $(dev_ready)
 	@cmake --build $(release) --parallel $(JOBS)
 	@$(in_build_tree) python benchmarks/run.py --build $(release)
 	@$(in_build_tree) python benchmarks/bulk_memory.py
+
+# The examples of the pages run as tests; here they draw the pictures. Warnings are errors.
+docs: build $(docs_ready)
+	@$(in_build_tree) python tools/make_site.py $(BUILD)/docs
 
 cpp_files = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp')
 js_files = $(shell git ls-files --cached --others --exclude-standard '*.js')

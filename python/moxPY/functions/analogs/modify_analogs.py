@@ -131,8 +131,8 @@ def moxSetAnalogNumber(acquisition: Acquisition, number: int) -> None:
     acquisition : data_store or Trial
         An open acquisition.
     number : int
-        New channels are 0 throughout and are called "unamed_" and their index, or the next number
-        that is free. With 0 or a negative number nothing changes.
+        New channels are 0 throughout and are called ``"unamed_"`` and their index, or the next
+        number that is free. With 0 or a negative number nothing changes.
 
     Raises
     ------

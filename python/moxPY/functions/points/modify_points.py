@@ -139,8 +139,8 @@ def moxSetPointNumber(acquisition: Acquisition, number: int) -> list[dict[str, A
     acquisition : data_store or Trial
         An open acquisition.
     number : int
-        New markers are 0 throughout and are called "unamed_" and their index, or the next number
-        that is free. With 0 or a negative number nothing changes.
+        New markers are 0 throughout and are called ``"unamed_"`` and their index, or the next
+        number that is free. With 0 or a negative number nothing changes.
 
     Returns
     -------
