@@ -42,7 +42,8 @@ def write(folder: Path) -> None:
     """Write the pages into a folder."""
     lines = [
         *_title("Functions"),
-        ":doc:`/quirks` has those ways of theirs that scripts rely on.",
+        ":doc:`/quirks` has those ways of theirs that scripts rely on, :doc:`/errors` what their",
+        "messages are about.",
         "",
         inspect.cleandoc(_what_is_true_of_all()),
         "",

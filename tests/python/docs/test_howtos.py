@@ -14,14 +14,18 @@ PAGES = [
     "analogs.md",
     "checks.md",
     "batches.md",
+    "conventions.md",
     "cookbook.md",
+    "errors.md",
     "events.md",
     "exports.md",
     "force_platforms.md",
     "gait.md",
     "metadata.md",
+    "opensim.md",
     "points.md",
     "quirks.md",
+    "start.md",
     "writing.md",
 ]
 
@@ -42,5 +46,5 @@ def test_every_example_prints_what_the_page_shows(
     monkeypatch.chdir(tmp_path)
     report: list[str] = []
     results = doctest.DocTestRunner().run(examples_of(page), out=report.append)
-    assert results.attempted > 20
+    assert results.attempted >= 10
     assert results.failed == 0, "".join(report)
