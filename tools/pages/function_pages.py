@@ -42,12 +42,13 @@ def write(folder: Path) -> None:
     """Write the pages into a folder."""
     lines = [
         *_title("Functions"),
+        inspect.cleandoc(_what_is_true_of_all()),
+        "",
         ":doc:`/quirks` has those ways of theirs that scripts rely on, :doc:`/errors` what their",
         "messages are about.",
         "",
-        inspect.cleandoc(_what_is_true_of_all()),
-        "",
         ".. toctree::",
+        "   :maxdepth: 1",
         "",
         *(f"   functions_{name}" for name in families()),
         "",
@@ -71,6 +72,7 @@ def _family(name: str, family: ModuleType) -> str:
     for module in modules_of(family):
         heading, _, rest = (inspect.getdoc(module) or "").partition("\n")
         if module is not family:
+            heading = heading.rstrip(".")
             lines += [heading, "-" * len(heading)]
         else:
             lines += [heading]

@@ -140,7 +140,14 @@ OBJECTS: Mapping[str, tuple[str, Sequence[str]]] = {
 def write(folder: Path) -> None:
     """Write the pages into a folder."""
     (folder / "trial.rst").write_text(_trial(), "utf-8")
-    lines = [*_title("Objects"), ".. toctree::", "", *(f"   {name}" for name in OBJECTS), ""]
+    lines = [
+        *_title("Objects"),
+        ".. toctree::",
+        "   :maxdepth: 1",
+        "",
+        *(f"   {name}" for name in OBJECTS),
+        "",
+    ]
     (folder / "objects.rst").write_text("\n".join(lines), "utf-8")
     for name, (title, members) in OBJECTS.items():
         blocks = [_object(member) for member in members]
@@ -177,7 +184,7 @@ def _object(path: str) -> str:
     module, _, name = path.rpartition(".")
     found = getattr(__import__(module, fromlist=[name]), name)
     if isinstance(found, type):
-        return f".. autoclass:: {path}\n   :members:\n   :show-inheritance:\n"
+        return f".. autoclass:: {path}\n   :members:\n"
     return f".. autofunction:: {path}\n"
 
 

@@ -5,7 +5,7 @@ from __future__ import annotations
 import shutil
 from pathlib import Path
 
-from pages import function_pages, object_pages
+from pages import function_pages, layers, object_pages
 from pages.contents import CHAPTERS, PROJECT, START, Chapter, Page, pages
 from pages.links import rewritten
 
@@ -23,6 +23,7 @@ def stage(folder: Path) -> None:
         shutil.rmtree(folder)
     (folder / "reference").mkdir(parents=True)
     shutil.copytree(PROJECT / "docs" / "pictures", folder / "pictures")
+    layers.write(folder / "pictures" / layers.PICTURE.name)
     names = {page.file: f"{page.name}.md" for page in pages()}
     for page in pages():
         text = rewritten(page.file.read_text("utf-8"), page.file.parent, names)

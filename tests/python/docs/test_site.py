@@ -6,9 +6,10 @@ from pathlib import Path
 
 import moxPY
 import pytest
-from pages import built, function_pages, object_pages
+from pages import built, function_pages, layers, object_pages
 from pages.contents import CHAPTERS, PROJECT, Page, pages
 from pages.links import rewritten
+from test_includes import ALLOWED
 
 
 def test_every_document_is_a_page_once() -> None:
@@ -86,3 +87,24 @@ def test_a_style_that_fetches_from_another_host_is_found(tmp_path: Path) -> None
     (tmp_path / "a.css").write_text("@font-face { src: url('https://example.org/a.woff2') }")
     (tmp_path / "b.css").write_text('a { background: url("data:image/svg+xml;x") }')
     assert built.faults(tmp_path) == ["a.css: fetches https://example.org/a.woff2"]
+
+
+def test_the_drawing_of_the_layers_is_the_one_that_is_kept() -> None:
+    assert layers.PICTURE.read_text("utf-8") == layers.drawing()
+
+
+def test_the_drawing_shows_every_folder_and_only_what_may_be_included() -> None:
+    folders = {box.folder for box in layers.BOXES}
+    assert folders == {*ALLOWED, "python/moxPY"} - {"examples/plugin"}
+    # What a folder includes is drawn below it; strata and anvil are named without their folder.
+    below = dict(layers.ARROWS) | {
+        box.folder: "schema" for box in layers.BOXES if box.folder.startswith("plugins/")
+    }
+    for folder, included in ALLOWED.items():
+        if folder not in folders:
+            continue
+        reached, at = {folder.removeprefix("platform/")}, folder
+        while at in below:
+            at = below[at]
+            reached.add(at.removeprefix("platform/"))
+        assert included <= reached, folder
