@@ -41,6 +41,7 @@ def test_the_scripts_print_what_the_readme_says(tmp_path: Path, monkeypatch: pyt
             exec(script, {})
         assert output.getvalue() == text
     assert moxPY.read("steps.c3d").frames == 201
+    assert Path("knees.png").stat().st_size > 10_000
     with moxPY.moxReadAcquisition("renamed.c3d") as renamed:
         assert "LeftFinger" in moxPY.moxGetMarkers(renamed)[0]
 
