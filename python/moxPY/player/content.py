@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from ..readable import readable
 from ..skeleton import sticks_of
 from ..trial.labels import nearest
 from ..trial.samples import FloatArray
@@ -40,7 +41,7 @@ def content_of(
     some = slice(None, None, max(1, trial.frames // _LOOKS))
     places = np.concatenate([values[some].reshape(-1, 3), origins[some].reshape(-1, 3)])
     return {
-        "name": trial.path.name if trial.path else "Trial",
+        "name": readable(trial.path.name) if trial.path else "Trial",
         "rate": trial.rate,
         "firstFrame": trial.first_frame,
         "frames": trial.frames,

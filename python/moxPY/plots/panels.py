@@ -9,6 +9,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 from numpy.typing import NDArray
 
+from ..readable import readable
 from ..trial.extras import require
 from .colours import FAINT
 
@@ -70,7 +71,7 @@ class Panels:
         if self._is_new:
             name = [trial.path.name] if trial.path else []
             self.figure.suptitle(
-                " · ".join([text, *name]).replace("$", r"\$"),
+                plain(" · ".join([text, *name])),
                 x=0.01,
                 ha="left",
                 fontsize="large",
@@ -126,8 +127,8 @@ def with_unit(name: str, unit: str | None) -> str:
 
 
 def plain(text: str) -> str:
-    """A text of a file, in which no dollar begins a formula."""
-    return text.replace("$", r"\$")
+    """A text of a file, in which each letter can be drawn and no dollar begins a formula."""
+    return readable(text).replace("$", r"\$")
 
 
 def on_top(axes: Axes) -> dict[str, Any]:

@@ -8,6 +8,7 @@ from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 from ..formats.target import Target
+from ..readable import readable
 from .blocks import Subject
 from .header import names_of
 from .html import html
@@ -90,10 +91,5 @@ def report(
 
 def _names(trials: list[Trial]) -> list[str]:
     """What the trials are called: by their files, with numbers where there are several."""
-    names = [_readable(trial.path.name) if trial.path else "trial" for trial in trials]
+    names = [readable(trial.path.name) if trial.path else "trial" for trial in trials]
     return names if len(names) == 1 else [f"{n}. {name}" for n, name in enumerate(names, 1)]
-
-
-def _readable(name: str) -> str:
-    """The name of a file, in which bytes that are no letters are question marks."""
-    return name.encode("utf-8", "replace").decode("utf-8")

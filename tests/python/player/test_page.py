@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import re
 from importlib.resources import files
 from pathlib import Path
@@ -49,6 +50,18 @@ def test_no_label_ends_the_script(walk: moxPY.Trial):
     html = walk.view().html
     assert html.count("<script") == html.count("</script>") == 2
     assert odd in [marker["label"] for marker in content_in(html)["markers"]]
+
+
+def test_a_trial_of_a_name_of_any_bytes_has_a_page(walk: moxPY.Trial, tmp_path: Path):
+    file = tmp_path / os.fsdecode(b"w\xe4lk.c3d")
+    try:
+        walk.write(file)
+    except OSError:
+        pytest.skip("the file system takes no such name")
+    player = moxPY.read(file).view(tmp_path / "page.html")
+    assert player.title == "w?lk.c3d"
+    assert "<title>w?lk.c3d</title>" in (tmp_path / "page.html").read_text("utf-8")
+    assert "w?lk.c3d" in repr(player)
 
 
 def test_a_title_is_text():

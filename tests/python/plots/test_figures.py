@@ -2,9 +2,11 @@
 
 from __future__ import annotations
 
+import os
 import subprocess
 import sys
 from pathlib import Path
+from xml.etree import ElementTree
 
 import moxPY
 import pytest
@@ -85,6 +87,25 @@ def test_a_long_name_of_a_file_stays_within_the_picture(example: moxPY.Trial, tm
     assert path.name in figure._suptitle.get_text()
     assert title.x1 <= figure.bbox.x1
     assert title.y0 >= axes.get_window_extent().y1
+
+
+def test_a_name_of_any_bytes_is_drawn(example: moxPY.Trial, tmp_path: Path):
+    file = tmp_path / os.fsdecode(b"w\xe4lk.c3d")
+    try:
+        example.write(file)
+    except OSError:
+        pytest.skip("the file system takes no such name")
+    axes = moxPY.read(file).plot.events()
+    assert rendered(axes)
+    assert axes.figure.get_suptitle() == "13 events · w?lk.c3d"
+
+
+def test_control_characters_of_a_label_break_no_drawing(walk: moxPY.Trial, tmp_path: Path):
+    walk.markers.rename({"LASI": "L\x01ASI", "RASI": "R\x1bASI"})
+    axes = walk.plot.gaps(["L\x01ASI", "R\x1bASI", "C7"])
+    axes.figure.savefig(tmp_path / "gaps.svg")
+    ElementTree.parse(tmp_path / "gaps.svg")
+    assert [tick.get_text() for tick in axes.get_yticklabels()] == ["L?ASI", "R?ASI", "C7"]
 
 
 @pytest.mark.parametrize("what", ["channel", "angles", "forces", "butterfly", "emg"])

@@ -7,6 +7,7 @@ from collections.abc import Iterable
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
+from ...readable import readable
 from ...skeleton import Stick
 from ..extras import require
 from ..writing import PathLike
@@ -116,7 +117,7 @@ def _written(
 def _log(trial: Trial, scene: Scene, recording: rerun.RecordingStream) -> None:
     log = Log(trial, require("rerun"), recording)
     if trial.path:
-        recording.send_recording_name(trial.path.name)
+        recording.send_recording_name(readable(trial.path.name))
     log_scene(log, scene)
     log_curves(log, scene)
     log_events(log)
