@@ -31,6 +31,8 @@ _POLICY = (
 )
 _NO_METADATA = {"Date": None, "Creator": None, "Format": None, "Type": None}
 _XML_HEAD = re.compile(r"^.*?(?=<svg)", re.DOTALL)
+_TAG_OR_STYLE = re.compile(r"<style.*?</style>|<[^!][^>]*>", re.DOTALL)
+_NAME = re.compile(r'\bid="|href="#|url\(#')
 _SIZE = re.compile(r'(<svg[^>]*?) width="[^"]*"| height="[^"]*pt"')
 
 
@@ -129,10 +131,12 @@ def _svg(figure: Any, number: int) -> str | None:
 
 
 def _with_own_names(drawing: str, prefix: str) -> str:
-    """A drawing whose ids, and what refers to them, begin with a prefix."""
-    drawing = re.sub(r'\bid="', f'id="{prefix}', drawing)
-    drawing = re.sub(r'href="#', f'href="#{prefix}', drawing)
-    return re.sub(r"url\(#", f"url(#{prefix}", drawing)
+    """A drawing whose ids, and what refers to them, begin with a prefix; its texts stay."""
+
+    def named(tag: re.Match[str]) -> str:
+        return _NAME.sub(lambda name: name[0] + prefix, tag[0])
+
+    return _TAG_OR_STYLE.sub(named, drawing)
 
 
 def _png(figure: Any) -> str:

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import html
 import re
 import sys
 from collections import Counter
@@ -46,6 +47,15 @@ def test_what_drawings_refer_to_is_theirs(example_page: Path):
     meant = set(re.findall(r'href="#([^"]*)"', page)) | set(re.findall(r"url\(#([^)]*)\)", page))
     assert len(meant) > 100
     assert meant <= set(names)
+
+
+def test_labels_in_drawings_stay_as_they_are(walk: moxPY.Trial, tmp_path: Path):
+    label = 'a id="b" href="#c" url(#d) <id="e">'
+    walk.markers.rename({"LASI": label})
+    left_out = [name for name in SECTIONS if name != "gaps"]
+    page = walk.report(tmp_path / "walk.html", without=left_out).read_text("utf-8")
+    drawing = page[page.index("<svg") : page.index("</svg>")]
+    assert label in [html.unescape(text) for text in re.findall(r">([^<>]+)</text>", drawing)]
 
 
 def test_the_player_is_inside(walk: moxPY.Trial, example_page: Path):
