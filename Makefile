@@ -25,7 +25,8 @@ in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_S
 configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel bench docs format lint tidy tidy-changed clean
+.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel sdist bench docs format lint tidy
+.PHONY: tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -34,6 +35,7 @@ help:
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
 	@echo "make test-windows   the same for Windows, under Wine; make test-windows-minimal does the least"
 	@echo "make wheel          a self-contained wheel in dist/"
+	@echo "make sdist          the source archive in dist/, with the C++ headers that it needs"
 	@echo "make test-wheel     install that wheel into an empty environment and use it"
 	@echo "make bench          compare reading and writing with plain C++ programs and other packages"
 	@echo "make docs           the site of the documents, $(BUILD)/docs/html/index.html"
@@ -109,6 +111,10 @@ wheel: $(venv_ready)
 	@python -m pip wheel -qq --no-deps --no-build-isolation --wheel-dir dist \
 		--config-settings=cmake.define.MOX_DEPS_DIR=$(abspath $(deps)) .
 	@ls dist/*.whl
+
+sdist: $(venv_ready)
+	@python -c "from scikit_build_core.build import build_sdist; build_sdist('dist')" >/dev/null
+	@ls dist/*.tar.gz
 
 test-wheel: wheel
 	@python tools/check_wheel.py dist

@@ -1,5 +1,7 @@
-# {fmt}, nlohmann json and, for the tests, GoogleTest: an installed package first, else the Debian package, fetched
-# without root. Of the first two only headers are used: a binary of another suite might not link.
+# {fmt}, nlohmann json and, for the tests, GoogleTest. Of the first two only headers are used: a binary of another
+# suite might not link. A source archive carries them; in a checkout an installed package serves first, else the Debian
+# package, fetched without root.
+set(MOX_CARRIED_DIR "${PROJECT_SOURCE_DIR}/third_party")
 set(MOX_DEPS_DIR "${PROJECT_SOURCE_DIR}/build/deps" CACHE PATH "Where fetched packages are unpacked")
 list(APPEND CMAKE_PREFIX_PATH "${MOX_DEPS_DIR}/usr")
 
@@ -45,21 +47,34 @@ macro(mox_require package)
     if(NOT ${package}_FOUND)
         message(FATAL_ERROR
             "${package} (version ${mox_${package}_versions}) is neither installed nor could it be fetched. Install it "
-            "and name its folder in CMAKE_PREFIX_PATH, or run tools/fetch_packages.py on a Debian machine with a "
-            "network.")
+            "and name its folder in CMAKE_PREFIX_PATH, run tools/fetch_packages.py on a Debian machine with a network, or "
+            "build from a source archive, which carries it.")
     endif()
     message(STATUS "${package} ${${package}_VERSION}: ${${package}_DIR}")
 endmacro()
 
 set(mox_missing)
 mox_search_all_kinds()
-find_package(fmt ${mox_fmt_versions} CONFIG QUIET)
-if(NOT fmt_FOUND)
-    list(APPEND mox_missing "libfmt-dev=11.*")
-endif()
-find_package(nlohmann_json ${mox_nlohmann_json_versions} CONFIG QUIET)
-if(NOT nlohmann_json_FOUND)
-    list(APPEND mox_missing "nlohmann-json3-dev=*3.11.3*")
+if(EXISTS "${MOX_CARRIED_DIR}/include")
+    message(STATUS "Headers of {fmt} and nlohmann json: ${MOX_CARRIED_DIR}")
+    foreach(target IN ITEMS fmt::fmt-header-only nlohmann_json::nlohmann_json)
+        add_library(${target} INTERFACE IMPORTED)
+        target_include_directories(${target} INTERFACE "${MOX_CARRIED_DIR}/include")
+    endforeach()
+    if(SKBUILD_METADATA_DIR)
+        # Beside our own, in the wheel.
+        install(DIRECTORY "${MOX_CARRIED_DIR}/licences/" DESTINATION "${SKBUILD_METADATA_DIR}/licenses/third_party"
+            COMPONENT package)
+    endif()
+else()
+    find_package(fmt ${mox_fmt_versions} CONFIG QUIET)
+    if(NOT fmt_FOUND)
+        list(APPEND mox_missing "libfmt-dev=11.*")
+    endif()
+    find_package(nlohmann_json ${mox_nlohmann_json_versions} CONFIG QUIET)
+    if(NOT nlohmann_json_FOUND)
+        list(APPEND mox_missing "nlohmann-json3-dev=*3.11.3*")
+    endif()
 endif()
 if(MOX_BUILD_TESTS)
     mox_find_googletest()
@@ -69,5 +84,7 @@ if(MOX_BUILD_TESTS)
 endif()
 mox_fetch(${mox_missing})
 mox_search_all_kinds()
-mox_require(fmt)
-mox_require(nlohmann_json)
+if(NOT EXISTS "${MOX_CARRIED_DIR}/include")
+    mox_require(fmt)
+    mox_require(nlohmann_json)
+endif()
