@@ -60,7 +60,7 @@ def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[s
         "-p",
         "no:cacheprovider",
     ]
-    return run(wine, words + [f"--junit-xml={windows_path(report)}", *arguments], variables, report)
+    return run(wine, [*words, f"--junit-xml={windows_path(report)}", *arguments], variables, report)
 
 
 def main() -> int:
