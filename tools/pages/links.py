@@ -41,6 +41,9 @@ def rewritten(text: str, folder: Path, names: Mapping[Path, str]) -> str:
             return match[0]
         file = Path(os.path.normpath(folder / target))
         if file in names:
+            # A link whose text is the file shows the title of the page instead.
+            if target.startswith(shown[1:-1]) and ("/" in shown or ".md" in shown):
+                shown = "[]"
             return f"{shown}({names[file]}{part})"
         if shown.startswith("!"):
             return f"{shown}({file.relative_to(PROJECT / 'docs').as_posix()})"

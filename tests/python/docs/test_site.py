@@ -48,6 +48,8 @@ def test_every_member_of_a_trial_is_in_its_reference() -> None:
     ("text", "expected"),
     [
         ("[a](docs/x.md#part)", "[a](x.md#part)"),
+        ("[docs/x.md](docs/x.md)", "[](x.md)"),
+        ("[docs](docs/x.md)", "[docs](x.md)"),
         ("[a](LICENSE)", "a"),
         ("[a](https://example.org/x.md) [b](#below)", "[a](https://example.org/x.md) [b](#below)"),
         ("![a](docs/pictures/p.png)", "![a](pictures/p.png)"),
