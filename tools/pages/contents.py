@@ -75,6 +75,7 @@ CHAPTERS = (
             Page("gait"),
             Page("plots"),
             Page("player"),
+            Page("reports"),
             Page("checks"),
             Page("writing"),
             Page("exports"),

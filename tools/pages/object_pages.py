@@ -53,6 +53,7 @@ TRIAL: Mapping[str, Sequence[str]] = {
         "to_xarray",
         "plot",
         "view",
+        "report",
         "to_rerun",
     ),
     "Its memory": ("close", "closed", "this"),
