@@ -16,6 +16,10 @@ from pathlib import Path
 from xml.etree import ElementTree
 
 PROJECT = Path(__file__).resolve().parent.parent
+TESTS = PROJECT / "tests" / "python"
+# Tests of pictures and pages: they ask our libraries nothing that others do not, and drawing is
+# slow where every access of memory is looked at.
+NOT_SANITIZED = tuple(TESTS / folder for folder in ("player", "plots", "report"))
 
 
 @dataclass(frozen=True)
@@ -120,6 +124,7 @@ def main() -> int:
     tally = run_cpp_tests(build, environment)
     if options.sanitize:
         environment |= sanitizer_environment()
+        pytest_arguments += [f"--ignore={folder}" for folder in NOT_SANITIZED]
     tally += run_python_tests(build, environment, pytest_arguments)
 
     if tally.skipped:
