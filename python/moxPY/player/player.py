@@ -14,6 +14,8 @@ from ..trial.writing import PathLike
 # Of a notebook's cell.
 _HEIGHT = "640px"
 
+_SUFFIXES = (".html", ".htm")
+
 
 class Player:
     """A trial as one page, as it was when the player was made.
@@ -39,10 +41,14 @@ class Player:
 
         Raises
         ------
+        ValueError
+            The file ends on neither ``.html`` nor ``.htm``: it may be the trial.
         OSError
             The system does not let the file be made.
         """
         place = Path(os.fsdecode(path))
+        if place.suffix.lower() not in _SUFFIXES:
+            raise ValueError(f"a page ends on .html or .htm, not '{place.suffix}'")
         with Target(place.parent, place.stem, place.suffix, replace=True) as target:
             target.path().write_text(self.html, "utf-8")
         return place

@@ -30,7 +30,8 @@ def view(
     Parameters
     ----------
     path : str or os.PathLike, optional
-        Where to write the page; a file that is there is replaced.
+        Where to write the page, a file that ends on ``.html`` or ``.htm``; one that is there is
+        replaced.
     sticks : iterable of (str, str), optional
         The labels of markers that are joined; those of the usual label sets when left out, and no
         sticks when empty.
@@ -51,7 +52,8 @@ def view(
     KeyError
         There is no marker of a label.
     ValueError
-        `up` is no axis, a stick is no pair, or the threshold is negative or NaN.
+        `up` is no axis, a stick is no pair, the threshold is negative or NaN, or the file ends on
+        something else.
     OSError
         The system does not let the file be made.
 

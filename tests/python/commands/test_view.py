@@ -28,6 +28,10 @@ def test_a_page_that_is_there_is_replaced_on_request_only(call: Call, walk: Path
     assert call("view", walk, "-o", page) == (1, "", text)
     assert page.read_text() == "mine"
     assert call("view", walk, "-o", page, "--force").code == 0
+    before = walk.read_bytes()
+    text = f"{walk}: a page ends on .html or .htm, not '.c3d'\n"
+    assert call("view", walk, "-o", walk, "--force") == (1, "", text)
+    assert walk.read_bytes() == before
     assert page.read_text("utf-8").startswith("<!doctype html>")
 
 

@@ -36,6 +36,18 @@ def test_a_page_replaces_the_one_that_is_there(walk: moxPY.Trial, tmp_path: Path
     assert path.read_text("utf-8").startswith("<!doctype html>")
 
 
+@pytest.mark.parametrize("name", ["walk.c3d", "walk", "walk.json"])
+def test_a_page_replaces_no_other_kind_of_file(walk: moxPY.Trial, tmp_path: Path, name: str):
+    path = tmp_path / name
+    path.write_text("old")
+    text = rf"^a page ends on \.html or \.htm, not '{path.suffix}'$"
+    with pytest.raises(ValueError, match=text):
+        walk.view(path)
+    assert path.read_text() == "old"
+    walk.view(tmp_path / "WALK.HTM")
+    assert (tmp_path / "WALK.HTM").stat().st_size > 100_000
+
+
 def test_a_notebook_keeps_the_page_in_itself(walk: moxPY.Trial):
     player = walk.view()
     cell = player._repr_html_()

@@ -132,6 +132,14 @@ def test_a_recording_of_the_callers_is_logged_into_and_no_viewer_opened(
     assert opened == ["viewer"]
 
 
+def test_a_recording_replaces_no_other_kind_of_file(example: moxPY.Trial, tmp_path: Path):
+    path = tmp_path / "walk.c3d"
+    path.write_text("old")
+    with pytest.raises(ValueError, match=r"^a recording ends on \.rrd, not '\.c3d'$"):
+        example.to_rerun(path)
+    assert path.read_text() == "old"
+
+
 def test_what_is_refused_leaves_the_file_as_it_was(example: moxPY.Trial, tmp_path: Path):
     path = tmp_path / "walk.rrd"
     path.write_bytes(b"as it was")

@@ -41,8 +41,8 @@ def to_rerun(
     Parameters
     ----------
     path : str or os.PathLike, optional
-        Write a file of that name, usually ``.rrd``, instead of opening the viewer; one that is
-        there is replaced. It is complete when the function returns.
+        Write a file, which ends on ``.rrd``, instead of opening the viewer; one that is there is
+        replaced. It is complete when the function returns.
     application_id : str
         What the viewer lists a recording of its own under. Those of one application share the
         layout that a user has given them.
@@ -64,7 +64,8 @@ def to_rerun(
     KeyError
         There is no marker of a label.
     ValueError
-        The threshold is negative or NaN, or both `path` and `recording` are given.
+        The threshold is negative or NaN, the file ends on something else, or both `path` and
+        `recording` are given.
     ImportError
         Rerun is not installed.
     OSError
@@ -85,10 +86,11 @@ def to_rerun(
     """
     if path is not None and recording is not None:
         raise ValueError("path and recording: a trial goes into a file or into a recording")
+    place = None if path is None else _place(path)
     package = require("rerun")
     scene = scene_of(trial, sticks, threshold)
-    if path is not None:
-        return _written(trial, scene, package.RecordingStream(application_id), path)
+    if place is not None:
+        return _written(trial, scene, package.RecordingStream(application_id), place)
     target: rerun.RecordingStream | None = recording or package.get_data_recording()
     if target is None:
         target = package.RecordingStream(application_id)
@@ -98,12 +100,19 @@ def to_rerun(
     return target
 
 
+def _place(path: PathLike) -> Path:
+    """Where a recording is written, which is no other file by mistake."""
+    place = Path(os.fsdecode(path))
+    if place.suffix.lower() != ".rrd":
+        raise ValueError(f"a recording ends on .rrd, not '{place.suffix}'")
+    return place
+
+
 def _written(
-    trial: Trial, scene: Scene, recording: rerun.RecordingStream, path: PathLike
+    trial: Trial, scene: Scene, recording: rerun.RecordingStream, place: Path
 ) -> rerun.RecordingStream:
     from ...formats.target import Target  # which knows trials
 
-    place = Path(os.fsdecode(path))
     with Target(place.parent, place.stem, place.suffix, replace=True) as target:
         try:
             recording.save(target.path(), default_blueprint=_layout(trial))
