@@ -20,6 +20,8 @@ if TYPE_CHECKING:
 _MISSING = "#a50f15"
 # So many rows are legible on a page; of more, those that are complete are left out.
 _ROWS = 60
+# However many have gaps, more rows than these would take minutes and cover each other.
+_MOST_ROWS = 3 * _ROWS
 
 
 def gaps(plots: Plots, labels: Iterable[str] | None = None, *, ax: Any = None) -> Any:
@@ -27,7 +29,8 @@ def gaps(plots: Plots, labels: Iterable[str] | None = None, *, ax: Any = None) -
 
     At the right stands how much of the trial each marker lacks. The ends of segments' axes, which
     models write among the markers, are left out: they have the gaps of the markers that they are
-    computed from. Of more than 60 markers only those with gaps are listed.
+    computed from. Of more than 60 markers only those with gaps are listed, of more than 180 with
+    gaps those that were missing longest; where none has any, one row stands for all.
 
     Parameters
     ----------
@@ -59,18 +62,27 @@ def gaps(plots: Plots, labels: Iterable[str] | None = None, *, ax: Any = None) -
         raise ValueError(f"the trial has no {'markers' if trial.frames else 'frames'}")
     missing = np.isnan(values).any(axis=2)
     total = len(shown)
-    if labels is None and total > _ROWS and missing.any():
-        kept = np.flatnonzero(missing.any(axis=0))
-        shown, missing = [shown[i] for i in kept], missing[:, kept]
-    rows = min(len(shown), _ROWS * 3)
+    incomplete = int(missing.any(axis=0).sum())
+    count = sum(len(runs_of(flags)) for flags in missing.T)
+    if labels is None and total > _ROWS:
+        shown, missing = _worth_a_row(shown, missing)
+    rows = min(len(shown), _MOST_ROWS)
     panels = Panels(ax, (1, 1), (8.0, 1.3 + 0.17 * rows))
     axes = panels.axes[0, 0]
     _draw(axes, shown, missing, trial.first_frame)
     axes.set_xlabel("frame")
-    incomplete = int(missing.any(axis=0).sum())
-    count = sum(len(runs_of(flags)) for flags in missing.T)
     panels.title(f"{_counted(count, 'gap')} in {incomplete} of {_counted(total, 'marker')}", trial)
     return axes
+
+
+def _worth_a_row(labels: list[str], missing: Any) -> tuple[list[str], Any]:
+    """Of many markers those with gaps in their order, no more than can be read; or one row."""
+    lost = missing.sum(axis=0)
+    if not lost.any():
+        return [f"all {len(labels)}"], missing[:, :1]
+    longest = np.argsort(-lost, kind="stable")[: min(_MOST_ROWS, np.count_nonzero(lost))]
+    kept = np.sort(longest)
+    return [labels[i] for i in kept], missing[:, kept]
 
 
 def _markers(trial: Trial) -> tuple[list[str], FloatArray]:

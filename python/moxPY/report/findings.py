@@ -19,6 +19,7 @@ if TYPE_CHECKING:
 # Rows of a table before the rest is only counted.
 _ROWS = 12
 _RUNS = 6
+_CHARTED = 60
 
 
 def checks(about: Subject) -> Iterator[Block]:
@@ -56,7 +57,8 @@ def gaps(about: Subject) -> Iterator[Block]:
             (about.titled("Marker", name), "Frames not seen", "Runs of frames"),
             _cut(_gap_rows(found, trial), 3),
         )
-        draw = partial(figure_of, trial, "gaps", labels)
+        # Of very many the picture itself chooses.
+        draw = partial(figure_of, trial, "gaps", labels if len(labels) <= _CHARTED else None)
         yield Picture(about.titled("Gaps over the frames", name), draw, single=True)
 
 

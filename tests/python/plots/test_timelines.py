@@ -97,6 +97,35 @@ def test_ends_of_segments_are_no_rows(walk: moxPY.Trial):
     assert len(walk.plot.gaps(["LFEO"]).get_yticklabels()) == 1
 
 
+def _many(count: int) -> moxPY.Trial:
+    """A trial of many markers, each missing for as many frames as its number modulo 5."""
+    trial = moxPY.Trial.new(frames=6)
+    for number in range(count):
+        values = np.ones((6, 3))
+        values[: number % 5] = np.nan
+        trial.markers[f"M{number}"] = values
+    return trial
+
+
+def test_of_very_many_gaps_the_longest_have_a_row():
+    axes = _many(400).plot.gaps()
+    shown = [int(tick.get_text()[1:]) for tick in axes.get_yticklabels()]
+    # 80 markers lack 4 frames, 80 lack 3, and of those that lack 2 the first ones have a row.
+    lacking = {lack: sum(number % 5 == lack for number in shown) for lack in range(5)}
+    assert lacking == {4: 80, 3: 80, 2: 20, 1: 0, 0: 0}
+    assert shown == sorted(shown)
+    assert axes.figure.get_suptitle() == "320 gaps in 320 of 400 markers"
+
+
+def test_many_markers_without_gaps_are_one_row():
+    trial = moxPY.Trial.new(frames=6)
+    for number in range(100):
+        trial.markers[f"M{number}"] = np.ones((6, 3))
+    axes = trial.plot.gaps()
+    assert [tick.get_text() for tick in axes.get_yticklabels()] == ["all 100"]
+    assert axes.figure.get_suptitle() == "no gaps in 0 of 100 markers"
+
+
 def test_of_many_markers_those_with_gaps_are_listed():
     trial = moxPY.Trial.new(frames=10)
     for number in range(80):
