@@ -1,9 +1,9 @@
 #!/bin/sh
-# Prints a CPython 3.13 with headers: $PYTHON, the PATH, pyenv's versions, else Debian's, fetched without root.
-# Usage: find_python.sh FOLDER   (the folder for a fetched one)
+# Prints a CPython with headers: $PYTHON, the PATH, pyenv's versions, else Debian's, fetched without root.
+# Usage: find_python.sh FOLDER [VERSION]   (the folder for a fetched one; 3.13)
 set -eu
 
-version=3.13
+version=${2:-3.13}
 
 is_usable() {
     "$1" - "$version" 2>/dev/null <<'PY'
@@ -23,4 +23,4 @@ for candidate in "${PYTHON:-}" "python$version" \
 done
 
 echo "No CPython $version with headers on this machine: fetching Debian's." >&2
-exec python3 "$(dirname "$0")/fetch_python.py" --into "$1"
+exec python3 "$(dirname "$0")/fetch_python.py" --into "$1" --version "$version"
