@@ -86,8 +86,9 @@ def _sticks(trial: Trial, labels: list[str], sticks: Iterable[Stick] | None) -> 
     places = {label: index for index, label in enumerate(labels)}
     pairs = []
     for stick in sticks_of(trial) if sticks is None else sticks:
-        ends: tuple[str, ...] = () if isinstance(stick, str) else tuple(stick)
-        if len(ends) != 2:
+        is_pair = isinstance(stick, tuple | list) and len(stick) == 2
+        ends: tuple[str, ...] = tuple(stick) if is_pair else ()
+        if not is_pair:
             raise ValueError(f"a stick is between two markers, as ('LKNE', 'LANK'), not {stick!r}")
         for label in ends:
             if label not in places:

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import re
 from typing import TYPE_CHECKING
 
 import numpy as np
@@ -13,6 +14,7 @@ if TYPE_CHECKING:
     from ..trial import Trial
 
 _AXES = "xyz"
+_DIRECTION = re.compile(r"(?P<sign>[+-]?)(?P<axis>[xyz])")
 
 # How near to 0 the lowest places come, as part of the height, where 0 is the floor; and how much
 # of the largest extent a height is.
@@ -45,10 +47,10 @@ def up_direction(trial: Trial, up: str | None, places: FloatArray) -> list[float
 
 
 def _direction(text: str) -> list[float]:
-    axis = str(text).lower().lstrip("+-")
-    if len(axis) != 1 or axis not in _AXES:
+    found = _DIRECTION.fullmatch(str(text).lower())
+    if found is None:
         raise ValueError(f"up is 'x', 'y' or 'z', or one of them behind a '-', not {text!r}")
-    sign = -1.0 if str(text).startswith("-") else 1.0
+    axis, sign = found["axis"], -1.0 if found["sign"] == "-" else 1.0
     return [sign if axis == each else 0.0 for each in _AXES]
 
 

@@ -30,7 +30,7 @@ def report(
     trial: Trial,
     path: PathLike,
     *,
-    others: Iterable[Trial] = (),
+    others: Trial | Iterable[Trial] = (),
     reference: Mapping[str, Any] | None = None,
     without: str | Iterable[str] = (),
 ) -> Path:
@@ -46,7 +46,7 @@ def report(
     path : str or os.PathLike
         A file that ends on ``.html`` or ``.pdf``; one that is there is replaced once the new one is
         complete.
-    others : iterable of Trial, optional
+    others : Trial or iterable of Trial, optional
         Further trials of the subject: tables get columns for each, and curves over the gait cycle
         are laid over each other.
     reference : mapping, optional
@@ -63,6 +63,8 @@ def report(
     ------
     ValueError
         The file ends on something else, or there is no section of a name.
+    TypeError
+        One of `others` is no trial.
     ImportError
         A PDF is wanted, and matplotlib is not installed.
     OSError
@@ -78,7 +80,7 @@ def report(
         raise ValueError(f"a report ends on .html or .pdf, not '{place.suffix}'")
     left_out = {without} if isinstance(without, str) else set(without)
     require_known(left_out)
-    trials = [trial, *others]
+    trials = [trial, *_trials(others)]
     about = Subject(trials, _names(trials), reference)
     title = names_of(trials) or about.names[0]
     page = _WRITERS[place.suffix.lower()](title, Content(about, left_out))
@@ -87,6 +89,16 @@ def report(
             page.encode("utf-8", "replace") if isinstance(page, str) else page
         )
     return place
+
+
+def _trials(others: Trial | Iterable[Trial]) -> list[Trial]:
+    from ..trial.trial import Trial  # which has this as a method
+
+    found = [others] if isinstance(others, Trial) else list(others)
+    for each in found:
+        if not isinstance(each, Trial):
+            raise TypeError(f"others are trials, not {type(each).__name__}")
+    return found
 
 
 def _names(trials: list[Trial]) -> list[str]:

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import re
 from typing import Any
 
 import moxPY
@@ -105,7 +106,7 @@ def test_sticks_that_make_no_sense_are_refused(walk: moxPY.Trial):
         walk.view(sticks=[("LASI", "LKNEE")])
     assert unknown.value.args[0].startswith("no channel 'LKNEE' among the markers")
     assert "LKNE" in unknown.value.args[0]
-    for stick in ("LR", ("LASI",), ("LASI", "LKNE", "LANK")):
+    for stick in ("LR", ("LASI",), ("LASI", "LKNE", "LANK"), 3):
         with pytest.raises(ValueError, match="a stick is between two markers") as odd:
             walk.view(sticks=[stick])  # type: ignore[list-item]
         assert repr(stick) in str(odd.value)
@@ -130,9 +131,10 @@ def test_up_is_found_where_nothing_tells_it():
     assert content_in(trial.view().html)["up"] == [0, 1, 0]
 
 
-def test_an_axis_that_there_is_not_is_refused(walk: moxPY.Trial):
-    with pytest.raises(ValueError, match=r"up is 'x', 'y' or 'z'.*not 'north'"):
-        walk.view(up="north")
+@pytest.mark.parametrize("up", ["north", "--x", "+-z", ""])
+def test_an_axis_that_there_is_not_is_refused(walk: moxPY.Trial, up: str):
+    with pytest.raises(ValueError, match=rf"up is 'x', 'y' or 'z'.*not '{re.escape(up)}'"):
+        walk.view(up=up)
 
 
 def test_many_analog_samples_are_shown_by_what_each_frame_lies_between():

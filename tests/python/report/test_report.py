@@ -37,6 +37,15 @@ def test_a_section_that_there_is_not_is_refused(walk: moxPY.Trial, tmp_path: Pat
     assert not list(tmp_path.iterdir())
 
 
+def test_others_are_trials(walk: moxPY.Trial, tmp_path: Path):
+    with pytest.raises(TypeError, match=r"^others are trials, not str$"):
+        walk.report(tmp_path / "walk.html", others=["walk.c3d"])  # type: ignore[list-item]
+    assert not list(tmp_path.iterdir())
+    one = walk.report(tmp_path / "one.html", others=walk.copy(), without=DRAWN)
+    several = walk.report(tmp_path / "several.html", others=[walk.copy()], without=DRAWN)
+    assert one.read_bytes() == several.read_bytes()
+
+
 def test_what_was_there_stays_until_the_new_one_is_complete(
     walk: moxPY.Trial, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ):
