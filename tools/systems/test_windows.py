@@ -1,8 +1,9 @@
 """Run the C++ and the Python tests of a build for Windows under Wine.
 
 Usage: python -m systems.test_windows BUILD [--minimal] [PYTEST-ARGUMENT...]
-With --minimal, the Python tests that show that a system is fit alone. The last line counts:
-"N passed, N failed". The exit code is 0 only if something passed and nothing failed.
+With --minimal, the Python tests that show that a system is fit alone; with arguments for pytest,
+those that they name. The last line counts: "N passed, N failed". The exit code is 0 only if
+something passed and nothing failed.
 """
 
 from __future__ import annotations
@@ -52,15 +53,11 @@ def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[s
     }
     if samples := os.environ.get("MOXPY_SAMPLES"):
         variables["MOXPY_SAMPLES"] = windows_path(Path(samples))
-    words: list[str | Path] = [
-        system.python / "python.exe",
-        "-m",
-        "pytest",
-        "-q",
-        "-p",
-        "no:cacheprovider",
-    ]
-    return run(wine, [*words, f"--junit-xml={windows_path(report)}", *arguments], variables, report)
+    words = [
+        system.python / "python.exe", "-m", "pytest", "-q", "-p", "no:cacheprovider",
+        f"--junit-xml={windows_path(report)}", *arguments,
+    ]  # fmt: skip
+    return run(wine, words, variables, report)
 
 
 def main() -> int:
@@ -76,7 +73,7 @@ def main() -> int:
     tally = Tally()
     if options.minimal:
         arguments.append(MINIMAL)
-    else:
+    if not arguments:
         tally += run_cpp_tests(wine, build)
     tally += run_python_tests(wine, build, system, arguments)
     if tally.skipped:

@@ -13,6 +13,7 @@ import numpy as np
 import pytest
 from support.c3d_bytes import c3d_bytes
 from support.command_line import on_terminal, piped
+from support.systems import is_superuser
 
 BEGINNING = """\
   frames     360 at 100 Hz (3.60 s), 1 to 360
@@ -93,7 +94,7 @@ def test_a_folder_or_pattern_without_trials_is_a_failure(call: Call, walk: Path,
     assert err == f"{empty}: there is no trial\n{tmp_path}/*.mot: there is no trial\n"
 
 
-@pytest.mark.skipif(os.geteuid() == 0, reason="root may read everything")
+@pytest.mark.skipif(is_superuser(), reason="root may read everything")
 def test_a_file_without_rights_is_named(call: Call, walk: Path):
     walk.chmod(0)
     assert call("info", walk) == (1, "", f"{walk}: Permission denied\n")

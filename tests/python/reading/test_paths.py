@@ -14,13 +14,12 @@ import pytest
 from reading.fresh_process import run_python
 from support.c3d_bytes import c3d_bytes
 from support.read_c3d import points_of, read_bytes, track
+from support.systems import posix
 
 CONTENT = c3d_bytes({"A": track(3)})
 NO_STR = (
     "Invalid call! The given path is not a str, maybe try to explicitly convert your object to one."
 )
-
-posix = pytest.mark.skipif(os.name != "posix", reason="a rule of POSIX file systems")
 
 
 def assert_reads(name: str) -> None:

@@ -5,6 +5,7 @@ from __future__ import annotations
 import ctypes
 import gc
 import operator
+import os
 import sys
 from collections.abc import Callable, Iterator
 from contextlib import contextmanager
@@ -113,6 +114,8 @@ class _HeapInfo(ctypes.Structure):
 
 def _heap_counter() -> Callable[[], int] | None:
     """Bytes in use as the address sanitizer or the GNU C library counts them; None elsewhere."""
+    if os.name == "nt":  # there is no name for the program itself, nor a counter in it
+        return None
     process = ctypes.CDLL(None)
     if hasattr(process, "__sanitizer_get_current_allocated_bytes"):
         in_use = process["__sanitizer_get_current_allocated_bytes"]

@@ -5,7 +5,6 @@ from __future__ import annotations
 import io
 import os
 import re
-import resource
 import signal
 from collections.abc import Iterator
 from contextlib import contextmanager
@@ -20,6 +19,7 @@ from support.leaks import assert_nothing_lost
 from support.sample_table import SAMPLES
 from support.small_trials import KINDS, example_trial, new_trial
 from support.store_tree import snapshot
+from support.systems import posix
 from writing.people import ALICE, Person
 
 
@@ -206,6 +206,7 @@ def test_a_file_in_the_way_is_no_folder(trial: mox.Trial, tmp_path: Path):
     assert_refused(trial, tmp_path / "file" / "walk.c3d", NotADirectoryError, tmp_path)
 
 
+@posix
 def test_a_closed_folder_is_not_written_to(trial: mox.Trial, tmp_path: Path):
     closed = tmp_path / "closed"
     closed.mkdir(mode=0o755)
@@ -221,6 +222,8 @@ def test_a_closed_folder_is_not_written_to(trial: mox.Trial, tmp_path: Path):
 @contextmanager
 def file_size(limit: int) -> Iterator[None]:
     """No file of this process gets longer, as on a full disk."""
+    import resource
+
     before = resource.getrlimit(resource.RLIMIT_FSIZE)
     handler = signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
     resource.setrlimit(resource.RLIMIT_FSIZE, (limit, before[1]))
@@ -231,6 +234,7 @@ def file_size(limit: int) -> Iterator[None]:
         signal.signal(signal.SIGXFSZ, handler)
 
 
+@pytest.mark.skipif(os.name != "posix", reason="no limits of file sizes")
 @pytest.mark.parametrize("old", [None, b"old"])
 def test_a_full_disk_leaves_what_was_there(trial: mox.Trial, tmp_path: Path, old: bytes | None):
     path = tmp_path / "walk.c3d"

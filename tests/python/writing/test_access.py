@@ -9,6 +9,7 @@ from typing import Any
 import _moxPY
 import pytest
 from support.small_trials import read_trial
+from support.systems import posix
 from writing.people import (
     ALICE,
     BOB,
@@ -30,6 +31,8 @@ from writing.people import (
     state_of,
 )
 from writing.written import files_in
+
+pytestmark = posix
 
 folder = pytest.fixture(laboratory_folder)
 

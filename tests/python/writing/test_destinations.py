@@ -10,6 +10,7 @@ import _moxPY
 import numpy as np
 import pytest
 from support.small_trials import read_trial
+from support.systems import posix
 from writing.written import files_in
 
 write = _moxPY.moxWriteAcquisition
@@ -81,6 +82,7 @@ def test_links_in_a_circle_are_refused(trial: Any, tmp_path: Path):
     assert files_in(tmp_path) == ["a.c3d"]
 
 
+@posix
 @pytest.mark.parametrize("mode", [0o600, 0o644, 0o664, 0o640])
 def test_permissions_of_the_old_file_stay(trial: Any, tmp_path: Path, mode: int):
     path = tmp_path / "trial.c3d"
@@ -90,6 +92,7 @@ def test_permissions_of_the_old_file_stay(trial: Any, tmp_path: Path, mode: int)
     assert path.stat().st_mode & 0o777 == mode
 
 
+@posix
 def test_a_new_file_has_the_permissions_of_any_other(trial: Any, tmp_path: Path):
     before = os.umask(0o027)
     try:

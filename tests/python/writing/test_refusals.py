@@ -11,6 +11,7 @@ import pytest
 from support.failures import failure_of
 from support.same_readings import reading_differences, readings
 from support.small_trials import read_trial
+from support.systems import is_superuser, posix
 from writing.written import files_in
 
 write = _moxPY.moxWriteAcquisition
@@ -95,6 +96,7 @@ def test_a_folder_as_the_file(trial: Any, folder: Path):
     assert files_in(folder) == ["a.c3d"]
 
 
+@posix
 def test_a_folder_that_vanished_from_below_the_process(trial: Any, folder: Path):
     (folder / "gone").mkdir()
     os.chdir(folder / "gone")
@@ -104,14 +106,14 @@ def test_a_folder_that_vanished_from_below_the_process(trial: Any, folder: Path)
     assert text == "Export to c3d failed, could not create file at: a.c3d"
 
 
-@pytest.mark.skipif(os.geteuid() == 0, reason="nothing is forbidden to root")
+@pytest.mark.skipif(is_superuser(), reason="nothing is forbidden to root")
 def test_a_folder_without_permission(trial: Any, folder: Path):
     closed = folder / "closed"
     closed.mkdir(mode=0o500)
     assert failure_of(write, trial, "closed/a.c3d") == not_created(closed / "a.c3d")
 
 
-@pytest.mark.skipif(os.geteuid() == 0, reason="nothing is forbidden to root")
+@pytest.mark.skipif(is_superuser(), reason="nothing is forbidden to root")
 def test_a_file_that_must_not_be_changed(trial: Any, folder: Path):
     (folder / "a.c3d").write_bytes(b"old")
     (folder / "a.c3d").chmod(0o400)
@@ -119,6 +121,7 @@ def test_a_file_that_must_not_be_changed(trial: Any, folder: Path):
     assert (folder / "a.c3d").read_bytes() == b"old"
 
 
+@posix
 @pytest.mark.parametrize("device", ["pipe", "/dev/null"])
 def test_what_is_no_regular_file_is_not_replaced(trial: Any, folder: Path, device: str):
     target = folder / "a.c3d"
