@@ -9,10 +9,11 @@ namespace anvil {
 
 namespace {
 
-file_handle create_file(const std::filesystem::path& path, DWORD disposition) noexcept {
-    return owned(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                             nullptr, disposition,
-                             FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+file_handle open_to_write(const std::filesystem::path& path, DWORD access,
+                          DWORD disposition) noexcept {
+    return owned(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                             disposition, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN,
+                             nullptr));
 }
 
 std::error_code last_error() noexcept {
@@ -26,14 +27,15 @@ std::error_code write_file::open(const std::filesystem::path& path) {
     destination_ = std::filesystem::weakly_canonical(path, failure);
     if (failure)
         destination_ = path;
-    // Whoever may not change the old file must not replace it either.
-    const auto old = create_file(destination_, OPEN_EXISTING);
+    // Whoever may not change the old file must not replace it either; and one that another program
+    // holds cannot be replaced, which is better known before all is written.
+    const auto old = open_to_write(destination_, GENERIC_WRITE | DELETE, OPEN_EXISTING);
     if (old.is_open() ? GetFileType(handle_of(old)) != FILE_TYPE_DISK
                       : GetLastError() != ERROR_FILE_NOT_FOUND)
         return old.is_open() ? std::make_error_code(std::errc::invalid_argument) : last_error();
     do {
         temporary_ = temporary_name(destination_);
-        file_ = create_file(temporary_, CREATE_NEW);
+        file_ = open_to_write(temporary_, GENERIC_WRITE, CREATE_NEW);
     } while (!file_.is_open() && GetLastError() == ERROR_FILE_EXISTS);
     if (file_.is_open())
         return {};
