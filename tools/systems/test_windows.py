@@ -44,7 +44,7 @@ def run_cpp_tests(wine: Wine, build: Path) -> Tally:
 
 def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[str]) -> Tally:
     report = build / "test-results" / "python.xml"
-    folders = [build / "package", build / "tests" / "python", PROJECT / "python", system.packages]
+    folders = [build / "package", build / "tests" / "python", PROJECT / "python"]
     variables = {
         "PYTHONPATH": ";".join(map(windows_path, folders)),
         # This system's Python keeps its own beside the sources.
@@ -53,7 +53,7 @@ def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[s
     }
     if samples := os.environ.get("MOXPY_SAMPLES"):
         variables["MOXPY_SAMPLES"] = windows_path(Path(samples))
-    words = [
+    words: list[str | Path] = [
         system.python / "python.exe", "-m", "pytest", "-q", "-p", "no:cacheprovider",
         f"--junit-xml={windows_path(report)}", *arguments,
     ]  # fmt: skip

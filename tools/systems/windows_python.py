@@ -28,6 +28,15 @@ DLL = f"python{VERSION.replace('.', '')}.dll"
 # Loaded with the program itself; everything else lies in DLLs.
 BESIDE_PROGRAM = {DLL, "VCRUNTIME140.dll", "VCRUNTIME140_1.dll"}
 
+# Run at each start of the interpreter.
+CUSTOMIZATION = """\
+# Wine 8 stops a program that calls CopyFile2; without it shutil copies as it does elsewhere.
+import _winapi
+
+if hasattr(_winapi, "CopyFile2"):
+    del _winapi.CopyFile2
+"""
+
 PROGRAM = """\
 #include <Python.h>
 int wmain(int count, wchar_t** words) { return Py_Main(count, words); }
@@ -67,6 +76,13 @@ def take_source(root: Path, systems: Path) -> None:
         shutil.copytree(source / "Lib", root / "Lib", ignore=shutil.ignore_patterns("test"))
         shutil.copytree(source / "Include", root / "include")
         shutil.copy(source / "PC" / "pyconfig.h.in", root / "include" / "pyconfig.h")
+
+
+def customize(root: Path) -> None:
+    (root / "Lib" / "sitecustomize.py").write_text(CUSTOMIZATION, encoding="utf-8")
+    # The packages of the tests lie beside the interpreter; each of its processes finds them.
+    (root / "Lib" / "site-packages").mkdir(exist_ok=True)
+    (root / "Lib" / "site-packages" / "packages.pth").write_text("../../../packages\n")
 
 
 def exports_of(library: Path) -> list[str]:
@@ -111,6 +127,7 @@ def windows_python(systems: Path = SYSTEMS) -> Path:
     def make(root: Path) -> None:
         take_libraries(root)
         take_source(root, systems)
+        customize(root)
         make_import_library(root, programs)
         make_program(root, programs)
 

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import ctypes
 import os
 
 import pytest
@@ -13,3 +14,8 @@ windows = pytest.mark.skipif(os.name != "nt", reason="a rule of Windows")
 def is_superuser() -> bool:
     """Nothing is forbidden to him."""
     return hasattr(os, "geteuid") and os.geteuid() == 0
+
+
+def under_wine() -> bool:
+    """Wine stands in for Windows, and is not like it in everything."""
+    return os.name == "nt" and hasattr(ctypes.WinDLL("ntdll"), "wine_get_version")  # type: ignore[attr-defined, unused-ignore]
