@@ -83,11 +83,20 @@ def machine_mirror() -> Mirror:
 class PrivateApt:
     """apt for one suite, with everything it writes below one folder.
 
-    Its kind is "deb" for packages, "deb-src" for sources.
+    Its kind is "deb" for packages, "deb-src" for sources. The architecture, in Debian's words, is
+    that of the machine where none is given.
     """
 
-    def __init__(self, folder: Path, suite: str, mirror: Mirror, kind: str = "deb") -> None:
+    def __init__(
+        self,
+        folder: Path,
+        suite: str,
+        mirror: Mirror,
+        kind: str = "deb",
+        architecture: str = "",
+    ) -> None:
         self.suite = suite
+        self.architecture_ = architecture
         self.folder_ = folder.resolve() / suite
         for part in ("lists/partial", "cache/archives/partial"):
             (self.folder_ / part).mkdir(parents=True, exist_ok=True)
@@ -144,6 +153,9 @@ class PrivateApt:
             # Started by root, apt would change to a user that may not be able to enter our folder.
             "APT::Sandbox::User": "root",
         }
+        if self.architecture_:
+            options["APT::Architecture"] = self.architecture_
+            options["APT::Architectures"] = self.architecture_
         flags = [f"--option={name}={value}" for name, value in options.items()]
         try:
             finished = subprocess.run(

@@ -1,0 +1,3 @@
+# Linux on 64-bit ARM.
+set(CMAKE_SYSTEM_PROCESSOR aarch64)
+include("${CMAKE_CURRENT_LIST_DIR}/linux.cmake")
