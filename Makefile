@@ -16,17 +16,20 @@ MOST ?= 60
 venv_ready := $(VENV)/ready
 dev_ready := $(VENV)/dev_ready
 docs_ready := $(VENV)/docs_ready
+systems_ready := $(VENV)/systems_ready
 stubs := $(BUILD)/stubs
+systems_sources := $(wildcard cmake/toolchains/* tools/systems/* tools/systems/requirements/*)
 sources := CMakeLists.txt CMakePresets.json pyproject.toml $(wildcard cmake/*)
 
 # The programs of the virtual environment come first: cmake, ninja, pytest.
 export PATH := $(abspath $(VENV))/bin:$(PATH)
+in_systems := PYTHONPATH=$(CURDIR)/tools
 in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_STATE_HOME=$(abspath $(release))/state
 configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel sdist bench docs format lint tidy
-.PHONY: tidy-changed clean
+.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel wheels sdist bench docs
+.PHONY: format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -34,6 +37,7 @@ help:
 	@echo "make test           C++ and Python tests"
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
 	@echo "make test-windows   the same for Windows, under Wine; make test-windows-minimal does the least"
+	@echo "make wheels         wheels for Linux of all Pythons, with old C libraries, checked and tried"
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make sdist          the source archive in dist/, with the C++ headers that it needs"
 	@echo "make test-wheel     install that wheel into an empty environment and use it"
@@ -81,7 +85,7 @@ $(tidy_tree)/configured: $(venv_ready) $(sources)
 	@$(call configure,dev,$(tidy_tree)) -DMOX_BUILD_TESTS=OFF -DMOX_BUILD_BENCHMARKS=OFF
 	@touch $@
 
-$(windows)/configured: $(systems_ready) $(sources) $(wildcard cmake/toolchains/* tools/systems/* tools/systems/requirements/*)
+$(windows)/configured: $(systems_ready) $(sources) $(systems_sources)
 	@settings=$$($(in_systems) python -m systems.windows) && $(call configure,windows,$(windows)) $$settings
 	@touch $@
 
@@ -115,6 +119,10 @@ wheel: $(venv_ready)
 sdist: $(venv_ready)
 	@python -c "from scikit_build_core.build import build_sdist; build_sdist('dist')" >/dev/null
 	@ls dist/*.tar.gz
+
+# WHEELS="cp313-* cp312-*aarch64" makes these alone.
+wheels: $(systems_ready)
+	@$(in_systems) python -m systems.make_wheels --parallel $(JOBS) $(foreach name,$(WHEELS),'$(name)')
 
 test-wheel: wheel
 	@python tools/check_wheel.py dist

@@ -9,6 +9,12 @@ Everything lies below one folder, by default build/systems, and is made once.
     wine.py             runs it, in a Windows of its own
     windows.py          the folders and settings of building and testing for Windows
     test_windows.py     runs the tests of a Windows build
+    linux.py            the settings of building for Linux: processor, old C library, Python
+    aarch64.py          a CPython for 64-bit ARM, emulated
+    pack_wheel.py       a wheel out of a build tree
+    audit.py            what a wheel for Linux asks of a system
+    try_wheel.py        the minimal tests with a wheel and nothing else
+    make_wheels.py      all of them
 
 requirements/ says which wheels, with their hashes where the result is compiled with or shipped.
 """
