@@ -10,6 +10,7 @@ release := $(BUILD)/release
 sanitize := $(BUILD)/sanitize
 tidy_tree := $(BUILD)/tidy
 windows := $(BUILD)/windows
+aarch64 := $(BUILD)/aarch64
 tidied := platform schema plugins store acquisition api module
 MOST ?= 60
 # What building and the demonstration need, which is little, and what everything else needs.
@@ -28,8 +29,8 @@ in_build_tree := PYTHONPATH=$(abspath $(release))/package:$(CURDIR)/python XDG_S
 configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$(abspath $(VENV))/bin/python \
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
-.PHONY: help venv deps rerun build demo test test-sanitize test-wheel wheel wheels sdist bench docs
-.PHONY: format lint tidy tidy-changed clean
+.PHONY: help venv deps rerun build demo test test-sanitize test-windows test-windows-minimal test-aarch64
+.PHONY: test-aarch64-minimal test-wheel wheel wheels sdist bench docs format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -37,6 +38,7 @@ help:
 	@echo "make test           C++ and Python tests"
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
 	@echo "make test-windows   the same for Windows, under Wine; make test-windows-minimal does the least"
+	@echo "make test-aarch64   the same for 64-bit ARM, emulated; make test-aarch64-minimal does the least"
 	@echo "make wheels         wheels for Linux of all Pythons, with old C libraries, checked and tried"
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make sdist          the source archive in dist/, with the C++ headers that it needs"
@@ -89,6 +91,11 @@ $(windows)/configured: $(systems_ready) $(sources) $(systems_sources)
 	@settings=$$($(in_systems) python -m systems.windows) && $(call configure,windows,$(windows)) $$settings
 	@touch $@
 
+$(aarch64)/configured: $(systems_ready) $(sources) $(systems_sources)
+	@settings=$$($(in_systems) python -m systems.linux aarch64 3.13) && \
+		$(call configure,release,$(aarch64)) -DMOX_BUILD_TESTS=ON $$settings
+	@touch $@
+
 build: $(release)/configured
 	@cmake --build $(release) --parallel $(JOBS) --target mox_package
 
@@ -102,6 +109,14 @@ test: $(release)/configured $(dev_ready)
 test-sanitize: $(sanitize)/configured $(dev_ready)
 	@cmake --build $(sanitize) --parallel $(JOBS)
 	@python tools/run_tests.py $(sanitize) --sanitize
+
+test-aarch64: $(aarch64)/configured
+	@cmake --build $(aarch64) --parallel $(JOBS)
+	@$(in_systems) python -m systems.test_aarch64 $(aarch64)
+
+test-aarch64-minimal: $(aarch64)/configured
+	@cmake --build $(aarch64) --parallel $(JOBS) --target mox_package
+	@$(in_systems) python -m systems.test_aarch64 $(aarch64) --minimal
 
 test-windows: $(windows)/configured
 	@cmake --build $(windows) --parallel $(JOBS)

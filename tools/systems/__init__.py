@@ -11,6 +11,7 @@ Everything lies below one folder, by default build/systems, and is made once.
     test_windows.py     runs the tests of a Windows build
     linux.py            the settings of building for Linux: processor, old C library, Python
     aarch64.py          a CPython for 64-bit ARM, emulated
+    test_aarch64.py     runs the tests of a build for it
     pack_wheel.py       a wheel out of a build tree
     audit.py            what a wheel for Linux asks of a system
     try_wheel.py        the minimal tests with a wheel and nothing else
