@@ -59,7 +59,14 @@ def run_python_tests(build: Path, installed: Path, arguments: list[str]) -> Tall
         "PYTHONPYCACHEPREFIX": str(build / "pycache"),
         "XDG_STATE_HOME": str(build / "state"),
     }
-    words = [aarch64_python(VERSION), "-m", "pytest", "-q", "-p", "no:cacheprovider"]
+    words: list[str | Path] = [
+        aarch64_python(VERSION),
+        "-m",
+        "pytest",
+        "-q",
+        "-p",
+        "no:cacheprovider",
+    ]
     return run([*words, f"--junit-xml={report}", *arguments], variables, report)
 
 
