@@ -61,6 +61,11 @@ def test_more_memory_than_there_is(trial: mox.Trial) -> None:
     assert trial.frames == 5
 
 
+def test_the_store_s_own_exception_is_known_in_the_module() -> None:
+    with pytest.raises(ValueError, match=r"^These bytes are no image of a store$"):
+        _moxPY.trial.load(bytes(100))
+
+
 def test_a_closed_trial(trial: mox.Trial) -> None:
     trial.close()
     with pytest.raises(ValueError, match="closed"):
