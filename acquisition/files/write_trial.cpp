@@ -78,7 +78,7 @@ py_ref write_bytes(strata::data_store acquisition, const std::string& storage,
         status = export_to(device, snapshot.root());
         snapshot = {};
     }
-    if (device.failure() == std::errc::not_enough_memory)
+    if (device.failure()) // which memory has for one reason only
         throw std::bad_alloc();
     require_success(status);
     const auto& bytes = device.written();
