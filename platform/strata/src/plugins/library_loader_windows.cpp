@@ -32,7 +32,10 @@ loaded_library::loaded_library(const std::filesystem::path& file) : handle_(null
     handle_ = ::LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (handle_)
         return;
-    throw load_failure{std::system_category().message(static_cast<int>(::GetLastError()))};
+    const auto reason = ::GetLastError();
+    throw load_failure{reason == ERROR_BAD_EXE_FORMAT
+                           ? "it is no shared library"
+                           : std::system_category().message(static_cast<int>(reason))};
 }
 
 loaded_library::~loaded_library() {
