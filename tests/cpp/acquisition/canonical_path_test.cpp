@@ -78,8 +78,10 @@ TEST_F(CanonicalPath, OfARelativeNameIsBelowTheCurrentFolder) {
 }
 
 TEST_F(CanonicalPath, HasNoDotsAndNoLinks) {
-    std::filesystem::create_symlink(folder_ / "walk.c3d", folder_ / "below" / "link.c3d");
     EXPECT_EQ(canonical_path("below/../walk.c3d"), folder_ / "walk.c3d");
+    std::filesystem::create_symlink(folder_ / "walk.c3d", folder_ / "below" / "link.c3d");
+    if (!std::filesystem::exists(folder_ / "below" / "link.c3d"))
+        GTEST_SKIP() << "the system follows no links";
     EXPECT_EQ(canonical_path("./below/link.c3d"), folder_ / "walk.c3d");
 }
 
@@ -99,6 +101,9 @@ TEST_F(CanonicalPath, OfANameWithAZeroByteDoesNotExist) {
 }
 
 TEST_F(CanonicalPath, KeepsBytesThatAreNoUtf8) {
+#ifdef _WIN32
+    GTEST_SKIP() << "names are no bytes";
+#endif
     const std::string name = "walk\xff.c3d";
     std::ofstream{folder_ / name} << "content";
     EXPECT_EQ(canonical_path(name), folder_ / name);

@@ -95,6 +95,9 @@ TEST_F(LogWriter, LineOfAnyLengthStaysWhole) {
 }
 
 TEST_F(LogWriter, FileThatSomebodyDeletedIsMadeAnew) {
+#ifdef _WIN32
+    GTEST_SKIP() << "a file that is open keeps its name";
+#endif
     auto log = writer();
     log.write("one\n");
     std::filesystem::remove(path_);

@@ -54,11 +54,18 @@ TEST_F(PluginManager, LoadedAgainRegistersNothingTwice) {
     EXPECT_FALSE(has_unit("test.unit"));
 }
 
-TEST_F(PluginManager, OtherPathOfALoadedFileCountsAsLoaded) {
+TEST_F(PluginManager, LinkToALoadedFileCountsAsLoaded) {
     const anvil_test::temporary_folder folder;
     std::filesystem::create_symlink(plugin_path("good"), folder / "link.so");
+    if (!std::filesystem::exists(folder / "link.so"))
+        GTEST_SKIP() << "the system follows no links";
     EXPECT_TRUE(manager_.load(nullptr, plugin_path("good")));
     EXPECT_TRUE(manager_.load(nullptr, (folder / "link.so").string()));
+    EXPECT_TRUE(log().empty());
+}
+
+TEST_F(PluginManager, OtherPathOfALoadedFileCountsAsLoaded) {
+    EXPECT_TRUE(manager_.load(nullptr, plugin_path("good")));
     const std::string parent = std::filesystem::path{plugin_path("good")}.parent_path().string();
     EXPECT_TRUE(manager_.load(nullptr, parent + "/./good" + STRATA_PLUGIN_SUFFIX));
     EXPECT_TRUE(log().empty());
@@ -71,6 +78,7 @@ TEST_F(PluginManager, HardLinkToALoadedFileCountsAsLoaded) {
     EXPECT_TRUE(manager_.load(nullptr, plugin_path("good")));
     EXPECT_TRUE(manager_.load(nullptr, link));
     EXPECT_TRUE(log().empty());
+    manager_.clear(); // some systems keep the file while it is loaded
     std::filesystem::remove(link);
 }
 
