@@ -10,6 +10,7 @@ laid_over        the same of several trials in one picture
 cycle_axes       the axes of these panels
 cycle_panels     which panels such a grid has, and what they are called
 cycle_reference  what is usual over the gait cycle
+cycles_of_kind   which gait cycles show channels of a kind
 forces           ground reaction forces over time
 butterfly        force vectors at the centre of pressure
 contacts         who stood when on which platform

@@ -24,6 +24,7 @@ from .cycle_axes import (
 )
 from .cycle_panels import Panel, from_pelvis_to_foot, panels_of
 from .cycle_reference import reference_of
+from .cycles_of_kind import cycles_of_kind, why_none
 from .occasions import stances
 from .panels import Panels, note, require_clock
 
@@ -105,7 +106,19 @@ def moments(
     reference: Mapping[str, Any] | None = None,
     ax: Any = None,
 ) -> Any:
-    """Moments over the gait cycle; parameters, result and errors as of `angles`."""
+    """Moments over the gait cycle; parameters, result and errors as of `angles`.
+
+    Moments come from the force on the foot. So when `cycles` is left out, they are those that begin
+    with that foot on a force platform: a contact of it, as `Platforms.detect_events` finds them
+    with 20 N, begins within 0.1 s of the foot strike. A contact in which the same foot strikes
+    twice is of both feet, or of a belt, and does not count. Where no contact is of a known foot,
+    all cycles are taken. The legend says how many were.
+
+    Raises
+    ------
+    ValueError
+        Besides those of `angles`: feet were on platforms, but in no cycle from its beginning.
+    """
     return _grid(plots, "moments", labels, cycles, reference, ax)
 
 
@@ -117,7 +130,19 @@ def powers(
     reference: Mapping[str, Any] | None = None,
     ax: Any = None,
 ) -> Any:
-    """Powers over the gait cycle; parameters, result and errors as of `angles`."""
+    """Powers over the gait cycle; parameters, result and errors as of `angles`.
+
+    Powers come from the force on the foot. So when `cycles` is left out, they are those that begin
+    with that foot on a force platform: a contact of it, as `Platforms.detect_events` finds them
+    with 20 N, begins within 0.1 s of the foot strike. A contact in which the same foot strikes
+    twice is of both feet, or of a belt, and does not count. Where no contact is of a known foot,
+    all cycles are taken. The legend says how many were.
+
+    Raises
+    ------
+    ValueError
+        Besides those of `angles`: feet were on platforms, but in no cycle from its beginning.
+    """
     return _grid(plots, "powers", labels, cycles, reference, ax)
 
 
@@ -136,14 +161,14 @@ def _grid(
     if not shown:
         raise ValueError(f"the trial has no {kind}")
     require_clock(trial)
-    of_sides = {side: list((cycles or {}).get(side, ())) for side in SIDES}
     if cycles is None:
-        of_sides = {side: trial.cycles(side) for side in SIDES}
-    if not any(of_sides.values()):
-        raise ValueError(
-            "neither side has a gait cycle, from one 'Foot Strike' to the next; "
-            "trial.platforms.detect_events(store=True) finds some where there are force platforms"
-        )
+        of_sides = cycles_of_kind(trial, kind)
+        if not any(of_sides.values()):
+            raise ValueError(why_none(trial, kind))
+    else:
+        of_sides = {side: list(cycles.get(side, ())) for side in SIDES}
+        if not any(of_sides.values()):
+            raise ValueError("cycles has no gait cycle of 'Left' nor of 'Right'")
     bands = reference_of(reference)
     panels = Panels(ax, content.shape, size_of(content))
     offs = {side: _mean_off(stances(trial, side), of_sides[side]) for side in SIDES}

@@ -23,6 +23,7 @@ from .cycle_axes import (
 )
 from .cycle_panels import Panel, panels_of
 from .cycle_reference import reference_of
+from .cycles_of_kind import cycles_of_kind
 from .panels import Panels, note, plain
 
 if TYPE_CHECKING:
@@ -54,7 +55,8 @@ def laid_over(
     labels: Sequence[str],
     reference: Mapping[str, Any] | None = None,
 ) -> Any:
-    """A grid as of `angles`, with the mean of each trial's cycles in each panel.
+    """A grid as of `angles`, with the mean of each trial's cycles in each panel: those that
+    `cycles_of_kind` gives.
 
     Deviations are left out: so many bands would hide the curves.
 
@@ -62,8 +64,8 @@ def laid_over(
     ----------
     kind : {"angles", "moments", "powers"}
     trials : sequence of (str, Trial)
-        With what a legend calls each. All have cycles, and channels of all labels, in the same
-        units.
+        With what a legend calls each. All have cycles of that kind, and channels of all labels,
+        in the same units.
     labels : sequence of str
     reference : mapping, optional
         As of `angles`.
@@ -77,7 +79,12 @@ def laid_over(
     content = panels_of(first, labels, others)
     bands = reference_of(reference)
     entries = [
-        _Entry(name, _LINES[number % len(_LINES)], getattr(trial, kind), _cycles(trial))
+        _Entry(
+            name,
+            _LINES[number % len(_LINES)],
+            getattr(trial, kind),
+            cycles_of_kind(trial, kind),
+        )
         for number, (name, trial) in enumerate(trials)
     ]
     panels = Panels(None, content.shape, size_of(content))
@@ -95,10 +102,6 @@ def laid_over(
     panels.align()
     panels.legend(_explained(entries, bool(bands)))
     return panels.axes
-
-
-def _cycles(trial: Trial) -> dict[Side, list[Cycle]]:
-    return {side: trial.cycles(side) for side in SIDES}
 
 
 def _draw(axes: Any, panel: Panel, entry: _Entry) -> bool:

@@ -9,8 +9,8 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from ..plots.cycle_panels import from_pelvis_to_foot
+from ..plots.cycles_of_kind import cycles_of_kind
 from ..plots.laid_over import laid_over
-from ..sides import SIDES
 from ..trial.channels import Channels
 from .blocks import Block, NotThere, Picture, Subject
 from .drawing import figure_of
@@ -31,7 +31,7 @@ def cycles(kind: str, about: Subject) -> Iterator[Block]:
     having = [(name, trial) for name, trial in about.pairs() if len(getattr(trial, kind))]
     if not having:
         raise NotThere(f"there are no {kind}")
-    walked = {name: trial for name, trial in having if _has_cycles(trial)}
+    walked = {name: trial for name, trial in having if _has_cycles(kind, trial)}
     common = _common([getattr(trial, kind) for trial in walked.values()])
     for labels in pages(common):
         draw = partial(_laid_over, kind, list(walked.items()), labels, about.reference)
@@ -44,8 +44,8 @@ def cycles(kind: str, about: Subject) -> Iterator[Block]:
             yield Picture(about.titled(kind.capitalize(), name), draw)
 
 
-def _has_cycles(trial: Trial) -> bool:
-    return trial.rate > 0.0 and any(trial.cycles(side) for side in SIDES)
+def _has_cycles(kind: str, trial: Trial) -> bool:
+    return trial.rate > 0.0 and any(cycles_of_kind(trial, kind).values())
 
 
 def _common(channels: Sequence[Channels]) -> list[str]:

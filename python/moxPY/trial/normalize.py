@@ -90,6 +90,12 @@ def mean_cycle(
     -------
     MeanCycle
         Three arrays of shape (points, 3), of an analog channel (points,).
+
+    Notes
+    -----
+    All cycles that are given count. Moments and powers of strides in which the foot was on no
+    platform are often near 0 instead of NaN, and lower the mean: give the cycles whose start is
+    near a foot strike that `Platforms.detect_events` finds, as ``trial.plot.moments()`` does.
     """
     courses = channel.normalize(cycles, points)
     seen = ~np.isnan(courses)

@@ -221,3 +221,34 @@ def test_recordings_have_a_report(sample: object, tmp_path: Path, name: str):
     parts = sections(page.read_text("utf-8"))
     drawn = {"2198928.c3d": "powers", "TYPE-3.c3d": "forces", "phasespace_sample.c3d": "gaps"}
     assert parts[drawn[name]].pictures
+
+
+def test_moments_are_those_of_strides_on_a_platform(
+    walk: moxPY.Trial, other: moxPY.Trial, tmp_path: Path
+):
+    """Each foot of the example came down on a platform once; its other strides were beside it."""
+    names = ("angles", "moments", "powers")
+    left_out = [name for name in SECTIONS if name not in names]
+    page = walk.report(tmp_path / "one.html", without=left_out).read_text("utf-8")
+    parts = {name: page.partition(f'<section id="{name}">')[2].partition("</section>")[0]
+             for name in names}  # fmt: skip
+    assert "Left (2 cycles)" in parts["angles"]
+    for name in "moments", "powers":
+        assert "Left (1 cycle)" in parts[name]
+        assert "Right (1 cycle)" in parts[name]
+    page = walk.report(tmp_path / "two.html", others=other, without=left_out).read_text("utf-8")
+    assert page.count("(1 left, 1 right)") == 4
+    assert page.count("(2 left, 3 right)") == 1
+
+
+def test_moments_without_a_stride_on_a_platform_are_not_shown(walk: moxPY.Trial, tmp_path: Path):
+    for event in [each for each in walk.events if 1.2 < each.time < 1.9]:
+        walk.events.remove(event)
+    page = walk.report(tmp_path / "page.html", without="player").read_text("utf-8")
+    parts = sections(page)
+    assert "angles" in parts
+    assert not {"moments", "powers"} & set(parts)
+    assert (
+        "Moments: no gait cycle begins with its foot on a force platform, which moments need; "
+        "cycles= takes others."
+    ) in parts["not-shown"].texts
