@@ -11,6 +11,7 @@ from _moxPY import trial as calls
 
 from .channel import Channel
 from .display import one_line
+from .numbers import real_number
 from .place_unit import place_unit
 from .samples import FloatArray, read_only
 from .units import Quantity
@@ -160,6 +161,8 @@ class Platform:
         ------
         ValueError
             The threshold is negative or NaN, `at` or `frame` is neither of its words.
+        TypeError
+            The threshold is no number.
         """
         force, moment, point = self._wrench(at, frame, threshold)
         applied = point if at == "cop" else self._wrench("cop", frame, threshold)[2]
@@ -192,6 +195,8 @@ class Platform:
         ------
         ValueError
             The threshold is negative or NaN.
+        TypeError
+            The threshold is no number.
         """
         wrench = self.wrench(threshold)
         axis = up_axis(self._trial)
@@ -246,7 +251,8 @@ class Platform:
         return slice(int(inside[0]), int(inside[-1]) + 1)
 
     def _wrench(self, at: str, frame: str, threshold: float) -> list[FloatArray]:
-        return calls.platform_wrench(self._trial, self._index, at, frame, threshold)
+        least = real_number(threshold, "a threshold")
+        return calls.platform_wrench(self._trial, self._index, at, frame, least)
 
     def _described(self, what: str) -> Any:
         return calls.platform_description(self._trial, self._index)[what]

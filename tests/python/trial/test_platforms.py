@@ -254,6 +254,16 @@ def test_what_a_wrench_is_not(tmp_path: Path, options: Any, text: str) -> None:
         plate.wrench(**options)
 
 
+@pytest.mark.parametrize("threshold", ["x", None, [20.0]])
+def test_a_threshold_is_a_number(tmp_path: Path, threshold: Any) -> None:
+    trial, plate = standing(Plate(2), tmp_path)
+    for ask in plate.wrench, plate.reaction, trial.platforms.detect_events:
+        with pytest.raises(TypeError) as caught:
+            ask(threshold)
+        assert str(caught.value) == f"a threshold is a number, not {type(threshold).__name__}"
+    assert len(plate.wrench(np.float32(20.0))) == len(plate.wrench(20))
+
+
 def test_a_platform_that_was_turned_in_the_laboratory(tmp_path: Path) -> None:
     load = walking()
     trial, platform = standing(Plate(2, DIRECTIONS["z down"]), tmp_path, load)
