@@ -4,14 +4,19 @@ from __future__ import annotations
 
 from collections import defaultdict
 from collections.abc import Iterator
-from itertools import combinations
 
 import numpy as np
+from numpy.typing import NDArray
 
 from ..trial.gaps import runs_of
 from ..trial.samples import FloatArray
 from .recording import Recording
 from .rule import Fault
+
+Indices = NDArray[np.intp]
+
+# A direction of length 1 in which no two places of a grid of markers meet.
+_LINE = np.sqrt([1 / 6, 1 / 3, 1 / 2])
 
 
 def duplicates(
@@ -54,19 +59,44 @@ def duplicates(
         )
 
 
-def _candidates(recording: Recording, limit: float, least: int) -> Iterator[tuple[int, int]]:
+def _candidates(recording: Recording, limit: float, least: int) -> list[tuple[int, int]]:
     """Pairs of markers that are near in one of the frames that are so far apart that a stretch of
     the least length has one of them: pairs are many, and so are frames."""
-    places = np.ascontiguousarray(recording.places[:, :, ::least])
-    indices = [
-        index
-        for index, label in enumerate(recording.markers)
-        if label not in recording.segment_points
-    ]
-    for one, other in combinations(indices, 2):
-        near = np.abs(places[one, 0] - places[other, 0]) <= limit
-        if near.any() and (_apart(places[one][:, near], places[other][:, near]) <= limit).any():
-            yield one, other
+    markers = np.array(
+        [
+            index
+            for index, label in enumerate(recording.markers)
+            if label not in recording.segment_points
+        ],
+        dtype=np.intp,
+    )
+    frames = slice(None, None, least)
+    places = recording.places[markers, :, frames]
+    measured = np.array([recording.measured(int(marker))[frames] for marker in markers], bool)
+    pairs: set[tuple[int, int]] = set()
+    for one, other, frame in _neighbours(places, limit):
+        near = measured[one, frame] | measured[other, frame]
+        near &= _apart(places[one, :, frame].T, places[other, :, frame].T) <= limit
+        found = np.sort(markers[np.stack([one[near], other[near]], axis=1)], axis=1)
+        pairs.update(map(tuple, np.unique(found, axis=0).tolist()))
+    return sorted(pairs)
+
+
+def _neighbours(places: FloatArray, limit: float) -> Iterator[tuple[Indices, Indices, Indices]]:
+    """Markers that may be within a limit of each other: one, another, and in which frame.
+
+    Along a line the near ones follow each other closely, so that in this order each is compared
+    with the next one, then with the one after that, until none is in reach.
+    """
+    along = np.einsum("mcf,c->mf", np.where(np.isfinite(places), places, np.nan), _LINE)
+    order = np.argsort(along, axis=0)  # those that were not seen are the last
+    along = np.take_along_axis(along, order, axis=0)
+    reach = limit * 1.001 + 8.0 * np.spacing(np.nanmax(np.abs(along), initial=0.0))
+    for step in range(1, len(along)):
+        place, frame = np.nonzero(along[step:] - along[:-step] <= reach)
+        if not len(place):
+            return
+        yield order[place, frame], order[place + step, frame], frame
 
 
 def _apart(one: FloatArray, other: FloatArray) -> FloatArray:

@@ -202,6 +202,48 @@ def test_computed_points_do_not_count_where_others_were_measured(tmp_path: Path)
     assert copies == {"SACR", "VIRT"}
 
 
+def test_all_pairs_that_are_near_are_found_and_no_others() -> None:
+    """Each pair is looked at in each frame, which the rule is too quick for."""
+    random, rate, frames, count = np.random.default_rng(5), 20.0, 60, 40
+    walks = np.cumsum(random.normal(0.0, 3.0, (count, frames, 3)), axis=1)
+    walks += random.uniform(-400.0, 400.0, (count, 1, 3))
+    for _ in range(40):  # stretches of any length just within or just beyond a millimetre
+        one, other = random.choice(count, 2, replace=False)
+        first, length = random.integers(frames), random.integers(2, 20)
+        way = random.normal(0.0, 1.0, 3)
+        way *= random.choice([0.0, 0.999, 1.001]) / np.linalg.norm(way)
+        walks[one, first : first + length] = walks[other, first : first + length] + way
+    walks[random.random((count, frames)) < 0.002] = np.nan
+    trial = Trial.new(frames=frames, rate=rate)
+    for number, walk in enumerate(walks):
+        trial.markers[f"M{number:02}"] = walk
+    trial.markers.unit = "mm"
+    values = [channel.values for _, channel in trial.markers.items()]
+    expected = {}
+    for one in range(count):
+        found = []
+        for other in range(one + 1, count):
+            near = np.linalg.norm(values[one] - values[other], axis=1) <= 1.0
+            run, longest = 0, (0, 0)
+            for frame, is_near in enumerate(near):
+                run = run + 1 if is_near else 0
+                longest = max(longest, (run, -(frame - run + 1)))
+            if longest[0] >= 5:  # a quarter of a second
+                found.append((longest[0], -longest[1], other))
+        if found:
+            length, first, other = max(found, key=lambda each: each[0])
+            more = f" and of {len(found) - 1} more" if len(found) > 1 else ""
+            expected[f"M{one:02}"] = (first + 1, first + length, f"M{other:02}{more} for")
+    findings = trial.check(only="duplicates")
+    assert len(expected) > 8
+    assert any("more" in text for _, _, text in expected.values())
+    assert [finding.channel for finding in findings] == list(expected)
+    for finding in findings:
+        first, last, text = expected[finding.channel]
+        assert finding.frames == (first, last)
+        assert text in finding.text
+
+
 # The unit.
 
 
