@@ -45,8 +45,9 @@ std::optional<double> number_of(std::string_view text) {
     if (text.empty() || text.front() == '-')
         return std::nullopt;
     double value = 0.0;
-    const auto* end = text.data() + text.size();
-    const auto [stop, failure] = std::from_chars(text.data(), end, value);
+    const auto* first = text.data();
+    const auto* end = first + text.size();
+    const auto [stop, failure] = std::from_chars(first, end, value);
     if (failure == std::errc::result_out_of_range && stop == end && is_too_small(text))
         return sign * 0.0;
     if (failure == std::errc{} && stop == end)
