@@ -144,6 +144,8 @@ class PrivateApt:
             "Dir::State::status": self.folder_ / "status",
             "Dir::State::extended_states": self.folder_ / "extended_states",
             "Dir::Cache": self.folder_ / "cache",
+            # Some machines keep no digest of the index, and read the whole of it for each command.
+            "Dir::Cache::pkgcache": "pkgcache.bin",
             "Acquire::Languages": "none",
             # A mirror that lags behind its index's validity still serves; signatures and hashes
             # are checked all the same.
