@@ -30,7 +30,7 @@ configure = cmake --log-level=NOTICE --preset $(1) -B $(2) -DPython_EXECUTABLE=$
 	-DMOX_DEPS_DIR=$(abspath $(deps))
 
 .PHONY: help venv deps rerun build demo test test-sanitize test-windows test-windows-minimal test-aarch64
-.PHONY: test-aarch64-minimal test-wheel wheel wheels sdist bench docs format lint tidy tidy-changed clean
+.PHONY: test-aarch64-minimal test-agreement test-everywhere test-wheel wheel wheels sdist bench docs format lint tidy tidy-changed clean
 .DEFAULT_GOAL := help
 
 help:
@@ -39,6 +39,8 @@ help:
 	@echo "make test-sanitize  the same under the address and undefined-behaviour sanitizers"
 	@echo "make test-windows   the same for Windows, under Wine; make test-windows-minimal does the least"
 	@echo "make test-aarch64   the same for 64-bit ARM, emulated; make test-aarch64-minimal does the least"
+	@echo "make test-agreement the same files read and written on all three systems, compared to the bit"
+	@echo "make test-everywhere  all of these, and the wheels; hours"
 	@echo "make wheels         wheels for Linux of all Pythons, with old C libraries, checked and tried"
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make sdist          the source archive in dist/, with the C++ headers that it needs"
@@ -125,6 +127,14 @@ test-windows: $(windows)/configured
 test-windows-minimal: $(windows)/configured
 	@cmake --build $(windows) --parallel $(JOBS) --target mox_package
 	@$(in_systems) python -m systems.test_windows $(windows) --minimal
+
+# What a system must not change: the numbers that are read, and the bytes that are written.
+test-agreement: build $(aarch64)/configured $(windows)/configured
+	@for tree in $(aarch64) $(windows); do cmake --build $$tree --parallel $(JOBS) --target mox_package || exit 1; done
+	@$(in_systems) python -m systems.test_agreement $(release) aarch64=$(aarch64) windows=$(windows)
+
+# Hours, on two cores.
+test-everywhere: test test-windows test-aarch64 test-agreement wheels
 
 wheel: $(venv_ready)
 	@python -m pip wheel -qq --no-deps --no-build-isolation --wheel-dir dist \

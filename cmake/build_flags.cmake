@@ -9,6 +9,8 @@ target_compile_features(mox_build_flags INTERFACE cxx_std_20)
 target_compile_options(mox_build_flags INTERFACE
     "$<IF:${mox_gnu_like},-Wall;-Wextra;-Wpedantic;-Wconversion;-Wshadow,/W4;/permissive-;/utf-8>"
     "$<${mox_gnu_like}:-fvisibility=hidden;-fvisibility-inlines-hidden>"
+    # A product and a sum in one step round once, and only some processors have it: numbers would differ between systems.
+    "$<${mox_gnu_like}:-ffp-contract=off>"
     # Unique symbols would pin a file in memory: a plugin has to leave the process when it is unloaded.
     "$<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>"
     # Warns about the standard library's own string operations (GCC bug 105651).

@@ -51,14 +51,18 @@ def run_cpp_tests(build: Path) -> Tally:
     return tally
 
 
-def run_python_tests(build: Path, installed: Path, arguments: list[str]) -> Tally:
-    report = build / "test-results" / "python.xml"
+def variables(build: Path, installed: Path) -> dict[str, str]:
+    """Those by which Python finds the build's module and the packages beside it."""
     folders = [build / "package", build / "tests" / "python", PROJECT / "python", installed]
-    variables = {
+    return {
         "PYTHONPATH": ":".join(map(str, folders)),
         "PYTHONPYCACHEPREFIX": str(build / "pycache"),
         "XDG_STATE_HOME": str(build / "state"),
     }
+
+
+def run_python_tests(build: Path, installed: Path, arguments: list[str]) -> Tally:
+    report = build / "test-results" / "python.xml"
     words: list[str | Path] = [
         aarch64_python(VERSION),
         "-m",
@@ -67,7 +71,7 @@ def run_python_tests(build: Path, installed: Path, arguments: list[str]) -> Tall
         "-p",
         "no:cacheprovider",
     ]
-    return run([*words, f"--junit-xml={report}", *arguments], variables, report)
+    return run([*words, f"--junit-xml={report}", *arguments], variables(build, installed), report)
 
 
 def main() -> int:

@@ -42,22 +42,27 @@ def run_cpp_tests(wine: Wine, build: Path) -> Tally:
     return tally
 
 
-def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[str]) -> Tally:
-    report = build / "test-results" / "python.xml"
+def variables(build: Path) -> dict[str, str]:
+    """Those by which Python finds the build's module and the recordings."""
     folders = [build / "package", build / "tests" / "python", PROJECT / "python"]
-    variables = {
+    found = {
         "PYTHONPATH": ";".join(map(windows_path, folders)),
         # This system's Python keeps its own beside the sources.
         "PYTHONPYCACHEPREFIX": windows_path(build / "pycache"),
         "PYTHONUTF8": "1",
     }
     if samples := os.environ.get("MOXPY_SAMPLES"):
-        variables["MOXPY_SAMPLES"] = windows_path(Path(samples))
+        found["MOXPY_SAMPLES"] = windows_path(Path(samples))
+    return found
+
+
+def run_python_tests(wine: Wine, build: Path, system: Windows, arguments: list[str]) -> Tally:
+    report = build / "test-results" / "python.xml"
     words: list[str | Path] = [
         system.python / "python.exe", "-m", "pytest", "-q", "-p", "no:cacheprovider",
         f"--junit-xml={windows_path(report)}", *arguments,
     ]  # fmt: skip
-    return run(wine, words, variables, report)
+    return run(wine, words, variables(build), report)
 
 
 def main() -> int:
