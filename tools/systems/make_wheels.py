@@ -33,8 +33,8 @@ def name_of(target: Linux) -> str:
 
 
 def build(target: Linux, parallel: int) -> Path:
-    """The build tree."""
-    tree = SYSTEMS / "wheels" / name_of(target)
+    """The build tree, one for all Pythons: what knows none of them is compiled once."""
+    tree = SYSTEMS / "wheels" / target.platform_tag
     settings = {**target.settings, "MOX_CARRIED_DIR": CARRIED}
     subprocess.run(
         ["cmake", "--log-level=NOTICE", "--preset", "release", "-B", tree,

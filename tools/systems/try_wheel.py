@@ -24,7 +24,11 @@ def pip(*words: str | Path) -> None:
 def run_minimal(python: Path, folder: Path, variables: Mapping[str, str]) -> Tally:
     """Count the minimal tests with what the interpreter has installed."""
     report = folder / "report.xml"
-    words = ["-m", "pytest", "-q", "-p", "no:cacheprovider", f"--junit-xml={report}", MINIMAL]
+    words: list[str | Path] = [
+        "-m", "pytest", "-q", "-p", "no:cacheprovider", f"--junit-xml={report}",
+        # Otherwise it ends with deleting what earlier runs left, however much that is.
+        f"--basetemp={folder / 'files'}", MINIMAL,
+    ]  # fmt: skip
     # Neither the environment that called nor a folder of the user may answer.
     kept = {name: text for name, text in os.environ.items() if not name.startswith("PYTHON")}
     environment = {
