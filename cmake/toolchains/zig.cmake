@@ -17,8 +17,6 @@ foreach(language IN ITEMS C CXX)
 endforeach()
 set(CMAKE_AR "${mox_zig_programs}/ar")
 set(CMAKE_RANLIB "${mox_zig_programs}/ranlib")
-# No module is imported anywhere, and the scanner that looks for them is none of Zig's programs.
-set(CMAKE_CXX_SCAN_FOR_MODULES OFF)
 
 # Programs are run here, so they are this system's.
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

@@ -79,6 +79,8 @@ class Linux:
             "CMAKE_TOOLCHAIN_FILE": self.toolchain,
             "MOX_SYSTEMS_DIR": SYSTEMS,
             "MOX_PYTHON_SOABI": soabi,
+            # Of the same version as the headers, or CMake finds that they do not belong together.
+            "Python_EXECUTABLE": python,
             "Python_INCLUDE_DIR": include_folder(python),
             "Python_NumPy_INCLUDE_DIR": np.get_include(),
         }

@@ -37,8 +37,8 @@ def build(target: Linux, parallel: int) -> Path:
     tree = SYSTEMS / "wheels" / target.platform_tag
     settings = {**target.settings, "MOX_CARRIED_DIR": CARRIED}
     subprocess.run(
-        ["cmake", "--log-level=NOTICE", "--preset", "release", "-B", tree,
-         f"-DPython_EXECUTABLE={sys.executable}",
+        # What was found of the Python before is forgotten.
+        ["cmake", "--log-level=NOTICE", "--preset", "release", "-B", tree, "-U", "*Python*",
          *(f"-D{name}={value}" for name, value in settings.items())],
         cwd=PROJECT, check=True,
     )  # fmt: skip
