@@ -21,8 +21,10 @@ target_compile_definitions(mox_python INTERFACE
     NPY_TARGET_VERSION=NPY_1_20_API_VERSION
     NPY_NO_DEPRECATED_API=NPY_1_20_API_VERSION)
 
-if(Python_NumPy_VERSION VERSION_LESS 2)
+# The headers say it themselves; the interpreter may not have NumPy.
+file(STRINGS "${Python_NumPy_INCLUDE_DIRS}/numpy/numpyconfig.h" mox_numpy_2 REGEX "define NPY_2_0_API_VERSION")
+if(NOT mox_numpy_2)
     message(FATAL_ERROR
-        "NumPy ${Python_NumPy_VERSION} was found; the headers of NumPy 2 are needed to build a module "
-        "that runs with NumPy 1.26 and 2.")
+        "NumPy's headers in ${Python_NumPy_INCLUDE_DIRS} are those of NumPy 1; those of NumPy 2 are needed to build a "
+        "module that runs with NumPy 1.26 and 2.")
 endif()
