@@ -6,6 +6,7 @@ Makes it all and prints the settings for CMake's preset "release".
 
 from __future__ import annotations
 
+import shutil
 import subprocess
 import sys
 from dataclasses import dataclass
@@ -13,7 +14,7 @@ from pathlib import Path
 
 import numpy as np
 
-from systems.steps import PROJECT, SYSTEMS
+from systems.steps import PROJECT, SYSTEMS, made_once
 from systems.zig import zig
 
 PYTHONS = ("3.11", "3.12", "3.13", "3.14")
@@ -40,6 +41,24 @@ def include_folder(python: Path) -> Path:
         [python, "-I", "-c", question], stdout=subprocess.PIPE, text=True, check=True
     )
     return Path(told.stdout.strip())
+
+
+def headers(version: str, systems: Path = SYSTEMS) -> Path:
+    """A folder of the headers of a CPython alone, with all that they include.
+
+    Those of Debian include one that stands apart, by the name of the processor, where compilers for
+    other systems do not look. On all our processors it says the same.
+    """
+    include = include_folder(interpreter(version, systems))
+
+    def make(folder: Path) -> None:
+        shutil.copytree(include, folder / "include")
+        for apart in include.parent.glob(f"*-linux-gnu/{include.name}"):
+            for processor in PROCESSORS:
+                place = folder / "include" / f"{processor}-linux-gnu" / include.name
+                shutil.copytree(apart, place, dirs_exist_ok=True)
+
+    return made_once(systems / f"headers-{version}", str(include), make) / "include"
 
 
 @dataclass(frozen=True)
@@ -69,8 +88,8 @@ class Linux:
     def settings(self) -> dict[str, str | Path]:
         """Settings of CMake.
 
-        The headers are those of this machine's processor: CPython's and NumPy's tell none from the
-        other as long as both have 64 bits and the same byte order.
+        NumPy's headers, too, tell no processor from the other as long as both have 64 bits and the
+        same byte order.
         """
         zig()
         python = interpreter(self.version)
@@ -81,7 +100,7 @@ class Linux:
             "MOX_PYTHON_SOABI": soabi,
             # Of the same version as the headers, or CMake finds that they do not belong together.
             "Python_EXECUTABLE": python,
-            "Python_INCLUDE_DIR": include_folder(python),
+            "Python_INCLUDE_DIR": headers(self.version),
             "Python_NumPy_INCLUDE_DIR": np.get_include(),
         }
 

@@ -4,6 +4,7 @@ import subprocess
 from pathlib import Path
 
 import pytest
+from systems import linux
 from systems.aarch64 import script
 from systems.audit import NotPortable, allowed_platform, glibc_of
 from systems.linux import Linux
@@ -89,3 +90,20 @@ def test_the_emulated_program_is_told_the_name_it_was_called_by(tmp_path: Path):
     *_, root, flag, name, program, option, words = told.stdout.splitlines()
     assert (root, flag, name) == (str(tmp_path), "-0", str(called))
     assert (program, option, words) == (str(tmp_path / "python3.13"), "-c", "x y")
+
+
+def test_headers_that_stand_apart_come_along_under_the_name_of_each_processor(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+):
+    include = tmp_path / "usr" / "include" / "python3.11"
+    apart = include.parent / "x86_64-linux-gnu" / "python3.11"
+    for folder in (include, apart):
+        folder.mkdir(parents=True)
+        (folder / "pyconfig.h").write_text(folder.parent.name)
+    monkeypatch.setattr(linux, "interpreter", lambda version, systems: Path("python"))
+    monkeypatch.setattr(linux, "include_folder", lambda python: include)
+    made = linux.headers("3.11", tmp_path / "systems")
+    assert (made / "pyconfig.h").read_text() == "include"
+    for processor in linux.PROCESSORS:
+        other = made / f"{processor}-linux-gnu" / "python3.11" / "pyconfig.h"
+        assert other.read_text() == "x86_64-linux-gnu"
