@@ -70,8 +70,10 @@ def aarch64_python(version: str, systems: Path = SYSTEMS) -> Path:
         # NumPy's wheels look for the C++ library of the system.
         unpack(apt.download_with_dependencies([f"python{version}", "libstdc++6"]), unfinished)
         shutil.rmtree(unfinished / "apt")
-        # Programs name their loader by the older of the folder's two names.
-        (unfinished / "lib").symlink_to("usr/lib")
+        # Programs name their loader by the older of the folder's two names, which newer packages no
+        # longer lay their files below.
+        if not (unfinished / "lib").exists():
+            (unfinished / "lib").symlink_to("usr/lib")
         program = unfinished / "usr" / "bin" / "python"
         program.unlink(missing_ok=True)
         program.write_text(script(runner, folder, folder / name), encoding="utf-8")
