@@ -154,7 +154,7 @@ test-wheel: wheel
 
 bench: $(release)/configured $(dev_ready)
 	@cmake --build $(release) --parallel $(JOBS)
-	@$(in_build_tree) python benchmarks/run.py --build $(release)
+	@$(in_build_tree) python benchmarks/run.py --build $(release) --page docs
 	@$(in_build_tree) python benchmarks/bulk_memory.py
 
 # The examples of the pages run as tests; here they draw the pictures. Warnings are errors.

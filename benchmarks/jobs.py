@@ -25,6 +25,11 @@ class Trial:
     folder: Path
 
     @property
+    def size(self) -> str:
+        """Of "big-dec", "big"."""
+        return self.kind.partition("-")[0]
+
+    @property
     def path(self) -> Path:
         return self.folder / f"{self.kind}.c3d"
 
@@ -42,7 +47,7 @@ class Trial:
         return extents
 
     def is_current(self) -> bool:
-        makers = [HERE / "make_trial.py", HERE / "column_sums.py"]
+        makers = (HERE / "make_trial.py", HERE / "column_sums.py")
         return self.description.exists() and all(
             maker.stat().st_mtime <= self.description.stat().st_mtime for maker in makers
         )
@@ -50,8 +55,8 @@ class Trial:
     def make(self) -> None:
         print(f"making {self.path.name}", file=sys.stderr)
         self.description.unlink(missing_ok=True)
-        # The example trial's writer knows the bytes of parameters.
-        environment = {**os.environ, "PYTHONPATH": str(PROJECT / "examples")}
+        # What writes the files of the tests knows all forms.
+        environment = {**os.environ, "PYTHONPATH": str(PROJECT / "tests" / "python")}
         command: list[str | Path] = [sys.executable, HERE / "make_trial.py", self.kind, self.folder]
         subprocess.run(command, env=environment, check=True)
 

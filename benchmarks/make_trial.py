@@ -1,10 +1,10 @@
 """Writes a C3D file to measure with, and beside it what a reader has to find.
 
-    python make_trial.py KIND FOLDER         KIND is "big" or "small"
+    python make_trial.py KIND FOLDER         KIND is one of TRIALS
 
-FOLDER/KIND.c3d is real and in Intel order. FOLDER/KIND.layout holds as text what a program needs to
-decode it without looking at its parameters; FOLDER/KIND.json, written last, the extents and the
-fingerprints of both matrices, taken from the values that were written.
+FOLDER/KIND.c3d is the file. FOLDER/KIND.layout holds as text what a program needs to decode it
+without looking at its parameters; FOLDER/KIND.json, written last, the extents and the fingerprints
+of both matrices, taken from the values that were written.
 """
 
 from __future__ import annotations
@@ -13,18 +13,17 @@ import json
 import sys
 from dataclasses import asdict, dataclass
 from pathlib import Path
-from typing import Any, BinaryIO
 
 import numpy as np
-from c3d_records import BLOCK, parameter, parameter_section
 from column_sums import column_sums
 from numpy.typing import NDArray
+from support.c3d_bytes import Analog, C3DFile
 
 Floats = NDArray[np.float32]
 
 POINT_RATE_HZ = 200.0
+POINT_SCALE = 0.1
 GENERAL_SCALE = 0.5
-FRAMES_AT_ONCE = 4000
 GAP_FRAMES = 15  # 2 in 1000 frames start a gap, so that 3 % of the samples are invalid
 
 
@@ -38,7 +37,30 @@ class Extents:
     ratio: int
 
 
-TRIALS = {"big": Extents(60, 60_000, 32, 10), "small": Extents(40, 500, 16, 10)}
+@dataclass(frozen=True)
+class Form:
+    """How a file stores its samples."""
+
+    processor: str
+    storage: str
+
+
+REAL = "real"
+FORMS = {
+    REAL: Form("intel", "real"),
+    "integer": Form("intel", "integer"),
+    "dec": Form("dec", "real"),
+    "mips": Form("mips", "real"),
+}
+BIG = Extents(60, 60_000, 32, 10)
+TRIALS = {
+    "big": (BIG, REAL),
+    "big-integer": (BIG, "integer"),
+    "big-dec": (BIG, "dec"),
+    "big-mips": (BIG, "mips"),
+    "typical": (Extents(55, 600, 40, 20), REAL),
+    "small": (Extents(40, 500, 16, 10), REAL),
+}
 
 
 def scales(extents: Extents) -> Floats:
@@ -80,91 +102,73 @@ def analog_counts(rng: np.random.Generator, extents: Extents, frames: NDArray[np
     return np.asarray(np.rint(waves + noise + offsets(extents)), dtype=np.float32)
 
 
-def head(extents: Extents) -> bytes:
-    """Header and parameters."""
-
-    def section(data_start: int) -> bytes:
-        names = range(1, extents.channels + 1)
-        return parameter_section(
-            {
-                "POINT": [
-                    parameter("USED", extents.points),
-                    parameter("SCALE", -0.1),
-                    parameter("RATE", POINT_RATE_HZ),
-                    parameter("DATA_START", data_start),
-                    # Counts are unsigned, whatever the type is called.
-                    parameter("FRAMES", np.uint16(extents.frames).astype(np.int16)),
-                    parameter("LABELS", [f"M{number:03}" for number in range(extents.points)]),
-                    parameter("DESCRIPTIONS", ["marker"] * extents.points),
-                    parameter("UNITS", "mm  "),
-                ],
-                "ANALOG": [
-                    parameter("USED", extents.channels),
-                    parameter("LABELS", [f"EMG{number:02}" for number in names]),
-                    parameter("DESCRIPTIONS", ["muscle"] * extents.channels),
-                    parameter("GEN_SCALE", GENERAL_SCALE),
-                    parameter("SCALE", scales(extents)),
-                    parameter("OFFSET", offsets(extents)),
-                    parameter("UNITS", ["mV"] * extents.channels),
-                    parameter("RATE", POINT_RATE_HZ * extents.ratio),
-                    parameter("FORMAT", "SIGNED"),
-                    parameter("BITS", 16),
-                ],
-                "FORCE_PLATFORM": [parameter("USED", 0)],
-            }
-        )
-
-    # The length of the section does not depend on the number that it tells.
-    data_start = 2 + len(section(0)) // BLOCK
-    words = np.zeros(256, dtype="<u2")
-    words[0] = 0x5002  # parameters start in block 2; 0x50 marks the format
-    words[1:5] = [extents.points, extents.channels * extents.ratio, 1, extents.frames]
-    words[6:8] = np.array([-0.1], dtype="<f4").view("<u2")
-    words[8:10] = [data_start, extents.ratio]
-    words[10:12] = np.array([POINT_RATE_HZ], dtype="<f4").view("<u2")
-    return words.tobytes() + section(data_start)
+def c3d_file(extents: Extents, form: Form, points: Floats, counts: Floats) -> C3DFile:
+    """From (frames, points, 4) and (samples, channels), both as stored."""
+    factors, shifts = scales(extents), offsets(extents)
+    return C3DFile(
+        [(f"M{number:03}", points[:, number]) for number in range(extents.points)],
+        processor=form.processor,
+        storage=form.storage,
+        scale=POINT_SCALE,
+        rate=POINT_RATE_HZ,
+        point_descriptions=["marker"] * extents.points,
+        analogs=[
+            Analog(
+                f"EMG{number + 1:02}", counts[:, number], scale=float(factors[number]),
+                offset=int(shifts[number]), units="mV", description="muscle",
+            )
+            for number in range(extents.channels)
+        ],
+        samples_per_frame=extents.ratio,
+        gen_scale=GENERAL_SCALE,
+        analog_format="SIGNED",
+        bits=16,
+    )  # fmt: skip
 
 
-def write_data(file: BinaryIO, extents: Extents) -> dict[str, Any]:
-    """Appends the data section; fingerprints of the values in it."""
-    rng = np.random.default_rng(seed=7)
-    absent = gaps(rng, extents)
-    points = np.empty((extents.frames, extents.points * 3), dtype=np.float32)
-    analogs = np.empty((extents.frames * extents.ratio, extents.channels))
-    length = 0
-    for start in range(0, extents.frames, FRAMES_AT_ONCE):
-        frames = np.arange(start, min(start + FRAMES_AT_ONCE, extents.frames))
-        records = point_records(rng, extents, frames)
-        records[absent[frames]] = [0.0, 0.0, 0.0, -1.0]
-        counts = analog_counts(rng, extents, frames)
-        rows = np.hstack([records.reshape(len(frames), -1), counts.reshape(len(frames), -1)])
-        length += file.write(rows.astype("<f4").tobytes())
-        records[absent[frames], :3] = np.nan
-        points[frames] = records[..., :3].reshape(len(frames), -1)
-        samples = slice(start * extents.ratio, start * extents.ratio + len(counts))
-        factors = scales(extents).astype(np.float64) * GENERAL_SCALE
-        analogs[samples] = (counts.astype(np.float64) - offsets(extents)) * factors
-    file.write(bytes(-length % BLOCK))
-    return {"points": column_sums(points), "analogs": column_sums(analogs)}
-
-
-def layout_text(extents: Extents, data_offset: int) -> str:
+def layout_text(extents: Extents, form: str, data_offset: int) -> str:
     numbers = [extents.points, extents.channels, extents.ratio, extents.frames, data_offset]
-    lines = [" ".join(str(number) for number in numbers), str(GENERAL_SCALE)]
+    lines = [
+        form,
+        " ".join(str(number) for number in numbers),
+        f"{float(np.float32(POINT_SCALE))!r} {GENERAL_SCALE}",
+    ]
     for scale, offset in zip(scales(extents), offsets(extents), strict=True):
         lines.append(f"{float(scale)!r} {offset}")
     return "\n".join(lines) + "\n"
 
 
 def make_trial(kind: str, folder: Path) -> None:
-    extents = TRIALS[kind]
-    opening = head(extents)
-    with (folder / f"{kind}.c3d").open("wb") as file:
-        file.write(opening)
-        sums = write_data(file, extents)
-    (folder / f"{kind}.layout").write_text(layout_text(extents, len(opening)))
-    description = {"extents": asdict(extents), "sums": sums}
-    (folder / f"{kind}.json").write_text(json.dumps(description))
+    extents, form = TRIALS[kind]
+    rng = np.random.default_rng(seed=7)
+    absent = gaps(rng, extents)
+    frames = np.arange(extents.frames)
+    points = point_records(rng, extents, frames)
+    points[absent] = [0.0, 0.0, 0.0, -1.0]
+    counts = analog_counts(rng, extents, frames)
+    file = c3d_file(extents, FORMS[form], points, counts)
+    (folder / f"{kind}.c3d").write_bytes(file.to_bytes())
+    layout = layout_text(extents, form, file.layout().data_offset)
+    (folder / f"{kind}.layout").write_text(layout)
+
+    positions = stored_positions(points[..., :3], FORMS[form])
+    positions[absent] = np.nan
+    values = (counts.astype(np.float64) - offsets(extents)) * (
+        scales(extents).astype(np.float64) * GENERAL_SCALE
+    )
+    sums = {
+        "points": column_sums(positions.reshape(extents.frames, -1)),
+        "analogs": column_sums(values),
+    }
+    (folder / f"{kind}.json").write_text(json.dumps({"extents": asdict(extents), "sums": sums}))
+
+
+def stored_positions(positions: Floats, form: Form) -> NDArray[np.float64]:
+    """What is left of them in the file."""
+    if form.storage == "real":
+        return positions.astype(np.float64)
+    counts = np.rint(positions.astype(np.float64) / POINT_SCALE)
+    return counts * np.float64(np.float32(POINT_SCALE))
 
 
 if __name__ == "__main__":

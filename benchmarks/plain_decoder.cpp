@@ -1,4 +1,4 @@
-// Decodes the data section of a C3D file (real numbers, Intel order) and does nothing else: no
+// Decodes the data section of a C3D file, of any storage form, and does nothing else: no
 // parameters, no labels, no checks. It is the yardstick of the benchmarks: what reading such a file
 // costs when nothing else is asked for.
 //

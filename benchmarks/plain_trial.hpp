@@ -6,22 +6,29 @@
 #include <vector>
 
 inline constexpr std::size_t frames_per_block = 64;
-inline constexpr std::size_t point_bytes = 16; // x, y, z and the fourth word
-inline constexpr std::size_t analog_bytes = 4;
+/// How a file stores a sample, as the layout file names it.
+enum class number_form { real, integer, dec, mips };
 
-/// Where the samples of a file lie and what turns analog counts into values.
+/// Where the samples of a file lie and what turns them into values.
 struct layout {
+    number_form form;
     std::size_t points, channels, ratio, frames, data_offset;
+    double point_scale; ///< of integers
     double general_scale;
     std::vector<double> scales, offsets; ///< one a channel
 
+    [[nodiscard]] std::size_t number_bytes() const { return form == number_form::integer ? 2 : 4; }
+    [[nodiscard]] std::size_t point_bytes() const {
+        return 4 * number_bytes(); // x, y, z and the fourth word
+    }
     [[nodiscard]] std::size_t frame_bytes() const {
-        return points * point_bytes + channels * ratio * analog_bytes;
+        return points * point_bytes() + channels * ratio * number_bytes();
     }
 };
 
-/// What a layout file says: points, channels, samples of a channel per frame, frames and the offset
-/// of the data in bytes; the general scale; scale and offset of each channel.
+/// What a layout file says: the form; points, channels, samples of a channel per frame, frames and
+/// the offset of the data in bytes; the scale of points and the general scale; scale and offset of
+/// each channel.
 [[nodiscard]] layout read_layout(const char* path);
 
 template <typename Element> class buffer {

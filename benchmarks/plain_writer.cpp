@@ -51,7 +51,7 @@ struct frame_block {
 void encode_points(const layout& file, const recording& from, const frame_block& block) {
     const auto stride = file.frame_bytes();
     for (std::size_t point = 0; point < file.points; ++point) {
-        std::byte* target = block.bytes + point * point_bytes;
+        std::byte* target = block.bytes + point * file.point_bytes();
         const double* x = from.points[point].data() + block.first;
         const double* y = x + file.frames;
         const double* z = y + file.frames;
@@ -71,9 +71,10 @@ void encode_points(const layout& file, const recording& from, const frame_block&
 
 void encode_analogs(const layout& file, const recording& from, const frame_block& block) {
     const auto stride = file.frame_bytes();
-    const auto sample_stride = file.channels * analog_bytes;
+    const auto sample_stride = file.channels * file.number_bytes();
     for (std::size_t channel = 0; channel < file.channels; ++channel) {
-        std::byte* frame_target = block.bytes + file.points * point_bytes + channel * analog_bytes;
+        std::byte* frame_target =
+            block.bytes + file.points * file.point_bytes() + channel * file.number_bytes();
         const double* value = from.channels[channel].data() + block.first * file.ratio;
         const double offset = file.offsets[channel];
         const double factor = 1.0 / (file.scales[channel] * file.general_scale);
@@ -113,6 +114,8 @@ void write_file(const char* path, const std::vector<std::byte>& head, const layo
 
 void measure(const char* source, const layout& file, const char* destination,
              std::size_t repetitions, bool sync) {
+    if (file.form != number_form::real)
+        throw std::runtime_error("only real numbers in Intel order are written");
     const auto head = head_of(source, file);
     const auto content = decode(source, file);
     json_array seconds;

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import platform
 import re
 from importlib.metadata import PackageNotFoundError, version
@@ -29,6 +30,7 @@ def machine() -> dict[str, Any]:
             packages[package] = "not installed as a package"
     return {
         "processor": found[1] if found else platform.processor(),
+        "processors": len(os.sched_getaffinity(0)),
         "python": platform.python_version(),
         "numpy": np.__version__,
         **packages,
@@ -132,6 +134,13 @@ def folder_summary(answers: dict[str, list[dict[str, Any]]], files: int) -> dict
         }
         for way, times in seconds.items()
     }
+
+
+def batch_summary(answers: dict[str, list[dict[str, Any]]]) -> dict[str, Any]:
+    """Medians of each way; its time by that of the first one, within a round."""
+    seconds = {way: [answer["seconds"] for answer in given] for way, given in answers.items()}
+    alone = next(iter(seconds.values()))
+    return {way: {"seconds": times, "ratio": ratio(times, alone)} for way, times in seconds.items()}
 
 
 def growth_summary(answers: dict[str, list[dict[str, Any]]]) -> dict[str, Any]:
@@ -239,6 +248,13 @@ def threads_table(result: dict[str, Any], processors: int) -> list[str]:
     lines = [f"threads that read, with {processors} processors", f"  {'':13}  files/s  ratio"]
     for kind, figures in result.items():
         lines.append(f"  {kind:13}  {figures['files_per_second']:7.0f}  {figures['ratio']:5.2f}")
+    return lines
+
+
+def batch_table(result: dict[str, Any]) -> list[str]:
+    lines = ["batch: 1,000 small files, both matrices of each", f"  {'':22}  seconds  ratio"]
+    for way, figures in result.items():
+        lines.append(f"  {way:22}  {median(figures['seconds']):7.2f}  {figures['ratio']:5.2f}")
     return lines
 
 

@@ -1,4 +1,4 @@
-"""Rounds in which one thread and eight threads read the same files."""
+"""Rounds in which one thread and several read the same files."""
 
 from __future__ import annotations
 
@@ -11,7 +11,7 @@ from jobs import HERE, Answers, Trial, answer_of, turned
 
 FILES = 64
 REPETITIONS = 5
-THREADS = {"one thread": 1, "eight threads": 8}
+THREADS = {"one thread": 1, "two threads": 2, "eight threads": 8}
 
 
 def files_of(trial: Trial) -> list[Path]:
@@ -32,7 +32,7 @@ def run_once(kind: str, paths: list[Path]) -> dict[str, Any]:
 
 
 def run_rounds(trial: Trial, rounds: int) -> Answers:
-    """Answers of one thread and of eight, one a round."""
+    """Answers for each number of threads, one a round."""
     paths = files_of(trial)
     answers: Answers = {kind: [] for kind in THREADS}
     for number in range(rounds):

@@ -14,10 +14,12 @@ from report import PLAIN, SYNCED
 WRITERS = (PLAIN, SYNCED, "moxPY", "moxPY, edited", "ezc3d", "c3d")
 # Times of a job that takes seconds hardly differ from round to round.
 ROUNDS_OF_SLOW_WRITERS = 3
-SLOW_WRITERS = {"big": ("ezc3d", "c3d"), "small": ()}
+SLOW_WRITERS: dict[str, tuple[str, ...]] = {
+    "big": ("ezc3d", "c3d"), "typical": (), "small": (),
+}  # fmt: skip
 # The first times of a process do not count: they grow what later ones have.
-REPETITIONS = {"big": 2, "small": 20}
-COLD_REPETITIONS = {"big": 1, "small": 3}
+REPETITIONS = {"big": 2, "typical": 20, "small": 20}
+COLD_REPETITIONS = {"big": 1, "typical": 3, "small": 3}
 
 
 def destination_of(writer: str, trial: Trial) -> Path:
@@ -26,8 +28,8 @@ def destination_of(writer: str, trial: Trial) -> Path:
 
 def run_once(writer: str, trial: Trial, build: Path) -> dict[str, Any]:
     """One process of one writer."""
-    slow = writer in SLOW_WRITERS[trial.kind]
-    repetitions = "1" if slow else str(REPETITIONS[trial.kind])
+    slow = writer in SLOW_WRITERS[trial.size]
+    repetitions = "1" if slow else str(REPETITIONS[trial.size])
     destination = destination_of(writer, trial)
     if writer in (PLAIN, SYNCED):
         program = build / "benchmarks" / "plain_writer"
@@ -41,7 +43,7 @@ def run_rounds(trial: Trial, build: Path, rounds: int) -> Answers:
     """Answers of every writer, one a round in which it took part."""
     answers: Answers = {writer: [] for writer in WRITERS}
     for number in range(rounds):
-        slow = SLOW_WRITERS[trial.kind] if number >= ROUNDS_OF_SLOW_WRITERS else ()
+        slow = SLOW_WRITERS[trial.size] if number >= ROUNDS_OF_SLOW_WRITERS else ()
         for writer in turned(WRITERS, number):
             if writer not in slow:
                 answers[writer].append(run_once(writer, trial, build))
