@@ -12,6 +12,7 @@
 #include "api/channels/channel_keys.hpp"
 #include "api/channels/channel_kinds.hpp"
 #include "api/channels/modify_channels.hpp"
+#include "api/channels/unread_channels.hpp"
 #include "api/devices/platforms.hpp"
 #include "api/devices/rotations.hpp"
 #include "api/devices/set_rotation.hpp"
@@ -33,6 +34,8 @@ PyMethodDef* trial_table() {
         trial_row<"write_bytes", &writing::write_bytes>(),
         trial_row<"warnings", &reading::warnings>(),
         trial_row<"source", &reading::source>(),
+        trial_row<"unread", &channels::unread>(),
+        trial_row<"carry_unread", &channels::carry_unread>(),
         trial_row<"copy", &lifecycle::copy>(),
         trial_row<"dump", &images::dump>(),
         trial_row<"load", &images::load>(),

@@ -13,6 +13,7 @@
 // | event_types          | what types of events are called                       |
 // | event_sets           | how the occurrences of an event lie in its set        |
 // | split_record         | which channels of a file became sets                  |
+// | partial_reading      | which channels of a file were not asked for           |
 // | parameter_list       | texts of the parameters, over all parts of a list     |
 // | analog_pairing       | the set that a channel number of the parameters means |
 // | table_shape          | how a table's dimensions divide its numbers           |
@@ -127,10 +128,17 @@ inline constexpr char offsets[] = "Offsets";              ///< float32
 inline constexpr char scales[] = "Scales";                ///< float32
 inline constexpr char ratio[] = "Ratio";                  ///< int32: rows of rotations in a frame
 inline constexpr char split_channels[] = "SplitChannels"; ///< int64: how many became sets
+inline constexpr char columns[] =
+    "Columns"; ///< int64: their places in the file, where only some of its channels were read
 
 // Of the root: where the acquisition comes from. No file gets them.
 inline constexpr char source_path[] = "SourcePath"; ///< the absolute path of the file that was read
 inline constexpr char warnings[] = "Warnings";      ///< what was odd about it, where anything was
+// Of the root: which part of it was read.
+inline constexpr char wanted_kinds[] = "WantedKinds";   ///< while an importer reads a part
+inline constexpr char unread_kinds[] = "UnreadKinds";   ///< an element a channel that was left out
+inline constexpr char unread_labels[] = "UnreadLabels"; ///< likewise
+inline constexpr char unread_units[] = "UnreadUnits";   ///< likewise
 
 // Of the header.
 inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32

@@ -7,6 +7,7 @@
 #include <anvil/path_text.hpp>
 #include <strata/data_exporter.hpp>
 
+#include "acquisition/files/unread_parts.hpp"
 #include "acquisition/platforms/force_platforms.hpp"
 #include "acquisition/time_base/sample_agreement.hpp"
 #include "acquisition/time_base/sampling.hpp"
@@ -43,6 +44,7 @@ std::filesystem::path absolute_path(const std::filesystem::path& path) {
 }
 
 void prepare_export(strata::data_store acquisition) {
+    require_complete(acquisition.root());
     if (sampling::point_frequency(acquisition) == 0.0)
         throw_runtime_error("Frequency is not set, impossible to export to c3d");
     require_sample_agreement(acquisition);

@@ -17,8 +17,9 @@ namespace mox {
 /// `path` from the root of the file system on; `path` itself when there is no current directory.
 [[nodiscard]] std::filesystem::path absolute_path(const std::filesystem::path& path);
 
-/// Brings force platforms and the order of the analog channels up to date. RuntimeError when the
-/// frequency is not set, or points and analog channels contradict each other.
+/// Brings force platforms and the order of the analog channels up to date. RuntimeError when only a
+/// part of a file was read, the frequency is not set, or points and analog channels contradict each
+/// other; nothing has changed then.
 void prepare_export(strata::data_store acquisition);
 
 /// Writes what is below `root` as a C3D file to `device`, which is open, and commits it there.

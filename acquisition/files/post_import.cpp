@@ -15,6 +15,7 @@
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
 #include "schema/point_kind_table.hpp"
+#include "schema/read_attribute.hpp"
 #include "schema/split_record.hpp"
 #include "store/path_helpers.hpp"
 #include "store/store_log.hpp"
@@ -50,7 +51,10 @@ std::vector<std::string> labels_of_type(const strata::data_set& points, std::str
 }
 
 /// Writes the file's description of each point, by the point's column; empty beyond the list.
-void describe_points(const strata::data_group& root, const strata::data_group& group) {
+void describe_points(const strata::data_group& root, const strata::data_set& points,
+                     const strata::data_group& group) {
+    const auto columns =
+        schema::read_numbers<std::int64_t>(points.retrieve_attribute(attribute::columns));
     const auto descriptions =
         schema::read_parameter_list(root, schema::metadata_point, schema::parameter::descriptions);
     if (!descriptions)
@@ -58,8 +62,9 @@ void describe_points(const strata::data_group& root, const strata::data_group& g
     for (const auto& set : sets_of(group)) {
         if (!set.exists_attribute(attribute::relative_set_index))
             continue;
-        const auto index =
-            read<std::int64_t>(set.retrieve_attribute(attribute::relative_set_index));
+        auto index = read<std::int64_t>(set.retrieve_attribute(attribute::relative_set_index));
+        if (!columns.empty()) // of a part of the points, whose indices are their own
+            index = columns.at(static_cast<std::size_t>(index));
         const bool is_listed = index >= 0 && std::cmp_less(index, descriptions->size());
         write_or_create(set, attribute::description,
                         is_listed ? (*descriptions)[static_cast<std::size_t>(index)]
@@ -115,7 +120,7 @@ bool split_points_of_kind(strata::data_group root, const schema::point_kind& kin
     }
     auto group = root.retrieve_group(kind.path);
     write_or_create(group, attribute::device_type, std::string(schema::device::mocap));
-    describe_points(root, group);
+    describe_points(root, points, group);
     return done;
 }
 

@@ -13,6 +13,7 @@
 // | post_import        | what an importer left becomes what functions rely on |
 // | write_acquisition  | an acquisition becomes a file                        |
 // | export_acquisition | an acquisition through the exporter                  |
+// | unread_parts       | what one cannot do of which a part was read          |
 // | write_trial        | what the object view writes, in any form             |
 // | trial_image        | a whole store as bytes and back                      |
 

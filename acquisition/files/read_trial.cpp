@@ -4,6 +4,7 @@
 
 #include <span>
 #include <utility>
+#include <vector>
 
 #include <anvil/io_file.hpp>
 #include <anvil/io_memory.hpp>
@@ -24,11 +25,26 @@ namespace mox::reading {
 
 namespace {
 
+asked_kinds kinds_of(PyObject* kinds) {
+    if (kinds == Py_None)
+        return std::nullopt;
+    const auto words = py_ref::checked(PySequence_Fast(kinds, "kinds are a sequence of str"));
+    std::vector<std::string> result;
+    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(words.get()); ++i) {
+        const auto* word = PyUnicode_AsUTF8(PySequence_Fast_GET_ITEM(words.get(), i));
+        if (!word)
+            throw python_error{};
+        result.emplace_back(word);
+    }
+    return result;
+}
+
 /// The import, with the lock released. What fails after the importer is a fault of the content too.
-imported import_meanwhile(anvil::io_device& device, const std::filesystem::path& path = {}) {
+imported import_meanwhile(anvil::io_device& device, const asked_kinds& kinds,
+                          const std::filesystem::path& path = {}) {
     try {
         const interpreter_release released;
-        return import_acquisition(device, path);
+        return import_acquisition(device, path, kinds);
     } catch (const swig_error& error) {
         throw swig_error(error_code::value,
                          fmt::format("'{}': {}", device.name(), error.message()));
@@ -46,8 +62,9 @@ std::optional<strata::data_store> acquisition_of(imported result) {
 
 } // namespace
 
-std::optional<strata::data_store> read_file(PyObject* path) {
+std::optional<strata::data_store> read_file(PyObject* path, PyObject* kinds) {
     const auto name = bytes_of_path(path);
+    const auto asked = kinds_of(kinds);
     const auto file_path = anvil::path_from_text(name);
     anvil::io_file file;
     imported result;
@@ -56,17 +73,19 @@ std::optional<strata::data_store> read_file(PyObject* path) {
         file.open(file_path, anvil::io_read);
     }
     if (file.is_open())
-        result = import_meanwhile(file, file_path);
+        result = import_meanwhile(file, asked, file_path);
     // Also when reading stopped in the middle, whatever the importer made of that.
     if (file.failure())
         throw_os_failure(file.failure(), name);
     return acquisition_of(std::move(result));
 }
 
-std::optional<strata::data_store> read_bytes(PyObject* buffer, const std::string& name) {
+std::optional<strata::data_store> read_bytes(PyObject* buffer, const std::string& name,
+                                             PyObject* kinds) {
+    const auto asked = kinds_of(kinds);
     const borrowed_bytes bytes(buffer);
     anvil::io_memory device(bytes.view(), name);
-    return acquisition_of(import_meanwhile(device));
+    return acquisition_of(import_meanwhile(device, asked));
 }
 
 py_ref warnings(strata::data_store acquisition) {

@@ -24,23 +24,10 @@ std::string label_of(const strata::data_set& channel) {
     return label.empty() ? channel.name() : label;
 }
 
-/// The keys of channels with these labels: whichever label is there once stays what it is.
-std::vector<std::string> distinct(std::vector<std::string> labels) {
-    schema::name_pool names;
-    std::vector<std::string*> repeated;
-    for (auto& label : labels) {
-        if (!names.take(label))
-            repeated.push_back(&label);
-    }
-    for (auto* label : repeated)
-        *label = names.take_numbered(*label);
-    return labels;
-}
-
 std::vector<std::string> keys_of(const std::vector<strata::data_set>& channels) {
     std::vector<std::string> labels(channels.size());
     std::ranges::transform(channels, labels.begin(), label_of);
-    return distinct(std::move(labels));
+    return distinct_keys(std::move(labels));
 }
 
 /// Whether a key may be one that was made distinct: the keys of all channels are made only then.
@@ -57,6 +44,19 @@ std::int32_t index_of(const strata::data_set& channel) {
 }
 
 } // namespace
+
+// Whichever label is there once stays what it is.
+std::vector<std::string> distinct_keys(std::vector<std::string> labels) {
+    schema::name_pool names;
+    std::vector<std::string*> repeated;
+    for (auto& label : labels) {
+        if (!names.take(label))
+            repeated.push_back(&label);
+    }
+    for (auto* label : repeated)
+        *label = names.take_numbered(*label);
+    return labels;
+}
 
 py_ref keys(strata::data_store acquisition, const std::string& kind) {
     const auto channels = channels_of(groups_of_kind(acquisition, kind));

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <strata/data_set.hpp>
 #include <strata/data_store.hpp>
@@ -21,5 +22,8 @@ namespace mox::channels {
 /// The channel of a key; nothing when there is none.
 [[nodiscard]] std::optional<strata::data_set> find(strata::data_store acquisition,
                                                    const std::string& kind, const std::string& key);
+
+/// The keys of channels with these labels, in their order.
+[[nodiscard]] std::vector<std::string> distinct_keys(std::vector<std::string> labels);
 
 } // namespace mox::channels

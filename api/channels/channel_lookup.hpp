@@ -13,6 +13,7 @@
 // | channel_keys      | their keys, which are labels                  |
 // | channel_handle    | one channel by its handle                     |
 // | modify_channels   | adding channels to a kind, all its samples    |
+// | unread_channels   | those of the file that nobody asked for       |
 
 #pragma once
 

@@ -14,8 +14,11 @@
 #include "api/devices/sample_rows.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/force_platform_table.hpp"
+#include "schema/names.hpp"
+#include "schema/partial_reading.hpp"
 #include "schema/plate_frame.hpp"
 #include "store/dictionary.hpp"
+#include "store/python_read.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox::devices {
@@ -27,6 +30,24 @@ constexpr std::size_t frame_edge = 4; // of a homogeneous matrix
 py_ref fixed(py_ref array) {
     PyArray_CLEARFLAGS(array.array(), NPY_ARRAY_WRITEABLE);
     return array;
+}
+
+/// The labels of those of its channels that were left out when the file was read.
+py_ref unread_labels(const schema::force_platform& platform,
+                     const schema::unread_channels& unread) {
+    std::vector<std::string> of_analogs;
+    for (std::size_t i = 0; i < unread.kinds.size(); ++i) {
+        if (unread.kinds[i] == schema::name::analogs)
+            of_analogs.push_back(unread.labels[i]);
+    }
+    auto list = py_ref::checked(PyList_New(0));
+    for (const auto number : platform.channels) {
+        const auto index = static_cast<std::size_t>(number) - 1; // huge for the unused 0
+        if (index < of_analogs.size() &&
+            PyList_Append(list.get(), text_to_python(of_analogs[index]).get()) < 0)
+            throw python_error{};
+    }
+    return list;
 }
 
 py_ref corner_rows(const schema::force_platform& platform) {
@@ -83,10 +104,12 @@ py_ref platform_count(strata::data_store acquisition) {
 }
 
 py_ref platform_description(strata::data_store acquisition, int index) {
-    const auto platforms = describe_platforms(acquisition.root());
+    const auto root = acquisition.root();
+    const auto platforms = describe_platforms(root);
     const auto& platform = platform_at(platforms, index).described;
     auto description = py_ref::checked(PyDict_New());
     set_item(description.get(), "type", py_ref::checked(PyLong_FromLongLong(platform.type)));
+    set_item(description.get(), "unread", unread_labels(platform, schema::unread_of(root)));
     set_item(description.get(), "corners", corner_rows(platform));
     set_item(description.get(), "origin", origin_of(platform));
     set_item(description.get(), "calibration", calibration_of(platform));

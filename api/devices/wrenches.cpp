@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "acquisition/channels/channels.hpp"
+#include "acquisition/files/unread_parts.hpp"
 #include "acquisition/platforms/force_platforms.hpp"
 #include "acquisition/platforms/platform_wrench.hpp"
 #include "acquisition/time_base/resize_channels.hpp"
@@ -33,6 +34,13 @@ std::uint64_t analog_samples(const strata::data_group& root) {
                : 0;
 }
 
+/// A platform whose channels were not read has a wrench, though nobody knows it here.
+void require_measured(const strata::data_group& root, error_code code) {
+    if (lacks_analogs(root) && !describe_platforms(root).empty())
+        throw swig_error(code, "only a part of the file was read, without the analog channels that "
+                               "its force platforms measure with");
+}
+
 /// F, M and P in order; without value where there is no wrench.
 std::array<py_ref, vectors.size()> arrays_of(const strata::data_set& set, std::uint64_t samples) {
     std::array<py_ref, vectors.size()> arrays;
@@ -54,6 +62,7 @@ py_ref wrench_of(const strata::data_set& set, std::uint64_t samples) {
 
 py_ref wrenches(strata::data_store acquisition, wrench_place place, double fz_threshold) {
     const auto root = acquisition.root();
+    require_measured(root, error_code::runtime);
     const auto platforms = bring_platforms_up_to_date(root);
     const auto samples = analog_samples(root);
     require_memory(static_cast<double>(platforms.size()) *
@@ -101,6 +110,7 @@ outputs<3> wrench_of_platform(strata::data_store acquisition, int index, const s
                               const std::string& axes, double fz_threshold) {
     const auto request = checked_request(place, axes, fz_threshold);
     const auto root = acquisition.root();
+    require_measured(root, error_code::value);
     const auto platforms = bring_platforms_up_to_date(root);
     const auto& platform = platform_at(platforms, index);
     const auto samples = analog_samples(root);

@@ -11,7 +11,8 @@
 namespace mox::devices {
 
 // Each gives a list with a dictionary a platform: "F", "M" and "P", arrays of (samples, 3) in the
-// laboratory; NaN where a platform has no wrench.
+// laboratory; NaN where a platform has no wrench. RuntimeError when there are platforms but the
+// analog channels of their file were not read.
 
 /// At the hardware origins.
 [[nodiscard]] py_ref platform_wrenches(strata::data_store acquisition);
@@ -31,7 +32,8 @@ namespace mox::devices {
 /// Force, moment and point of the platform of an index, from 0, as arrays of (samples, 3) that are
 /// not writable; NaN where it has no wrench. `place` is "cop" or "origin", `axes` is "lab" or
 /// "plate": its own axes at the centre of its surface. ValueError for any other text and for a
-/// threshold that is negative or NaN, IndexError without such a platform.
+/// threshold that is negative or NaN, or when analog channels of the file were not read; IndexError
+/// without such a platform.
 [[nodiscard]] outputs<3> wrench_of_platform(strata::data_store acquisition, int index,
                                             const std::string& place, const std::string& axes,
                                             double fz_threshold);

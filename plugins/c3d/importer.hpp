@@ -33,7 +33,8 @@ namespace c3d {
 
 /// Reads C3D files: the group `Format` with `Metadata`, `Header` and, below `Data`, the sets
 /// `Points`, `Analogs` and, where a file has rotations, `Rotations`. What is odd about a file goes
-/// to the store's log.
+/// to the store's log. Of a file of which only some kinds of channels are wanted
+/// (schema/partial_reading.hpp) no others are decoded; the root keeps which ones there are.
 class importer final : public strata::importer {
   public:
     [[nodiscard]] bool accepts(anvil::io_device& device) const override;

@@ -13,6 +13,7 @@
 #include "plugins/opensim/sample_rows.hpp"
 #include "schema/channel_names.hpp"
 #include "schema/names.hpp"
+#include "schema/partial_reading.hpp"
 #include "schema/point_kind_table.hpp"
 #include "schema/write_attribute.hpp"
 
@@ -143,15 +144,31 @@ void create_metadata(strata::data_group& format, const trial_content& content) {
     schema::write_number(analog, parameter::bits, std::int16_t{schema::default_analog_resolution});
 }
 
+/// Lets go of channels that nobody wants.
+void leave_out(channel_table& channels, std::string_view kind, schema::unread_channels& unread) {
+    const auto names = schema::distinct_names(channels.labels);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        unread.add(kind, channels.labels[i].empty() ? names[i] : channels.labels[i],
+                   channels.units[i]);
+    channels = {};
+}
+
 } // namespace
 
 void create_tree(strata::data_group& target, trial_content content) {
     auto format = target.create_group(schema::format);
     auto data = format.create_group(schema::name::data);
-    create_points(data, content.points, content.time);
-    create_analogs(data, content.analogs, content.time);
     create_metadata(format, content);
     create_header(format, content);
+    const schema::wanted_kinds wanted(target);
+    schema::unread_channels unread;
+    if (!wanted.contain(schema::marker_kind.group_name))
+        leave_out(content.points, schema::marker_kind.group_name, unread);
+    if (!wanted.contain(schema::name::analogs))
+        leave_out(content.analogs, schema::name::analogs, unread);
+    create_points(data, content.points, content.time);
+    create_analogs(data, content.analogs, content.time);
+    schema::keep_unread(target, unread);
 }
 
 } // namespace opensim

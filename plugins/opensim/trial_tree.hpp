@@ -25,7 +25,8 @@ struct trial_content {
 };
 
 /// Creates in `target`, the root, what the importer of a C3D file with the same content creates:
-/// the raw sets, the header and the parameters of POINT and ANALOG.
+/// the raw sets, the header and the parameters of POINT and ANALOG. All rows have been looked at by
+/// then; of kinds that nobody wants (schema/partial_reading.hpp) no channel is kept.
 void create_tree(strata::data_group& target, trial_content content);
 
 } // namespace opensim

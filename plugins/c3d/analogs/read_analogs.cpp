@@ -41,6 +41,14 @@ std::vector<std::string> texts_of(const parameter_table& parameters, std::string
     return texts;
 }
 
+std::vector<std::string> labels_of(const parameter_table& parameters, std::size_t channels) {
+    return texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
+}
+
+std::vector<std::string> units_of(const parameter_table& parameters, std::size_t channels) {
+    return texts_of(parameters, "UNITS", channels, single_value::of_all_channels);
+}
+
 } // namespace
 
 std::int32_t gain_code_of(double stored) noexcept {
@@ -56,10 +64,20 @@ std::vector<float*> analog_samples::targets() const {
     return result;
 }
 
-analog_samples allocate_analogs(const frame_layout& layout) {
+analog_samples allocate_analogs(const frame_layout& layout, std::uint64_t channels) {
     return {strata::channel_buffer::allocate(strata::data_type::float32,
                                              layout.frames * layout.samples_per_frame,
-                                             static_cast<std::size_t>(layout.channels))};
+                                             static_cast<std::size_t>(channels))};
+}
+
+void add_unread_analogs(schema::unread_channels& unread, const c3d_file& file,
+                        const frame_layout& layout) {
+    const auto channels = static_cast<std::size_t>(layout.channels);
+    const auto labels = labels_of(file.parameters, channels);
+    const auto names = schema::distinct_names(labels);
+    const auto units = units_of(file.parameters, channels);
+    for (std::size_t i = 0; i < channels; ++i)
+        unread.add(schema::name::analogs, labels[i].empty() ? names[i] : labels[i], units[i]);
 }
 
 void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
@@ -70,11 +88,10 @@ void create_analogs(strata::data_group& data, const c3d_file& file, const frame_
     const auto scaling = apply_scaling(samples.channels, parameters, layout.storage, notes);
     auto set = strata::create_channel_set(data, schema::name::analogs, 1, count,
                                           std::move(samples.channels));
-    const auto labels = texts_of(parameters, "LABELS", channels, single_value::of_first_channel);
+    const auto labels = labels_of(parameters, channels);
     schema::write_texts(set, attribute::labels, labels);
     schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));
-    schema::write_texts(set, attribute::units,
-                        texts_of(parameters, "UNITS", channels, single_value::of_all_channels));
+    schema::write_texts(set, attribute::units, units_of(parameters, channels));
     schema::write_numbers(set, attribute::gain, gain_codes(parameters, channels));
     schema::write_numbers(set, attribute::scales, scaling.scales);
     schema::write_numbers(set, attribute::offsets, scaling.offsets);

@@ -21,6 +21,7 @@
 
 #include "plugins/c3d/frames/frame_layout.hpp"
 #include "plugins/c3d/parameters/c3d_file.hpp"
+#include "schema/partial_reading.hpp"
 
 namespace c3d {
 
@@ -32,16 +33,20 @@ struct analog_samples {
     [[nodiscard]] std::vector<float*> targets() const;
 };
 
-/// Buffers for all samples, not initialised.
-[[nodiscard]] analog_samples allocate_analogs(const frame_layout& layout);
+/// Buffers for all samples of this many channels, not initialised.
+[[nodiscard]] analog_samples allocate_analogs(const frame_layout& layout, std::uint64_t channels);
+
+/// The channels that were not read.
+void add_unread_analogs(schema::unread_channels& unread, const c3d_file& file,
+                        const frame_layout& layout);
 
 /// The input range that an entry of ANALOG:GAIN stands for; codes other than 0 to 5 mean nothing to
 /// anybody and give 0.
 [[nodiscard]] std::int32_t gain_code_of(double stored) noexcept;
 
 /// Creates the set `Analogs` of `data`: values in physical units, (raw − offset) × scale × general
-/// scale, and what describes them. The samples have been decoded with the sign that ANALOG:FORMAT
-/// declares, by default with one.
+/// scale, and what describes them, of all channels or, where none was read, of none. The samples
+/// have been decoded with the sign that ANALOG:FORMAT declares, by default with one.
 void create_analogs(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
                     analog_samples samples, schema::warnings& notes);
 

@@ -16,6 +16,9 @@ class point_kinds {
   public:
     explicit point_kinds(const parameter_table& parameters);
 
+    /// What a point with this label is: what the file lists it as, else a marker.
+    [[nodiscard]] const schema::point_kind& kind_of(const std::string& label) const;
+
     /// "angle", "force", "moment" or "power" for a label that the file lists as one, else "marker".
     [[nodiscard]] std::string_view type_of(const std::string& label) const;
 
@@ -24,8 +27,6 @@ class point_kinds {
     [[nodiscard]] const std::string& unit_of(std::uint64_t point, const std::string& label) const;
 
   private:
-    [[nodiscard]] const schema::point_kind& kind_of(const std::string& label) const;
-
     std::unordered_map<std::string, const schema::point_kind*> kind_by_label_;
     std::unordered_map<const schema::point_kind*, std::string> unit_by_kind_;
     std::vector<std::string> unit_by_point_; // where the file has one for each; else empty

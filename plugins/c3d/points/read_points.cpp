@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
-#include <string>
+#include <numeric>
 #include <utility>
 
 #include <strata/data_set.hpp>
@@ -27,40 +28,73 @@ void fill(const std::vector<strata::channel_buffer>& buffers, float value) {
         std::ranges::fill(floats_of(buffer), value);
 }
 
-void write_descriptive_texts(strata::data_set& set, const c3d_file& file, std::size_t points) {
-    const channel_entries label_entries(file.parameters, "POINT", "LABELS");
-    const channel_entries description_entries(file.parameters, "POINT", "DESCRIPTIONS");
-    const point_kinds kinds(file.parameters);
-    std::vector<std::string> labels(points);
-    std::vector<std::string> types(points);
-    std::vector<std::string> units(points);
-    std::vector<std::string> descriptions(points);
-    for (std::size_t i = 0; i < points; ++i) {
-        labels[i] = label_entries.text(i).value_or("");
-        types[i] = kinds.type_of(labels[i]);
-        units[i] = kinds.unit_of(i, labels[i]);
-        descriptions[i] = description_entries.text(i).value_or("");
+/// Of the columns that were read.
+void write_texts_of(strata::data_set& set, const char* name, const std::vector<std::string>& texts,
+                    const std::vector<std::size_t>& columns) {
+    if (columns.size() == texts.size()) {
+        schema::write_texts(set, name, texts);
+        return;
     }
-    schema::write_texts(set, attribute::labels, labels);
-    schema::write_texts(set, attribute::set_names, schema::distinct_names(labels));
-    schema::write_texts(set, attribute::types, types);
-    schema::write_texts(set, attribute::units, units);
-    schema::write_texts(set, attribute::descriptions, descriptions);
+    std::vector<std::string> read;
+    read.reserve(columns.size());
+    for (const auto column : columns)
+        read.push_back(texts[column]);
+    schema::write_texts(set, name, read);
+}
+
+std::vector<std::string> types_of(const std::vector<const schema::point_kind*>& kinds) {
+    std::vector<std::string> types;
+    types.reserve(kinds.size());
+    for (const auto* kind : kinds)
+        types.emplace_back(kind->word);
+    return types;
 }
 
 } // namespace
 
+point_texts texts_of_points(const c3d_file& file, const frame_layout& layout) {
+    const auto points = static_cast<std::size_t>(layout.points);
+    const channel_entries labels(file.parameters, "POINT", "LABELS");
+    const channel_entries descriptions(file.parameters, "POINT", "DESCRIPTIONS");
+    const point_kinds kinds(file.parameters);
+    point_texts texts;
+    texts.labels.resize(points);
+    texts.kinds.resize(points);
+    texts.units.resize(points);
+    texts.descriptions.resize(points);
+    for (std::size_t i = 0; i < points; ++i) {
+        texts.labels[i] = labels.text(i).value_or("");
+        texts.kinds[i] = &kinds.kind_of(texts.labels[i]);
+        texts.units[i] = kinds.unit_of(i, texts.labels[i]);
+        texts.descriptions[i] = descriptions.text(i).value_or("");
+    }
+    texts.names = schema::distinct_names(texts.labels);
+    return texts;
+}
+
+std::vector<std::size_t> columns_of(const point_texts& texts, const schema::wanted_kinds& wanted) {
+    std::vector<std::size_t> columns(texts.kinds.size());
+    std::iota(columns.begin(), columns.end(), std::size_t{0});
+    for (const auto& kind : schema::point_kind_table) {
+        if (wanted.contain(kind.group_name))
+            continue;
+        std::erase_if(columns, [&](std::size_t column) { return texts.kinds[column] == &kind; });
+    }
+    return columns;
+}
+
 std::vector<point_target> point_samples::targets() const {
-    std::vector<point_target> result(coordinates.size());
-    for (std::size_t i = 0; i < result.size(); ++i) {
-        result[i] = {floats_of(coordinates[i]).data(), floats_of(residuals[i]).data()};
+    std::vector<point_target> result(columns.empty() ? 0 : columns.back() + 1);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        result[columns[i]] = {floats_of(coordinates[i]).data(), floats_of(residuals[i]).data()};
     }
     return result;
 }
 
-point_samples allocate_points(const frame_layout& layout) {
-    const auto points = static_cast<std::size_t>(layout.points);
+point_samples allocate_points(const frame_layout& layout, std::vector<std::size_t> columns) {
+    const auto points = columns.size();
     point_samples samples;
+    samples.columns = std::move(columns);
     samples.coordinates =
         strata::channel_buffer::allocate(strata::data_type::float32, 3 * layout.frames, points);
     samples.residuals =
@@ -77,13 +111,20 @@ void invalidate(const point_samples& samples) {
     fill(samples.residuals, -1.0F);
 }
 
-void create_points(strata::data_group& data, const c3d_file& file, const frame_layout& layout,
+void create_points(strata::data_group& data, const frame_layout& layout, const point_texts& texts,
                    point_samples samples) {
-    const auto points = samples.coordinates.size();
+    const auto& columns = samples.columns;
     auto set = strata::create_channel_set(data, schema::name::points, 3, layout.frames,
                                           std::move(samples.coordinates));
-    write_descriptive_texts(set, file, points);
-    if (points != 0)
+    write_texts_of(set, attribute::labels, texts.labels, columns);
+    write_texts_of(set, attribute::set_names, texts.names, columns);
+    write_texts_of(set, attribute::types, types_of(texts.kinds), columns);
+    write_texts_of(set, attribute::units, texts.units, columns);
+    write_texts_of(set, attribute::descriptions, texts.descriptions, columns);
+    if (columns.size() != texts.labels.size())
+        schema::write_numbers(set, attribute::columns,
+                              std::vector<std::int64_t>(columns.begin(), columns.end()));
+    if (!columns.empty())
         strata::create_row_attribute(set, attribute::residuals, std::move(samples.residuals));
     schema::write_number(set, attribute::num_samples, static_cast<std::int64_t>(layout.frames));
     schema::write_number(set, attribute::sample_rate, layout.point_rate);

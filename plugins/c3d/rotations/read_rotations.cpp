@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -10,12 +11,25 @@
 
 #include "plugins/c3d/parameters/channel_entries.hpp"
 #include "plugins/c3d/samples/read_samples.hpp"
+#include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace c3d {
 
 namespace attribute = schema::attribute;
+
+namespace {
+
+std::vector<std::string> texts_of(const c3d_file& file, const char* list, std::size_t segments) {
+    const channel_entries entries(file.parameters, "ROTATION", list);
+    std::vector<std::string> texts(segments);
+    for (std::size_t i = 0; i < segments; ++i)
+        texts[i] = entries.text(i).value_or("");
+    return texts;
+}
+
+} // namespace
 
 std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, number_format format,
                                                    const rotation_layout& layout) {
@@ -34,18 +48,22 @@ std::vector<strata::channel_buffer> read_rotations(const file_reader& reader, nu
     return segments;
 }
 
+void add_unread_rotations(schema::unread_channels& unread, const c3d_file& file,
+                          const rotation_layout& layout) {
+    const auto labels =
+        texts_of(file, schema::parameter::labels, static_cast<std::size_t>(layout.segments));
+    const auto names = schema::distinct_names(labels);
+    for (std::size_t i = 0; i < labels.size(); ++i)
+        unread.add(schema::name::rotations, labels[i].empty() ? names[i] : labels[i], "");
+}
+
 void create_rotations(strata::data_group& data, const c3d_file& file, const rotation_layout& layout,
                       double start_time_s, std::vector<strata::channel_buffer> segments) {
     const auto count = segments.size();
     auto set = strata::create_channel_set(data, schema::name::rotations, rotation_components,
                                           layout.rows, std::move(segments));
-    for (const auto& [name, list] : rotation_texts) {
-        const channel_entries entries(file.parameters, "ROTATION", list);
-        std::vector<std::string> texts(count);
-        for (std::size_t i = 0; i < count; ++i)
-            texts[i] = entries.text(i).value_or("");
-        schema::write_texts(set, name, texts);
-    }
+    for (const auto& [name, list] : rotation_texts)
+        schema::write_texts(set, name, texts_of(file, list, count));
     schema::write_number(set, attribute::ratio, static_cast<std::int32_t>(layout.ratio));
     schema::write_number(set, attribute::num_samples, static_cast<std::int64_t>(layout.rows));
     schema::write_number(set, attribute::sample_rate, layout.rate);

@@ -17,6 +17,7 @@
 
 #include "plugins/c3d/frames/rotation_layout.hpp"
 #include "schema/names.hpp"
+#include "schema/partial_reading.hpp"
 
 namespace c3d {
 
@@ -29,6 +30,10 @@ inline constexpr std::array<std::pair<const char*, const char*>, 2> rotation_tex
 /// The transforms of all segments in memory: `float32`, 17 components of all rows.
 [[nodiscard]] std::vector<strata::channel_buffer>
 read_rotations(const file_reader& reader, number_format format, const rotation_layout& layout);
+
+/// The segments that were not read.
+void add_unread_rotations(schema::unread_channels& unread, const c3d_file& file,
+                          const rotation_layout& layout);
 
 /// Creates the set `Rotations` of `data`, shape {17, segments, rows}: component 4 × column + row of
 /// the matrix, then the reliability. Attributes: `Labels`, `Descriptions`, `Ratio` (int32: rows in

@@ -92,14 +92,16 @@ bool decode_points(const point_block& block, std::span<const point_target> targe
     if (block.frames == 0)
         return false;
     bool found = false;
-    auto* sample = block.points;
-    for (const auto& target : targets) {
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const auto& target = targets[i];
+        if (!target.coordinates)
+            continue;
+        const auto* sample = block.points + i * 4 * Elements::element_bytes;
         const bool any =
             rule == residual_rule::decides
                 ? decode_point<Lanes, Elements, residual_rule::decides>(block, sample, target)
                 : decode_point<Lanes, Elements, residual_rule::ignored>(block, sample, target);
         found = found || any;
-        sample += 4 * Elements::element_bytes;
     }
     return found;
 }

@@ -7,10 +7,10 @@
 
 namespace c3d {
 
-/// Where the samples of one point go.
+/// Where the samples of one point go; nowhere for a point that is passed over.
 struct point_target {
-    float* coordinates; ///< all x, then all y, then all z
-    float* residuals;   ///< the fourth words
+    float* coordinates = nullptr; ///< all x, then all y, then all z
+    float* residuals = nullptr;   ///< the fourth words
 };
 
 /// Frames that lie one behind the other in memory.

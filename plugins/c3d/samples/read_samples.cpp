@@ -69,7 +69,8 @@ std::vector<const std::byte*> analog_rows(const frame_layout& layout, const reco
 
 bool read_samples(const file_reader& reader, const frame_layout& layout, const decoder& kernels,
                   residual_rule rule, const sample_targets& targets) {
-    if (layout.frames == 0 || layout.frame_bytes() == 0)
+    const bool is_wanted = !targets.points.empty() || !targets.channels.empty();
+    if (!is_wanted || layout.frames == 0 || layout.frame_bytes() == 0)
         return false;
     record_blocks blocks(reader, layout.data_offset, layout.frame_bytes(), layout.frames);
     // Every block lies in the same memory, so its rows are the same, too.

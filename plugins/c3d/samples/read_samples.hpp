@@ -30,13 +30,13 @@ namespace c3d {
 
 /// Where the samples of a data section go; an empty side is skipped.
 struct sample_targets {
-    std::span<const point_target> points;
-    std::span<float* const> channels; ///< the first sample of each analog channel
+    std::span<const point_target> points; ///< of the first points of a frame
+    std::span<float* const> channels;     ///< the first sample of each analog channel
 };
 
 /// Reads all frames of `layout` and decodes them into the targets, block by block: the file is read
-/// once, and no more of it is in memory than fits a processor's cache. True when a point has a
-/// valid sample (see decoder::points).
+/// once, not at all without targets, and no more of it is in memory than fits a processor's cache.
+/// True when a point has a valid sample (see decoder::points).
 bool read_samples(const file_reader& reader, const frame_layout& layout, const decoder& kernels,
                   residual_rule rule, const sample_targets& targets);
 

@@ -45,7 +45,8 @@ def check(
     Raises
     ------
     ValueError
-        There is no rule of an id; a limit is negative or no number.
+        There is no rule of an id; a limit is negative or no number; only a part of the trial's
+        file was read (`Trial.unread`).
     TypeError
         There is no limit of a name.
 
@@ -59,6 +60,8 @@ def check(
     chosen = _known(without if only is None else only)
     _require_limits(limits)
     left_out = _known(without)
+    if trial.unread:
+        raise ValueError(f"only a part of the file was read, without its {', '.join(trial.unread)}")
     recording = Recording(trial)
     return [
         Finding(rule=rule.id, severity=rule.severity, **fault._asdict())

@@ -44,7 +44,7 @@ def content(trial: Trial, options: Options) -> dict[str, Any]:
 def _channels(trial: Trial, kind: str, with_samples: bool) -> list[dict[str, Any]]:
     channels = getattr(trial, kind)
     gaps: dict[str, list[list[int]]] = {}
-    for gap in channels.gaps():
+    for gap in channels.gaps() if len(channels) else ():
         gaps.setdefault(gap.label, []).append([gap.first, gap.last])
     listed = []
     for key, channel in channels.items():

@@ -10,6 +10,7 @@ import numpy as np
 
 from ..trial.bridges.tables import AXES, event_columns
 from ..trial.kinds import KINDS
+from ..trial.partial import measured_platforms, unread_of
 from ..trial.samples import FloatArray
 from .options import PARTS, Options
 from .reaction import reactions
@@ -73,12 +74,16 @@ def chosen(trial: Trial, options: Options, offered: Sequence[str], format: str) 
 
 def has(trial: Trial, part: str) -> bool:
     """Whether the trial has something of a part."""
+    if part == "platforms":
+        return bool(measured_platforms(trial))
     return part == "trial" or len(getattr(trial, part)) > 0
 
 
 def require(trial: Trial, part: str, why: str = "which is asked for") -> None:
     """ValueError where the trial has nothing of a part."""
     if not has(trial, part):
+        if unread_of(trial, "analogs" if part == "platforms" else part):
+            raise ValueError(f"the {spelled(part)} were not read, {why}")
         raise ValueError(f"the trial has no {spelled(part)}, {why}")
 
 

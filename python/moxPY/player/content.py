@@ -10,6 +10,7 @@ import numpy as np
 from ..readable import readable
 from ..skeleton import sticks_of
 from ..trial.labels import nearest
+from ..trial.partial import measured_platforms
 from ..trial.samples import FloatArray
 from ..trial.units import parse_unit
 from .curves import curves_of, shown
@@ -58,7 +59,9 @@ def content_of(
         ],
         "sticks": _sticks(trial, labels, sticks),
         "segments": segments,
-        "plates": [_plate(trial, plate, precision, threshold) for plate in trial.platforms],
+        "plates": [
+            _plate(trial, plate, precision, threshold) for plate in measured_platforms(trial)
+        ],
         "events": _events(trial),
         "curves": list(curves_of(trial)),
     }

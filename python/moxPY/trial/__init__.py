@@ -15,6 +15,7 @@ numbers          numbers that scripts give
 gaps             runs of frames in which a point was not seen
 copying          a trial like another one
 reading          opening files
+partial          reading a part of a file, and what is not there for it
 foreign_content  what a file is that is no C3D file
 writing          making files
 events           instants such as foot strikes

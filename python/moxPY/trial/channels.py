@@ -16,6 +16,7 @@ from .channel import Channel
 from .display import abridged, one_line
 from .gaps import Gap, runs_of
 from .labels import nearest, require_text
+from .partial import require_read, unread_of
 from .popping import PoppingMapping
 from .samples import FloatArray, as_matrix, instants, read_only, samples_of
 
@@ -75,8 +76,11 @@ class Channels(PoppingMapping[Channel]):
     @property  # type: ignore[override]
     def values(self) -> FloatArray:
         """All samples, read-only: shape (frames, channels, 3), the channels in the order of
-        `labels`. Assign an array of that shape to replace them."""
+        `labels`. Assign an array of that shape to replace them. ValueError where the file has such
+        channels and none was read (`Trial.unread`)."""
         shape = self._shape
+        if shape[1] == 0 and unread_of(self._trial, self._kind.lower()):
+            raise ValueError(f"the {self._kind.lower()} were not read")
         if 0 in shape:
             return read_only(np.empty(shape))
         # One call, so that the frames are of one moment: another thread may append channels.
@@ -242,6 +246,7 @@ class Channels(PoppingMapping[Channel]):
         handle = self._find(label)
         if handle is None:
             kind = self._kind.lower()
+            require_read(self._trial, label, kind)
             raise KeyError(f"no channel '{label}' among the {kind}{nearest(label, self.labels)}")
         return handle
 

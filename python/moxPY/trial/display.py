@@ -57,7 +57,9 @@ def _summary(trial: Trial) -> str:
         ]
         if len(part)
     ]
-    return ", ".join([*_name(trial), _clock(trial), *counts])
+    left_out = [_counted(len(units), kind) for kind, units in trial.unread.items()]
+    text = ", ".join([*_name(trial), _clock(trial), *counts])
+    return f"{text}; not read: {', '.join(left_out)}" if left_out else text
 
 
 def _name(trial: Trial) -> list[str]:
@@ -88,7 +90,8 @@ def trial_html(trial: Trial) -> str:
 def _page(trial: Trial) -> str:
     heading = " · ".join([*_name(trial), _clock(trial), _frame_numbers(trial)])
     channels = len(trial.points) + len(trial.analogs)
-    gaps, plates = _gap_rows(trial.points.gaps()), _platform_rows(trial)
+    gaps = _gap_rows(trial.points.gaps() if len(trial.points) else [])
+    plates = _platform_rows(trial)
     events = [_event_row(event) for event in trial.events]
     tables = [
         _table(f"Channels ({channels})", ["", "", "Unit", "Rate", "Labels"], _kind_rows(trial)),
@@ -148,7 +151,7 @@ def _platform_rows(trial: Trial) -> list[list[str]]:
             str(plate.index),
             str(plate.type),
             _size(plate),
-            abridged([channel.label for channel in plate.channels]),
+            abridged(plate.labels),
         ]
         for plate in trial.platforms
     ]

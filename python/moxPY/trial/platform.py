@@ -88,6 +88,12 @@ class Platform:
         return [channel for _, channel in self.measured]
 
     @property
+    def labels(self) -> list[str]:
+        """The labels of its channels, also where these were not read (`Trial.unread`)."""
+        labels: list[str] = self._described("unread")
+        return labels or [channel.label for channel in self.channels]
+
+    @property
     def measured(self) -> list[tuple[Quantity | None, Channel]]:
         """The channels, each behind what it measures: ``"force"``, ``"moment"`` or ``"length"``;
         None for platforms of types that nobody has described."""
@@ -160,7 +166,8 @@ class Platform:
         Raises
         ------
         ValueError
-            The threshold is negative or NaN, `at` or `frame` is neither of its words.
+            The threshold is negative or NaN, `at` or `frame` is neither of its words, or the analog
+            channels of the file were not read (`Trial.unread`).
         TypeError
             The threshold is no number.
         """
@@ -219,8 +226,11 @@ class Platform:
         Raises
         ------
         ValueError
-            No sample lies in the stretch, or a channel has no numbers there.
+            No sample lies in the stretch, a channel has no numbers there, or the analog channels
+            of the file were not read.
         """
+        if self.labels and not self.channels:
+            raise ValueError("the analog channels were not read")
         stretch = self._stretch(start, stop)
         # By index: what is named twice has one baseline. No load has no place.
         channels = {c.index: c for quantity, c in self.measured if quantity != "length"}
@@ -274,5 +284,4 @@ class Platform:
 
     @property
     def _brief(self) -> str:
-        labels = " ".join(channel.label for channel in self.channels)
-        return f"type {self.type}, {labels or 'no channels'}"
+        return f"type {self.type}, {' '.join(self.labels) or 'no channels'}"

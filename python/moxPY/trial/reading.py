@@ -9,6 +9,7 @@ from typing import Any, Literal, Protocol, TypeAlias
 from _moxPY import trial as calls
 
 from .foreign_content import looks_like
+from .partial import Only, kinds_asked
 from .trial import Trial
 
 PathLike: TypeAlias = str | os.PathLike[str] | os.PathLike[bytes]
@@ -33,6 +34,7 @@ def read(
     source: PathLike | BytesLike | Readable,
     *,
     odd: Literal["warn", "ignore", "raise"] = "warn",
+    only: Only | None = None,
 ) -> Trial:
     """Open a C3D file, or a TRC, MOT or STO file of OpenSim.
 
@@ -47,6 +49,11 @@ def read(
         What happens when something about the file is odd, though it can be read: it was cut short,
         say, or header and parameters contradict each other. `Trial.warnings` has the texts in any
         case.
+    only : kind or iterable of kinds, optional
+        The channels that are read: ``"markers"``, ``"angles"``, ``"forces"``, ``"moments"``,
+        ``"powers"``, ``"points"`` (these five), ``"analogs"``, ``"rotations"``; ``()`` for none.
+        Everything else is there in any case: rates, frames, metadata, events, the geometry of
+        force platforms. All channels without it.
 
     Returns
     -------
@@ -60,9 +67,9 @@ def read(
     ValueError
         It is none of these files, or one that is damaged beyond reading. The text says what the
         content looks like, or at which byte or in which line what was expected. Also for another
-        `odd`.
+        `odd`, and for another kind in `only`.
     TypeError
-        `source` is nothing that a trial could be read from.
+        `source` is nothing that a trial could be read from, or `only` is no kind.
     TrialWarning
         Something is odd and `odd` is "raise".
     MemoryError
@@ -71,6 +78,12 @@ def read(
     Notes
     -----
     Threads that read files do not wait for each other.
+
+    With `only`, the samples that are read are bit for bit those of the whole file, and the others
+    are not decoded. `Trial.unread` has the labels and units of the channels that were left out.
+    They are none of the trial; whoever asks for one by its label is told that it was not read.
+    Such a trial, its copies, and what verbs make of it are not written as C3D: ValueError, and
+    RuntimeError by `moxWriteAcquisition`.
 
     The markers of a TRC file are points; the columns of a MOT or an STO file are analog channels
     with one sample a frame, without units unless a line ``units=`` of the header tells them. Their
@@ -85,26 +98,29 @@ def read(
     >>> with open(path, "rb") as file:
     ...     len(mox.read(file).markers)
     40
+    >>> mox.read(path, only=("markers", "angles"))
+    <Trial: gait_trial.c3d, 360 frames at 100 Hz (3.6 s), 40 markers, 8 angles, 6 events, \
+2 platforms; not read: 8 forces, 6 moments, 6 powers, 20 analogs>
     """
     if odd not in ODD:
         raise ValueError(f"odd is 'warn', 'ignore' or 'raise', not {odd!r}")
-    trial, name = _opened(source)
+    trial, name = _opened(source, kinds_asked(only))
     if odd != "ignore" and (texts := trial.warnings):
         _tell(texts, name, odd)
     return trial
 
 
-def _opened(source: Any) -> tuple[Trial, str]:
+def _opened(source: Any, kinds: list[str] | None) -> tuple[Trial, str]:
     """The trial and what messages call its source."""
     if isinstance(source, str | os.PathLike):
         name = os.fsdecode(source)
-        handle = calls.read_file(source)
+        handle = calls.read_file(source, kinds)
         if handle is None:
             with open(source, "rb") as file:  # noqa: PTH123 -- bytes are paths too
                 raise _foreign(name, file.read(START))
         return Trial.of(handle), name
     content, name = _content_of(source)
-    handle = calls.read_bytes(content, name)
+    handle = calls.read_bytes(content, name, kinds)
     if handle is None:
         raise _foreign(name, bytes(memoryview(content).cast("B")[:START]))
     return Trial.of(handle), name

@@ -9,6 +9,7 @@ from _moxPY import trial as calls
 
 from .display import abridged, one_line
 from .labels import nearest
+from .partial import require_read
 from .samples import FloatArray, instants, read_only, samples_of
 
 if TYPE_CHECKING:
@@ -96,6 +97,7 @@ class Rotations(Mapping[str, FloatArray]):
     def _require(self, label: object) -> None:
         labels = self.labels
         if label not in labels:
+            require_read(self._trial, label, "rotations")
             raise KeyError(f"no segment '{label}' among the rotations{nearest(label, labels)}")
 
     def _ipython_key_completions_(self) -> list[str]:

@@ -7,7 +7,8 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from .kinds import KINDS
+from .kinds import KINDS, POINT_KINDS
+from .partial import unread_of
 
 if TYPE_CHECKING:
     from .channels import Channels
@@ -30,7 +31,8 @@ def summary(trial: Trial) -> dict[str, Any]:
         and ``samples_per_frame``; ``subjects`` and ``date``, as the file spells them; ``channels``:
         of each kind that there is ``rate``, ``units`` and ``labels``, a unit a label;
         ``rotations``: labels; ``events``, ``platforms``, ``gaps`` and ``odd``, what was odd about
-        the file. What is no finite number is None.
+        the file. What is no finite number is None. Channels that were not read (`Trial.unread`) are
+        among the others; where these are points, ``gaps`` is None.
 
     Examples
     --------
@@ -48,11 +50,11 @@ def summary(trial: Trial) -> dict[str, Any]:
         "samples_per_frame": trial.samples_per_frame,
         "subjects": subjects(trial),
         "date": date(trial),
-        "channels": {kind: _channels(part) for kind, part in _parts(trial).items()},
-        "rotations": list(trial.rotations),
+        "channels": {kind: _channels(trial, kind) for kind in KINDS if _units(trial, kind)},
+        "rotations": list(trial.rotations) or list(unread_of(trial, "rotations")),
         "events": [_event(event) for event in trial.events],
         "platforms": [_platform(plate) for plate in trial.platforms],
-        "gaps": _gaps(trial),
+        "gaps": None if unread_of(trial, "points") else _gaps(trial),
         "odd": trial.warnings,
     }
     plain: dict[str, Any] = finite(facts)
@@ -97,22 +99,23 @@ def _texts(trial: Trial, group: str, entry: str) -> list[str]:
     return [each.strip() for each in values if isinstance(each, str)]
 
 
-def _parts(trial: Trial) -> dict[str, Channels]:
-    """The kinds of channels that there are."""
-    parts: dict[str, Channels] = {kind: getattr(trial, kind) for kind in KINDS}
-    return {kind: part for kind, part in parts.items() if len(part)}
+def _units(trial: Trial, kind: str) -> dict[str, str]:
+    """The units of channels by their labels, behind those of the trial what was not read."""
+    part: Channels = getattr(trial, kind)
+    return part.units | unread_of(trial, kind)
 
 
-def _channels(channels: Channels) -> dict[str, Any]:
-    units = channels.units
-    return {"rate": channels._rate, "units": list(units.values()), "labels": list(units)}
+def _channels(trial: Trial, kind: str) -> dict[str, Any]:
+    units = _units(trial, kind)
+    rate = trial.analogs.rate if kind == "analogs" else trial.rate
+    return {"rate": rate, "units": list(units.values()), "labels": list(units)}
 
 
 def _gaps(trial: Trial) -> list[dict[str, Any]]:
     return [
         {"kind": kind, "label": gap.label, "first": gap.first, "last": gap.last}
-        for kind, part in _parts(trial).items()
-        for gap in part.gaps()
+        for kind in POINT_KINDS
+        for gap in getattr(trial, kind).gaps()
     ]
 
 
@@ -129,7 +132,7 @@ def _platform(plate: Platform) -> dict[str, Any]:
         "size": edges.tolist(),
         "corners": corners.tolist(),
         "unit": plate.units.point,
-        "channels": [channel.label for channel in plate.channels],
+        "channels": plate.labels,
     }
 
 

@@ -18,7 +18,7 @@ from ..gait import gait
 from ..player import view
 from ..plots import Plots
 from ..report import report
-from . import copying, writing
+from . import copying, partial, writing
 from .analysis import Analysis
 from .asking import ask
 from .bridges.pandas import to_pandas
@@ -225,6 +225,24 @@ class Trial:
         """What was odd about the file that the trial was read from, in whatever way it was; a copy
         keeps it, a file that is written does not get it."""
         return calls.warnings(self)
+
+    @property
+    def unread(self) -> dict[str, dict[str, str]]:
+        """The channels of the file that were not read (`moxPY.read` with ``only``): of each kind
+        the units by the labels, in the file's order. Empty for a trial that was read as a whole.
+
+        Such channels are none of the trial. What would need them says that they were not read, and
+        the trial is not written as C3D, which would lose them.
+
+        Examples
+        --------
+        >>> part = read(path, only="markers")
+        >>> {kind: len(units) for kind, units in part.unread.items()}
+        {'angles': 8, 'forces': 8, 'moments': 6, 'powers': 6, 'analogs': 20}
+        >>> part.unread["angles"]["LKneeAngles"]
+        'deg'
+        """
+        return partial.unread(self)
 
     @property
     def path(self) -> Path | None:

@@ -9,6 +9,7 @@ import numpy as np
 
 from ...sides import SIDES, Side, sided
 from ...skeleton import Stick, sticks_of
+from ..partial import measured_platforms
 from ..place_unit import place_unit
 from ..samples import FloatArray
 from ..units import parse_unit
@@ -56,7 +57,9 @@ def scene_of(trial: Trial, sticks: Iterable[Stick] | None, threshold: float) -> 
             trial.markers[label]  # KeyError, which names the nearest ones
         ends = _side(one, labels), _side(other, labels)
         by_side.setdefault(ends[0] if ends[0] == ends[1] else None, []).append((one, other))
-    return Scene(labels, places, by_side, [plate.reaction(threshold) for plate in trial.platforms])
+    return Scene(
+        labels, places, by_side, [plate.reaction(threshold) for plate in measured_platforms(trial)]
+    )
 
 
 def log_scene(log: Log, scene: Scene) -> None:
@@ -67,7 +70,7 @@ def log_scene(log: Log, scene: Scene) -> None:
     metre = _metre(log.trial)
     _log_markers(log, scene, metre)
     _log_sticks(log, scene, metre)
-    for plate, reaction in zip(log.trial.platforms, scene.reactions, strict=True):
+    for plate, reaction in zip(measured_platforms(log.trial), scene.reactions, strict=True):
         entity = log.entity("lab", "platforms", str(plate.index + 1))
         _log_plate(log, entity, plate.corners, metre)
         _log_force(log, f"{entity}/force", reaction, metre)

@@ -9,6 +9,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from ..extras import require
+from ..partial import measured_platforms
 from .tables import AXES
 
 if TYPE_CHECKING:
@@ -90,7 +91,7 @@ def _add(
 
 
 def _add_platforms(variables: dict[str, Any], coordinates: dict[str, Any], trial: Trial) -> None:
-    wrenches = [plate.wrench() for plate in trial.platforms]
+    wrenches = [plate.wrench() for plate in measured_platforms(trial)]
     if not wrenches:
         return
     coordinates["platform"] = np.arange(len(wrenches))

@@ -23,7 +23,8 @@ def merged(trial: Trial, other: Trial, *, suffix: str | None = None) -> Trial:
 
     Channels of the other trial stand behind those of this one, with unit, description, residuals,
     camera masks and the scaling of analog channels. Events that both have are there once. Metadata
-    are those of this trial; force platforms and rotations of the other are left out.
+    are those of this trial; force platforms and rotations of the other are left out. Where only a
+    part of either file was read, the trial is part of both (`Trial.unread`).
 
     Parameters
     ----------
@@ -67,6 +68,7 @@ def merged(trial: Trial, other: Trial, *, suffix: str | None = None) -> Trial:
     for label, channel in other.analogs.items():
         both.analogs[analogs[label]] = channel
     _join_events(both, other)
+    calls.carry_unread(both, other)
     return both
 
 

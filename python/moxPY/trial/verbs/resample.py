@@ -79,15 +79,17 @@ def resample(trial: Trial, rate: float, analog_rate: float | None = None) -> Tri
     if rate == trial.rate and ratio == trial.samples_per_frame:
         return changed
     clock = _Clock.of(trial, rate, ratio)
-    points = {kind: _points(trial, kind, clock) for kind in POINT_KINDS}
-    analogs = _analogs(trial, clock)
+    points = {
+        kind: _points(trial, kind, clock) for kind in POINT_KINDS if len(getattr(trial, kind))
+    }
+    analogs = _analogs(trial, clock) if len(trial.analogs) else None
     rotations = {label: _rotation(trial, label, clock) for label in trial.rotations}
 
     calls.set_time_base(changed, rate, ratio, clock.frames)
     _moxPY.moxSetFirstFrame(changed, clock.first, 0)
     for kind, values in points.items():
         getattr(changed, kind).values = values
-    if trial.analogs:
+    if analogs is not None:
         changed.analogs.values = analogs
     for label, matrices in rotations.items():
         # What was known of other samples goes with them.

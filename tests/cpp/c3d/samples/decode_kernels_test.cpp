@@ -85,6 +85,22 @@ TEST_P(DecodeKernels, PointsAreTransposedWhateverTheNumberOfFrames) {
     }
 }
 
+TEST_P(DecodeKernels, PointsWithoutATargetArePassedOver) {
+    for (const auto& kernels : both()) {
+        byte_vector bytes;
+        for (float value : {1.0F, 2.0F, 3.0F, 0.0F, 4.0F, 5.0F, 6.0F, 0.0F})
+            append(bytes, number(GetParam(), value));
+        std::vector<float> coordinates(3);
+        std::vector<float> residuals(1);
+        std::vector<c3d::point_target> targets(2);
+        const c3d::point_block block{bytes.data(), bytes.size(), 1, 0, 1};
+        EXPECT_FALSE(kernels.points(block, targets, residual_rule::decides));
+        targets[1] = {coordinates.data(), residuals.data()};
+        EXPECT_TRUE(kernels.points(block, targets, residual_rule::decides));
+        EXPECT_EQ(coordinates, (std::vector{4.0F, 5.0F, 6.0F}));
+    }
+}
+
 TEST_P(DecodeKernels, NegativeFourthWordMakesASampleInvalid) {
     for (const auto& kernels : both()) {
         byte_vector bytes;
