@@ -12,6 +12,7 @@ from typing import TYPE_CHECKING, Any, Literal
 
 from ..trial import Trial, TrialWarning
 from ..trial.extras import require
+from ..trial.partial import Only
 from .blocks import Block, with_files
 from .gather import Files
 from .map_files import map_files
@@ -36,6 +37,7 @@ def collect(
     jobs: int | None = None,
     progress: bool = True,
     on_error: Literal["collect", "raise"] = "collect",
+    only: Only | None = None,
 ) -> Any:
     """One table of what a function gives for each of many files.
 
@@ -57,6 +59,9 @@ def collect(
     on_error : {"collect", "raise"}
         Whether files that cannot be read, or for which the function fails, are left out with a
         warning, or whether the first error ends it all.
+    only : kind or iterable of kinds, optional
+        The channels that are read, as of `read`; with ``()`` a file costs little more than its
+        parameters.
 
     Returns
     -------
@@ -94,6 +99,7 @@ def collect(
         jobs=jobs,
         progress=progress,
         on_error=on_error,
+        only=only,
     )
     failed: dict[str, Exception] = {}
     with closing(sink_for(to)) as sink, results:

@@ -8,6 +8,7 @@ from concurrent.futures import Executor
 from typing import Any, Literal, TypeVar
 
 from ..trial import Trial
+from ..trial.partial import Only, chosen
 from .gather import Files, gather
 from .results import Results
 from .staff import Staff
@@ -26,6 +27,7 @@ def map_files(
     jobs: int | None = None,
     progress: bool = True,
     on_error: Literal["collect", "raise"] = "collect",
+    only: Only | None = None,
 ) -> Results[T]:
     """Call a function with the trial of each file, several at once.
 
@@ -49,6 +51,9 @@ def map_files(
     on_error : {"collect", "raise"}
         What happens with a file that cannot be read, or for which the function raises: the result
         has the error, and the other files are done; or it is raised, and what waits is cancelled.
+    only : kind or iterable of kinds, optional
+        The channels that are read, as of `read`; with ``()`` a file costs little more than its
+        parameters.
 
     Returns
     -------
@@ -61,7 +66,7 @@ def map_files(
     FileNotFoundError
         A folder or a pattern has no trial. A file that is missing is a result with an error.
     ValueError
-        Another `on_error` or `executor`, or less than one of `jobs`.
+        Another `on_error`, `executor` or kind, or less than one of `jobs`.
     TypeError
         `executor` is none, or no module defines the function for processes.
 
@@ -74,8 +79,9 @@ def map_files(
     """
     if on_error not in ON_ERROR:
         raise ValueError(f"on_error is 'collect' or 'raise', not {on_error!r}")
+    kinds = chosen(only)
     staff = Staff(executor, jobs)
     staff.require_portable(function)
-    work = Work(function, staff.elsewhere, secrets.token_hex(8))
+    work = Work(function, staff.elsewhere, secrets.token_hex(8), kinds)
     stops = on_error == "raise"
     return Results(gather(files), work, staff, progress=progress, stops=stops)

@@ -10,6 +10,7 @@ from dataclasses import dataclass
 from typing import Any, Generic, NamedTuple, TypeVar
 
 from ..trial import Trial, read
+from ..trial.partial import Kind
 
 T = TypeVar("T")
 
@@ -26,12 +27,14 @@ class Work(Generic[T]):
     """Reading a file and calling a function with the trial.
 
     `elsewhere` says that the outcome goes through a pickle. `run` is another one for each batch:
-    executors that remember what they computed must not give what a file held some time ago.
+    executors that remember what they computed must not give what a file held some time ago. `only`
+    is as of `read`.
     """
 
     function: Callable[[Trial], T]
     elsewhere: bool
     run: str
+    only: tuple[Kind, ...] | None = None
 
     def __call__(self, path: str) -> Outcome:
         try:
@@ -40,7 +43,7 @@ class Work(Generic[T]):
             return Outcome(None, _portable(error) if self.elsewhere else error)
 
     def _value_of(self, path: str) -> T:
-        trial = read(path, odd="ignore")
+        trial = read(path, odd="ignore", only=self.only)
         value = None
         try:
             value = self.function(trial)
