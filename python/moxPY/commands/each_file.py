@@ -11,6 +11,7 @@ import click
 
 from ..batch import gather, map_files
 from ..trial import Trial
+from ..trial.partial import Only
 from .lines import write_line
 from .reasons import reason
 
@@ -40,6 +41,8 @@ class EachFile(Generic[_Value]):
         Who works instead.
     progress : bool
         Whether a terminal shows a bar.
+    only : kind or iterable of kinds, optional
+        The channels that are read, as of `read`.
     """
 
     def __init__(
@@ -51,6 +54,7 @@ class EachFile(Generic[_Value]):
         computes: bool = False,
         executor: Any = None,
         progress: bool = False,
+        only: Only | None = None,
     ) -> None:
         self._function = function
         self._files = files
@@ -59,6 +63,7 @@ class EachFile(Generic[_Value]):
         if executor is None and computes and len(files) >= _MANY and jobs != 1:
             self._executor = "processes"
         self._progress = progress
+        self._only = only
         self.failed = 0
 
     def __iter__(self) -> Iterator[tuple[Path, _Value]]:
@@ -68,6 +73,7 @@ class EachFile(Generic[_Value]):
             executor=self._executor,
             jobs=self._jobs,
             progress=self._progress,
+            only=self._only,
         ) as results:
             for file, value, error in results:
                 if error is None:

@@ -15,8 +15,14 @@ from .parameters import files_argument, jobs_option
 @click.command("info")
 @files_argument()
 @click.option("--json", "as_json", is_flag=True, help="Print a JSON array, an object a file.")
+@click.option(
+    "--quick",
+    is_flag=True,
+    help="Read no samples: many files are done sooner. Gaps are not shown, nor what is odd about "
+    "samples alone.",
+)
 @jobs_option()
-def command(files: tuple[str, ...], as_json: bool, jobs: int | None) -> int:
+def command(files: tuple[str, ...], as_json: bool, quick: bool, jobs: int | None) -> int:
     """Show what is in files.
 
     For each file: frames and rate, who was recorded and when, the channels of each kind with
@@ -27,10 +33,11 @@ def command(files: tuple[str, ...], as_json: bool, jobs: int | None) -> int:
     Examples:
       moxpy info walk.c3d
       moxpy info session/ | less
+      moxpy info --quick data/ | grep subject
       moxpy info --json "session/*.c3d" > session.json
     """
     found, failed = meant(files)
-    trials = EachFile(summary, found, jobs=jobs)
+    trials = EachFile(summary, found, jobs=jobs, only=() if quick else None)
     if as_json:
         array = JsonArray()
         for file, facts in trials:

@@ -41,7 +41,7 @@ def rows(facts: Facts) -> Iterator[Row]:
     for name, texts in (
         ("events", _events(facts["events"])),
         ("platforms", [_platform(plate) for plate in facts["platforms"]]),
-        ("gaps", _gaps(facts["gaps"])),
+        ("gaps", _gaps(facts["gaps"] or [])),
         ("odd", facts["odd"]),
     ):
         yield from _listed(name, texts)
@@ -60,7 +60,7 @@ def _channels(kind: str, channels: Facts, facts: Facts) -> str:
     text = f"{len(channels['labels'])}"
     if units:
         text += f" in {', '.join(units)}"
-    with_gaps = {gap["label"] for gap in facts["gaps"] if gap["kind"] == kind}
+    with_gaps = {gap["label"] for gap in facts["gaps"] or () if gap["kind"] == kind}
     if with_gaps:
         text += f", {len(with_gaps)} with gaps"
     if kind == "analogs":

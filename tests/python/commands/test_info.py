@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import json
 import os
+import re
 from collections.abc import Callable
 from pathlib import Path
 from typing import Any
@@ -44,6 +45,23 @@ def test_what_is_in_a_file_is_named(call: Call, walk: Path):
     assert (code, err) == (0, "")
     assert out.startswith(f"{walk}\n{BEGINNING}  angles     8 in deg\n")
     assert END in out
+
+
+def test_without_samples_all_but_the_gaps_is_shown(call: Call, walk: Path):
+    code, quick, err = call("info", "--quick", walk)
+    assert (code, err) == (0, "")
+    whole = call("info", walk).out
+    before_gaps = whole.partition("  gaps  ")[0]
+    assert quick == re.sub(r", \d with gaps", "", before_gaps)
+
+
+def test_without_samples_json_has_no_gaps_and_all_else(call: Call, walk: Path):
+    quick, whole = (
+        json.loads(call("info", *more, walk).out) for more in (["--json", "--quick"], ["--json"])
+    )
+    assert quick[0].pop("gaps") is None
+    assert whole[0].pop("gaps") != []
+    assert quick == whole
 
 
 def test_gaps_of_markers_are_named_with_their_frames(call: Call, walk: Path):
