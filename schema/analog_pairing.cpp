@@ -13,6 +13,7 @@
 #include "schema/channel_names.hpp"
 #include "schema/names.hpp"
 #include "schema/parameter_list.hpp"
+#include "schema/partial_reading.hpp"
 #include "schema/read_attribute.hpp"
 
 namespace schema {
@@ -59,11 +60,16 @@ std::vector<std::string> set_names(const strata::data_group& root) {
 
 /// The columns that something but the order of the channels tells of.
 std::vector<column> known_columns(const strata::data_group& root) {
-    if (const auto labels = read_parameter_list(root, metadata_analog, parameter::labels))
-        return labelled_columns(root, *labels);
     std::vector<column> columns;
-    for (auto& name : set_names(root))
-        columns.push_back({std::move(name), {}});
+    if (const auto labels = read_parameter_list(root, metadata_analog, parameter::labels)) {
+        columns = labelled_columns(root, *labels);
+    } else {
+        for (auto& name : set_names(root))
+            columns.push_back({std::move(name), {}});
+    }
+    // Columns that were not read keep their numbers.
+    const auto unread = unread_of_file(root).labels_of(schema::name::analogs).size();
+    columns.resize(std::max(columns.size(), unread));
     return columns;
 }
 

@@ -23,7 +23,8 @@ namespace schema {
 /// a text counts as an empty entry.
 ///
 /// Without LABELS the columns are those of the file, which they keep when channels before them are
-/// removed. In both cases the channels that no column has follow, in ascending `RelativeSetIndex`.
+/// removed. In both cases the channels that no column has follow, in ascending `RelativeSetIndex`,
+/// also behind the columns of the file that were not read (partial_reading.hpp).
 ///
 /// `root`: the acquisition, whose parameters lie in `Format/Metadata/ANALOG`. `analogs_path`: the
 /// group of the channels, from there; without it there are columns but no sets.

@@ -139,6 +139,10 @@ inline constexpr char wanted_kinds[] = "WantedKinds";   ///< while an importer r
 inline constexpr char unread_kinds[] = "UnreadKinds";   ///< an element a channel that was left out
 inline constexpr char unread_labels[] = "UnreadLabels"; ///< likewise
 inline constexpr char unread_units[] = "UnreadUnits";   ///< likewise
+// Of the root: the same of a file whose channels were merged into those of its own.
+inline constexpr char other_unread_kinds[] = "OtherUnreadKinds";
+inline constexpr char other_unread_labels[] = "OtherUnreadLabels";
+inline constexpr char other_unread_units[] = "OtherUnreadUnits";
 
 // Of the header.
 inline constexpr char analog_samples_per_frame[] = "NumberAnalogSamplesPerPointSample"; ///< int32

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
@@ -30,12 +32,54 @@ constexpr std::array<counted_kind, 7> counted_kinds{{
     {name::rotations, "rotation"},
 }};
 
-void append(strata::data_group& root, const char* name, const std::vector<std::string>& more) {
-    auto texts = read_texts(root.retrieve_attribute(name));
-    texts.insert(texts.end(), more.begin(), more.end());
+/// The attributes of the root that keep channels.
+struct record {
+    const char* kinds;
+    const char* labels;
+    const char* units;
+};
+
+constexpr record of_file{attribute::unread_kinds, attribute::unread_labels,
+                         attribute::unread_units};
+constexpr record of_other{attribute::other_unread_kinds, attribute::other_unread_labels,
+                          attribute::other_unread_units};
+
+void append(std::vector<std::string>& texts, std::vector<std::string> more) {
+    texts.insert(texts.end(), std::make_move_iterator(more.begin()),
+                 std::make_move_iterator(more.end()));
+}
+
+void append(unread_channels& channels, unread_channels more) {
+    append(channels.kinds, std::move(more.kinds));
+    append(channels.labels, std::move(more.labels));
+    append(channels.units, std::move(more.units));
+}
+
+void replace(strata::data_group& root, const char* name, const std::vector<std::string>& texts) {
     if (root.exists_attribute(name))
         root.delete_attribute(name);
     write_texts(root, name, texts);
+}
+
+unread_channels read(const strata::data_group& root, const record& names) {
+    unread_channels channels;
+    channels.kinds = read_texts(root.retrieve_attribute(names.kinds));
+    channels.labels = read_texts(root.retrieve_attribute(names.labels));
+    channels.units = read_texts(root.retrieve_attribute(names.units));
+    // Whatever an image of a store says.
+    channels.labels.resize(channels.kinds.size());
+    channels.units.resize(channels.kinds.size());
+    return channels;
+}
+
+void keep(strata::data_group& root, const record& names, const unread_channels& channels) {
+    if (channels.kinds.empty())
+        return;
+    auto all = read(root, names);
+    append(all, channels);
+    replace(root, names.kinds, all.kinds);
+    replace(root, names.labels, all.labels);
+    replace(root, names.units, all.units);
 }
 
 } // namespace
@@ -71,22 +115,30 @@ bool unread_channels::contain(std::string_view kind) const {
     return std::ranges::find(kinds, kind) != kinds.end();
 }
 
-void keep_unread(strata::data_group root, const unread_channels& channels) {
-    if (channels.kinds.empty())
-        return;
-    append(root, attribute::unread_kinds, channels.kinds);
-    append(root, attribute::unread_labels, channels.labels);
-    append(root, attribute::unread_units, channels.units);
+std::vector<std::string> unread_channels::labels_of(std::string_view kind) const {
+    std::vector<std::string> found;
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        if (kinds[i] == kind)
+            found.push_back(labels[i]);
+    }
+    return found;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void keep_unread(strata::data_group root, const unread_channels& channels) {
+    keep(root, of_file, channels);
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void keep_unread_of_other(strata::data_group root, const unread_channels& channels) {
+    keep(root, of_other, channels);
+}
+
+unread_channels unread_of_file(const strata::data_group& root) { return read(root, of_file); }
+
 unread_channels unread_of(const strata::data_group& root) {
-    unread_channels channels;
-    channels.kinds = read_texts(root.retrieve_attribute(attribute::unread_kinds));
-    channels.labels = read_texts(root.retrieve_attribute(attribute::unread_labels));
-    channels.units = read_texts(root.retrieve_attribute(attribute::unread_units));
-    // Whatever an image of a store says.
-    channels.labels.resize(channels.kinds.size());
-    channels.units.resize(channels.kinds.size());
+    auto channels = read(root, of_file);
+    append(channels, read(root, of_other));
     return channels;
 }
 

@@ -44,12 +44,20 @@ struct unread_channels {
 
     void add(std::string_view kind, const std::string& label, const std::string& unit);
     [[nodiscard]] bool contain(std::string_view kind) const;
+    [[nodiscard]] std::vector<std::string> labels_of(std::string_view kind) const;
 };
 
-/// Keeps them on `root` behind those that it has.
+/// Keeps the channels of its own file on `root`, behind those that it has.
 void keep_unread(strata::data_group root, const unread_channels& channels);
 
-/// Those that `root` keeps; none of what was read as a whole.
+/// Keeps those of another file, of which `root` has got channels. What the parameters say of
+/// channels, as those of force platforms do, never means them.
+void keep_unread_of_other(strata::data_group root, const unread_channels& channels);
+
+/// Those of its own file that `root` keeps; none of what was read as a whole.
+[[nodiscard]] unread_channels unread_of_file(const strata::data_group& root);
+
+/// All that `root` keeps, those of its own file first.
 [[nodiscard]] unread_channels unread_of(const strata::data_group& root);
 
 /// How many there are of each kind: "8 angles and 20 analog channels"; empty where there are none.

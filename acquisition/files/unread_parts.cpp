@@ -1,7 +1,6 @@
 #include "acquisition/files/unread_parts.hpp"
 
 #include <fmt/format.h>
-#include <strata/access/set_count.hpp>
 
 #include "schema/names.hpp"
 #include "schema/partial_reading.hpp"
@@ -19,10 +18,7 @@ void require_complete(const strata::data_group& root) {
 }
 
 bool lacks_analogs(const strata::data_group& root) {
-    if (!schema::unread_of(root).contain(schema::name::analogs))
-        return false;
-    return !root.exists_group(schema::analogs_export) ||
-           strata::set_count(root.retrieve_group(schema::analogs_export)) == 0;
+    return schema::unread_of_file(root).contain(schema::name::analogs);
 }
 
 } // namespace mox

@@ -10,8 +10,8 @@ namespace mox {
 /// nothing of the one that was read.
 void require_complete(const strata::data_group& root);
 
-/// Whether there are no analog channels because those of the file were not read: what is computed
-/// from them is unknown then.
+/// Whether the analog channels of its file were not read: what the parameters compute of them, like
+/// the wrenches of force platforms, is unknown then, whichever channels were added since.
 [[nodiscard]] bool lacks_analogs(const strata::data_group& root);
 
 } // namespace mox

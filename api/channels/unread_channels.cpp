@@ -65,7 +65,7 @@ void carry_unread(strata::data_store acquisition, strata::data_store source) {
         if (theirs.kinds[i] != schema::name::rotations)
             carried.add(theirs.kinds[i], theirs.labels[i], theirs.units[i]);
     }
-    schema::keep_unread(acquisition.root(), carried);
+    schema::keep_unread_of_other(acquisition.root(), carried);
 }
 
 } // namespace mox::channels

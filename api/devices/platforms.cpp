@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "acquisition/files/unread_parts.hpp"
 #include "api/devices/sample_rows.hpp"
 #include "schema/analog_pairing.hpp"
 #include "schema/force_platform_table.hpp"
@@ -32,14 +33,11 @@ py_ref fixed(py_ref array) {
     return array;
 }
 
-/// The labels of those of its channels that were left out when the file was read.
-py_ref unread_labels(const schema::force_platform& platform,
-                     const schema::unread_channels& unread) {
-    std::vector<std::string> of_analogs;
-    for (std::size_t i = 0; i < unread.kinds.size(); ++i) {
-        if (unread.kinds[i] == schema::name::analogs)
-            of_analogs.push_back(unread.labels[i]);
-    }
+/// The labels of its channels where these were left out when the file was read, otherwise None.
+py_ref unread_labels(const schema::force_platform& platform, const strata::data_group& root) {
+    if (!lacks_analogs(root))
+        return py_ref::none();
+    const auto of_analogs = schema::unread_of_file(root).labels_of(schema::name::analogs);
     auto list = py_ref::checked(PyList_New(0));
     for (const auto number : platform.channels) {
         const auto index = static_cast<std::size_t>(number) - 1; // huge for the unused 0
@@ -109,7 +107,7 @@ py_ref platform_description(strata::data_store acquisition, int index) {
     const auto& platform = platform_at(platforms, index).described;
     auto description = py_ref::checked(PyDict_New());
     set_item(description.get(), "type", py_ref::checked(PyLong_FromLongLong(platform.type)));
-    set_item(description.get(), "unread", unread_labels(platform, schema::unread_of(root)));
+    set_item(description.get(), "unread", unread_labels(platform, root));
     set_item(description.get(), "corners", corner_rows(platform));
     set_item(description.get(), "origin", origin_of(platform));
     set_item(description.get(), "calibration", calibration_of(platform));

@@ -24,8 +24,8 @@ namespace mox::devices {
 /// A dictionary of what the parameters say of a platform, and what follows from that; arrays are
 /// not writable:
 /// - "type": an int;
-/// - "unread": a list, the labels of those of its channels that were left out when the file was
-///   read, in the order of its table;
+/// - "unread": None, or where the analog channels were left out when the file was read a list, the
+///   labels of those of the platform in the order of its table;
 /// - "corners" (4, 3) and "origin" (3,): NaN where the parameters lack them;
 /// - "calibration": a square matrix, None without one;
 /// - "frame" (4, 4): what takes places in the platform's axes at the centre of its surface to the

@@ -70,7 +70,8 @@ def differences(
     Raises
     ------
     ValueError
-        There is no such family; a tolerance is negative or NaN.
+        There is no such family; a tolerance is negative or NaN; channels of a kind that one of the
+        trials has were not read for the other (`Trial.unread`).
 
     Examples
     --------
@@ -81,12 +82,23 @@ def differences(
     """
     left_out, chosen = _known(without), FAMILIES if only is None else _known(only)
     tolerances = _tolerances(tolerance)
+    _require_read("first", trial, other, chosen, left_out)
+    _require_read("second", other, trial, chosen, left_out)
     return [
         difference
         for family, compared in _COMPARED.items()
         if family in chosen and family not in left_out
         for difference in compared(Comparison(trial, other, tolerances[family]))
     ]
+
+
+def _require_read(
+    which: str, trial: Trial, other: Trial, chosen: Iterable[str], left_out: Iterable[str]
+) -> None:
+    """What was not read is no difference: nobody knows whether it is one."""
+    for kind in trial.unread:
+        if kind in chosen and kind not in left_out and len(getattr(other, kind)):
+            raise ValueError(f"the {kind} of the {which} trial were not read")
 
 
 def _known(families: str | Iterable[str]) -> tuple[str, ...]:

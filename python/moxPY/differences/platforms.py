@@ -28,7 +28,7 @@ def platforms(compared: Comparison) -> Iterator[Difference]:
 
 
 def _both(name: str, one: Platform, other: Platform, tolerance: float) -> Iterator[Difference]:
-    labels = [[channel.label for channel in plate.channels] for plate in (one, other)]
+    labels = [plate.labels for plate in (one, other)]
     aspects: tuple[tuple[Aspect, object, object], ...] = (
         ("type", one.type, other.type),
         ("channels", " ".join(labels[0]) or "none", " ".join(labels[1]) or "none"),

@@ -27,10 +27,13 @@ def curves_of(trial: Trial) -> Iterator[dict[str, Any]]:
     """All channels but the markers, which the page has anyway."""
     for kind in _KINDS:
         channels: Channels = getattr(trial, kind)
+        if not channels:  # also those that were not read, whose samples nobody knows
+            continue
         labels, values = channels.labelled_values()
         for index, label in enumerate(labels):
             yield _curve(kind, label, labels, channels[label].unit, "xyz", 1, values[:, index])
-    yield from _analogs(trial)
+    if trial.analogs:
+        yield from _analogs(trial)
 
 
 def _analogs(trial: Trial) -> Iterator[dict[str, Any]]:

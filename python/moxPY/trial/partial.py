@@ -69,8 +69,7 @@ def unread_of(trial: Trial, kind: str) -> dict[str, str]:
 
 def measured_platforms(trial: Trial) -> list[Platform]:
     """The force platforms; none where the channels that they measure with were not read."""
-    is_unread = "analogs" in unread(trial) and not len(trial.analogs)
-    return [] if is_unread else list(trial.platforms)
+    return [plate for plate in trial.platforms if plate.is_read]
 
 
 def require_read(trial: Trial, label: object, kind: str) -> None:

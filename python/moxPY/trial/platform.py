@@ -90,8 +90,14 @@ class Platform:
     @property
     def labels(self) -> list[str]:
         """The labels of its channels, also where these were not read (`Trial.unread`)."""
-        labels: list[str] = self._described("unread")
-        return labels or [channel.label for channel in self.channels]
+        unread: list[str] | None = self._described("unread")
+        return [channel.label for channel in self.channels] if unread is None else unread
+
+    @property
+    def is_read(self) -> bool:
+        """Whether the analog channels that it measures with were read: without them nobody knows
+        its wrench (`Trial.unread`)."""
+        return self._described("unread") is None
 
     @property
     def measured(self) -> list[tuple[Quantity | None, Channel]]:
@@ -229,7 +235,7 @@ class Platform:
             No sample lies in the stretch, a channel has no numbers there, or the analog channels
             of the file were not read.
         """
-        if self.labels and not self.channels:
+        if not self.is_read:
             raise ValueError("the analog channels were not read")
         stretch = self._stretch(start, stop)
         # By index: what is named twice has one baseline. No load has no place.

@@ -9,6 +9,7 @@
 
 #include <strata/data_store.hpp>
 
+#include "schema/partial_reading.hpp"
 #include "schema/write_attribute.hpp"
 
 namespace {
@@ -65,6 +66,17 @@ TEST_F(AnalogPairing, EntriesAskForTheSetOfTheirName) {
     add_sets({"Fz", "Fx", "Fy"});
     set_labels({"Fx", "Fy", "Fz"});
     EXPECT_THAT(paired(), ElementsAre("Fx", "Fy", "Fz"));
+}
+
+TEST_F(AnalogPairing, ColumnsThatWereNotReadKeepTheirNumbers) {
+    schema::unread_channels unread;
+    for (const auto* label : {"Fx", "Fy", "Fz"})
+        unread.add("Analogs", label, "N");
+    schema::keep_unread(root_, unread);
+    add_sets({"mine", "Fy"});
+    EXPECT_THAT(paired(), ElementsAre("-", "-", "-", "mine", "Fy"));
+    set_labels({"Fx", "Fy"});
+    EXPECT_THAT(paired(), ElementsAre("-", "Fy", "-", "mine"));
 }
 
 TEST_F(AnalogPairing, AnEditedLabelChangesNothing) {

@@ -62,6 +62,26 @@ TEST_F(PartialReading, KeepingMoreAddsToWhatIsThere) {
     EXPECT_FALSE(kept.contain("Markers"));
 }
 
+TEST_F(PartialReading, ChannelsOfAnotherFileAreNoneOfItsOwn) {
+    unread_channels own;
+    own.add("Angles", "Knee", "deg");
+    unread_channels other;
+    other.add("Analogs", "Fz", "N");
+    schema::keep_unread_of_other(store_.root(), other);
+    schema::keep_unread(store_.root(), own);
+    EXPECT_EQ(schema::unread_of_file(store_.root()).labels, (std::vector<std::string>{"Knee"}));
+    EXPECT_EQ(schema::unread_of(store_.root()).labels, (std::vector<std::string>{"Knee", "Fz"}));
+    EXPECT_TRUE(schema::unread_of_file(store_.root()).labels_of("Analogs").empty());
+}
+
+TEST_F(PartialReading, LabelsAreThoseOfOneKind) {
+    unread_channels channels;
+    channels.add("Analogs", "Fx", "N");
+    channels.add("Angles", "Knee", "deg");
+    channels.add("Analogs", "Fy", "N");
+    EXPECT_EQ(channels.labels_of("Analogs"), (std::vector<std::string>{"Fx", "Fy"}));
+}
+
 TEST_F(PartialReading, CountsNameEachKindOnceInOneOrder) {
     unread_channels channels;
     for (const auto* kind : {"Rotations", "Analogs", "Markers", "Analogs"})

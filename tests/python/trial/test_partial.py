@@ -16,6 +16,7 @@ import numpy as np
 import pytest
 from support.c3d_bytes import Analog, C3DFile, Event, Platform, c3d_bytes
 from support.memory import address_space, under_a_sanitizer
+from support.page_content import content_in
 from support.read_c3d import track
 from support.sample_table import SAMPLES
 from support.store_tree import node, snapshot
@@ -24,6 +25,7 @@ KINDS = ("markers", "angles", "forces", "moments", "powers", "analogs")
 POINTS = KINDS[:-1]
 FRAMES = 7
 CORNERS = [[600, 400, 0], [0, 400, 0], [0, 0, 0], [600, 0, 0]]
+ANALOGS = "Format/Data/AnalogsExport"
 EXAMPLE = Path(__file__).resolve().parents[3] / "examples" / "gait_trial.c3d"
 
 
@@ -276,6 +278,42 @@ def test_a_platform_without_its_channels_has_no_wrench_but_all_else():
     )
 
 
+@pytest.mark.parametrize("labels", [None, [], ["Fx", "Fy"]])
+def test_channels_that_are_added_are_not_those_that_a_platform_measures_with(labels: Any):
+    named = {} if labels is None else {"ANALOG:LABELS": labels}
+    trial = mox.read(content(parameters=named), only="markers")
+    for number in range(6):
+        trial.analogs[f"mine {number}"] = np.ones(FRAMES * 3)
+    (plate,) = trial.platforms
+    assert (plate.channels, len(plate.labels), plate.is_read) == ([], 6, False)
+    with pytest.raises(ValueError, match="without the analog channels"):
+        plate.wrench()
+    with pytest.raises(RuntimeError, match="without the analog channels"):
+        _moxPY.moxGetForcePlatformWrenches(trial)
+    (described,) = _moxPY.moxGetForcePlatforms(trial)[0]
+    assert described["channels"] == {}
+    assert "DevicesIndex" not in str(node(trial, ANALOGS))
+
+
+def test_channels_of_another_trial_are_not_those_that_a_platform_measures_with():
+    whole = mox.read(CONTENT)
+    trial = mox.read(CONTENT, only="markers").merged(whole, suffix="_other")
+    with pytest.raises(ValueError, match="without the analog channels"):
+        trial.platforms[0].wrench()
+
+
+def test_platforms_measure_whatever_was_not_read_of_a_trial_that_is_merged():
+    others = [Analog(label, np.zeros(FRAMES * 3), scale=1.0) for label in "abcdefghi"]
+    part = mox.read(content(analogs=others, platforms=()), only="markers")
+    whole = mox.read(CONTENT)
+    both = whole.merged(part, suffix="_other")
+    assert list(both.unread["analogs"]) == list("abcdefghi")
+    (plate,), (own,) = both.platforms, whole.platforms
+    assert (plate.labels, plate.is_read) == (["Fx", "Fy", "Fz", "Mx", "My", "Mz"], True)
+    assert plate.wrench().force.tobytes() == own.wrench().force.tobytes()
+    assert len(both.to_xarray().platform) == 1
+
+
 def test_without_platforms_nobody_misses_the_channels():
     trial = mox.read(content(platforms=()), only="points")
     assert _moxPY.moxGetForcePlatformWrenches(trial) == []
@@ -290,6 +328,23 @@ def test_the_line_of_a_trial_says_what_was_not_read():
 def test_a_part_is_not_checked():
     with pytest.raises(ValueError, match=r"^only a part .*, without its analogs$"):
         mox.read(EXAMPLE, only="points").check()
+
+
+def test_what_was_not_read_is_no_difference():
+    part, whole = mox.read(EXAMPLE, only=("markers", "rotations")), mox.read(EXAMPLE)
+    with pytest.raises(ValueError, match=r"^the angles of the first trial were not read$"):
+        part.differences(whole)
+    with pytest.raises(ValueError, match=r"^the analogs of the second trial were not read$"):
+        whole.differences(part, only=("markers", "analogs"))
+    assert whole.differences(part, only=("clock", "markers", "residuals", "platforms")) == []
+    assert part.differences(mox.read(EXAMPLE, only="markers")) == []
+
+
+def test_the_page_of_a_part_shows_what_was_read():
+    trial = mox.read(CONTENT, only=("markers", "angles"))
+    content = content_in(trial.view().html)
+    assert {curve["kind"] for curve in content["curves"]} == {"angles"}
+    assert content["plates"] == []
 
 
 # Nothing is lost by writing.
