@@ -99,7 +99,7 @@ def read(
     ...     len(mox.read(file).markers)
     40
     >>> mox.read(path, only=("markers", "angles"))
-    <Trial: gait_trial.c3d, 360 frames at 100 Hz (3.6 s), 40 markers, 8 angles, 6 events, \
+    <Trial: gait_trial.c3d, 360 frames at 100 Hz (3.6 s), 40 markers, 8 angles, 13 events, \
 2 platforms; not read: 8 forces, 6 moments, 6 powers, 20 analogs>
     """
     if odd not in ODD:
