@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "api/channels/channel_kinds.hpp"
+#include "api/channels/channel_lookup.hpp"
 #include "schema/name_pool.hpp"
 #include "schema/names.hpp"
+#include "store/path_helpers.hpp"
 #include "store/python_read.hpp"
 #include "store/typed_access.hpp"
 
@@ -30,11 +32,43 @@ std::vector<std::string> keys_of(const std::vector<strata::data_set>& channels) 
     return distinct_keys(std::move(labels));
 }
 
-/// Whether a key may be one that was made distinct: the keys of all channels are made only then.
-bool is_numbered(const std::string& key) {
+/// What a key is the number of, if it is one that was made distinct; empty for any other.
+std::string without_number(const std::string& key) {
     const auto bar = key.rfind('_');
-    return bar != std::string::npos && bar + 1 != key.size() &&
-           key.find_first_not_of("0123456789", bar + 1) == std::string::npos;
+    const bool is_numbered = bar != std::string::npos && bar + 1 != key.size() &&
+                             key.find_first_not_of("0123456789", bar + 1) == std::string::npos;
+    return is_numbered ? key.substr(0, bar) : std::string();
+}
+
+/// The set of this name, where that is what its channel is called by.
+std::optional<strata::data_set> find_unlabelled(const strata::data_group& group,
+                                                const std::string& key) {
+    if (key.empty() || !group.exists_set(key))
+        return std::nullopt;
+    auto set = group.retrieve_set(key); // also that of a path
+    const bool is_called_so =
+        set.name() == key && read<std::string>(set.retrieve_attribute(attribute::label)).empty();
+    return is_called_so ? std::optional(std::move(set)) : std::nullopt;
+}
+
+/// The first channel of `group` that is called `key`, without the number of a repeated one.
+std::optional<strata::data_set> find_labelled(const strata::data_group& group,
+                                              const std::string& key) {
+    auto labelled = key.empty() ? std::nullopt : find_set_by_label(group, key);
+    auto unlabelled = find_unlabelled(group, key);
+    if (!labelled || !unlabelled)
+        return labelled ? labelled : unlabelled;
+    const auto sets = sets_of(group);
+    return *std::ranges::find(sets, key, label_of);
+}
+
+std::optional<strata::data_set> find_labelled(const std::vector<strata::data_group>& groups,
+                                              const std::string& key) {
+    for (const auto& group : groups) {
+        if (auto channel = find_labelled(group, key))
+            return channel;
+    }
+    return std::nullopt;
 }
 
 /// Where a channel stands among others; those without index come last.
@@ -77,12 +111,13 @@ py_ref keys(strata::data_store acquisition, const std::string& kind) {
 
 std::optional<strata::data_set> find(strata::data_store acquisition, const std::string& kind,
                                      const std::string& key) {
-    const auto channels = channels_of(groups_of_kind(acquisition, kind));
-    const auto labelled = std::ranges::find(channels, key, label_of);
-    if (labelled != channels.end())
-        return *labelled;
-    if (!is_numbered(key))
+    const auto groups = groups_of_kind(acquisition, kind);
+    if (auto channel = find_labelled(groups, key))
+        return channel;
+    // The keys of all channels are made only where there may be such a one.
+    if (!find_labelled(groups, without_number(key)))
         return std::nullopt;
+    const auto channels = channels_of(groups);
     const auto names = keys_of(channels);
     const auto numbered = std::ranges::find(names, key);
     if (numbered == names.end())

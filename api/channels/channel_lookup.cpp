@@ -1,8 +1,10 @@
 #include "api/channels/channel_lookup.hpp"
 
+#include <cstdint>
 #include <utility>
 
 #include <fmt/format.h>
+#include <strata/access/find_set.hpp>
 
 #include "schema/names.hpp"
 #include "schema/point_kind_table.hpp"
@@ -22,14 +24,8 @@ namespace {
     throw_runtime_error(fmt::format("Unable to find channel with given label :  '{}'", label));
 }
 
-template <typename Matches>
-std::optional<strata::data_set> find_set(const strata::data_group& group, Matches&& matches) {
-    for (const auto& name : group.list_set_children_name()) {
-        auto set = group.retrieve_set(name);
-        if (matches(set))
-            return set;
-    }
-    return std::nullopt;
+std::optional<strata::data_set> found(strata::data_set set) {
+    return set ? std::optional(std::move(set)) : std::nullopt;
 }
 
 /// The first hit of `find` in the point groups.
@@ -51,18 +47,17 @@ strata::data_set find_point(const strata::data_group& data, const Key& key,
 } // namespace
 
 std::optional<strata::data_set> find_set_by_index(const strata::data_group& group, int index) {
-    return find_set(group, [index](const strata::data_set& set) {
-        const auto attribute = set.retrieve_attribute(schema::attribute::relative_set_index);
-        return attribute && read<std::int32_t>(attribute) == index;
-    });
+    return found(strata::find_set(
+        group, schema::attribute::relative_set_index, std::int32_t{index},
+        [index](const auto& attribute) { return read<std::int32_t>(attribute) == index; }));
 }
 
 std::optional<strata::data_set> find_set_by_label(const strata::data_group& group,
                                                   const std::string& label) {
-    return find_set(group, [&label](const strata::data_set& set) {
-        const auto attribute = set.retrieve_attribute(schema::attribute::label);
-        return attribute && read<std::string>(attribute) == label;
-    });
+    return found(
+        strata::find_set(group, schema::attribute::label, label, [&label](const auto& attribute) {
+            return read<std::string>(attribute) == label;
+        }));
 }
 
 strata::data_set channel_by_index(const strata::data_group& group, int index) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <strata/access/find_set.hpp>
 
 #include "acquisition/channels/channels.hpp"
 #include "acquisition/channels/find_point_kind.hpp"
@@ -44,24 +45,31 @@ std::vector<strata::data_group> numbered_with(const strata::data_store& acquisit
     return point_groups(acquisition.root());
 }
 
-/// The first unit that a channel of `group` names and that is not `other`; empty without one.
-std::string known_unit(const strata::data_group& group, const std::string& other = {}) {
-    for (const auto& name : group.list_set_children_name()) {
-        auto unit = read<std::string>(group.retrieve_set(name).retrieve_attribute(attribute::unit));
-        if (!unit.empty() && unit != schema::unknown_unit && unit != other)
-            return unit;
+/// The units that channels of `group` name, in the order of the first ones that do; some more than
+/// once where a unit is stored as something else than a text.
+std::vector<std::string> known_units(const strata::data_group& group) {
+    auto units = strata::different_texts(group, attribute::unit);
+    if (!units) {
+        units.emplace();
+        for (const auto& channel : sets_of(group))
+            units->push_back(read<std::string>(channel.retrieve_attribute(attribute::unit)));
     }
-    return {};
+    std::erase_if(*units, [](const std::string& unit) {
+        return unit.empty() || unit == schema::unknown_unit;
+    });
+    return *std::move(units);
 }
 
 std::string unit_of_new_channel(const strata::data_group& group) {
-    auto unit = known_unit(group);
+    const auto units = known_units(group);
     if (is_analog(group)) {
         // Sensors of several kinds stand side by side: only what all agree on is theirs.
-        const bool agree = !unit.empty() && known_unit(group, unit).empty();
-        return agree ? unit : std::string(unit_of_analogs);
+        const bool agree =
+            !units.empty() && std::ranges::count(units, units.front()) == std::ranges::ssize(units);
+        return agree ? units.front() : std::string(unit_of_analogs);
     }
-    return unit.empty() ? std::string(find_point_kind_of_group(group.name())->usual_unit) : unit;
+    return units.empty() ? std::string(find_point_kind_of_group(group.name())->usual_unit)
+                         : units.front();
 }
 
 /// A name that `group` has neither a set nor a group for.

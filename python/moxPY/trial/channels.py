@@ -131,7 +131,10 @@ class Channels(PoppingMapping[Channel]):
         for new in renamed.values():
             require_text(new, "label")
         channels = [(self[label], new) for label, new in renamed.items()]
-        _require_distinct(renamed.get(label, label) for label in self.labels)
+        if len(set(renamed.values())) < len(renamed) or any(
+            new not in renamed and new in self for new in renamed.values()
+        ):
+            _require_distinct(renamed.get(label, label) for label in self.labels)
         for channel, new in channels:
             channel.label = new
 

@@ -1,5 +1,8 @@
+#include <string>
+
 #include <strata/access/append_elements.hpp>
 #include <strata/access/draft_set.hpp>
+#include <strata/access/find_set.hpp>
 
 #include "tests/cpp/strata/support/buffers.hpp"
 #include "tests/cpp/strata/support/failing_new.hpp"
@@ -10,6 +13,7 @@ namespace {
 
 using strata::data_store;
 using strata::data_type;
+using strata_test::count_allocations;
 using strata_test::counting_set;
 using strata_test::for_each_failing_allocation;
 using strata_test::scalar;
@@ -182,6 +186,50 @@ TEST(MemoryFailure, HandsOutNoTexts) {
         [&] { EXPECT_TRUE(attribute.read_value(buffer.data(), data_type::string)); },
         [&] { EXPECT_EQ(buffer, (std::vector<const char*>{nullptr, nullptr})); });
     strata::data_converter_string_clean_buffer(attribute.shape(), buffer.data());
+}
+
+strata::data_set labelled(const strata::data_group& group, int number) {
+    const auto label = "a label that is long enough " + std::to_string(number);
+    return strata::find_set(group, "Label", label, [](const auto&) { return false; });
+}
+
+/// A group of so many sets, labelled by their numbers.
+strata::data_group labelled_sets(const data_store& store, int count) {
+    auto group = store.root().create_group("g");
+    for (int number = 0; number < count; ++number) {
+        const auto label = "a label that is long enough " + std::to_string(number);
+        group.create_set(std::to_string(number), shape({1}), data_type::float32)
+            .create_attribute("Label", scalar(), data_type::string)
+            .write(label.c_str());
+    }
+    return group;
+}
+
+TEST(MemoryFailure, LeavesASearchThatFindsTheRightSet) {
+    const data_store store;
+    auto group = labelled_sets(store, 10);
+    const auto failures =
+        for_each_failing_allocation([&] { EXPECT_EQ(labelled(group, 7).name(), "7"); },
+                                    [&] { EXPECT_EQ(labelled(group, 8).name(), "8"); });
+    EXPECT_GT(failures, 0U);
+    group.create_set("one more", shape({1}), data_type::float32)
+        .copy_attribute(group.retrieve_set("0").retrieve_attribute("Label"));
+    group.delete_set("0");
+    for_each_failing_allocation([&] { EXPECT_EQ(labelled(group, 0).name(), "one more"); },
+                                [&] { EXPECT_EQ(labelled(group, 8).name(), "8"); });
+}
+
+/// How often memory is taken to find a set after the label of another one was changed.
+std::size_t allocations_of_a_search(int sets) {
+    const data_store store;
+    const auto group = labelled_sets(store, sets);
+    EXPECT_EQ(labelled(group, 1).name(), "1");
+    group.retrieve_set("2").retrieve_attribute("Label").write("another label that is long");
+    return count_allocations([&] { EXPECT_EQ(labelled(group, 3).name(), "3"); });
+}
+
+TEST(MemoryFailure, SearchesTakeNoMoreMemoryAmongMoreSets) {
+    EXPECT_EQ(allocations_of_a_search(2'000), allocations_of_a_search(20));
 }
 
 } // namespace

@@ -502,6 +502,61 @@ def test_a_new_channel_has_the_unit_of_its_kind(trial: Trial) -> None:
     assert trial.analogs["new"].unit == "mV"
 
 
+def test_a_new_analog_channel_has_the_unit_that_all_agree_on(trial: Trial) -> None:
+    samples = signal(9).ravel()
+    for units, unit in [
+        (["N", "N", "Unknown"], "N"),
+        (["", "Nm", "Nm"], "Nm"),
+        (["N", "Nm", "N"], "V"),
+        (["", "Unknown", ""], "V"),
+    ]:
+        changed = trial.copy()
+        for channel, given in zip(
+            [changed.analogs[label] for label in changed.analogs], units, strict=True
+        ):
+            channel.unit = given
+        changed.analogs["new"] = samples
+        assert changed.analogs["new"].unit == unit
+        changed.analogs["new"].unit = "mV"
+        changed.analogs["newer"] = samples
+        assert changed.analogs["newer"].unit == ("mV" if unit == "V" and "N" not in units else "V")
+
+
+def test_a_channel_without_label_is_called_by_its_name(trial: Trial) -> None:
+    first, second = list(trial.markers)[:2]
+    channels = trial.markers[first], trial.markers[second]
+    one, other = (channel.index for channel in channels)
+    for channel in channels:
+        channel.label = ""
+    assert [trial.markers[label].index for label in (first, second)] == [one, other]
+    channels[1].label = first
+    assert trial.markers[first].index == one
+    assert trial.markers[f"{first}_2"].index == other
+    assert second not in trial.markers
+    channels[0].label = "other"
+    assert trial.markers[first].index == other
+    channels[1].label = ""
+    channels[0].label = second
+    assert trial.markers[second].index == one
+    assert first not in trial.markers
+
+
+def test_labels_may_go_round_among_many_channels() -> None:
+    trial = Trial.new(frames=2)
+    for number in range(300):
+        trial.markers[f"M{number}"] = np.full((2, 3), float(number))
+    for number in range(300):
+        trial.markers.rename({f"M{number}": f"N{number}"})
+        assert trial.markers[f"N{number}"].x[0] == number
+        assert f"M{number}" not in trial.markers
+    del trial.markers["N7"]
+    assert trial.markers["N8"].x[0] == 8.0
+    assert _moxPY.moxGetPoint(trial, 7)[1]["label"] == "N8"
+    copy = trial.copy()
+    copy.markers.rename({"N8": "N9", "N9": "N8"})
+    assert (copy.markers["N8"].x[0], trial.markers["N8"].x[0]) == (9.0, 8.0)
+
+
 def test_units_that_differ(trial: Trial) -> None:
     trial.analogs.unit = "V"
     trial.analogs["Fz1"].unit = "N"

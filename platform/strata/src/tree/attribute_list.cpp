@@ -16,6 +16,7 @@ void attribute_list::require_free(std::string_view name) const {
 
 counted_ptr<attribute_node> attribute_list::add(counted_ptr<attribute_node> node) {
     nodes_.add(node);
+    watch_.note(node->name());
     return node;
 }
 
@@ -37,6 +38,7 @@ void attribute_list::copy(const attribute_node& attribute) {
     } else {
         nodes_.add(std::move(node));
     }
+    watch_.note(attribute.name());
 }
 
 attribute_list attribute_list::copy() const {
@@ -48,6 +50,7 @@ attribute_list attribute_list::copy() const {
 void attribute_list::remove(std::string_view name) {
     if (!nodes_.remove(name))
         throw_no_such_attribute(name);
+    watch_.note(name);
 }
 
 } // namespace strata::detail

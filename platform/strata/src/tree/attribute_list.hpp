@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/strata/src/tree/attribute_node.hpp"
+#include "platform/strata/src/tree/key_watch.hpp"
 #include "platform/strata/src/tree/named_list.hpp"
 
 namespace strata::detail {
@@ -34,6 +36,12 @@ class attribute_list {
     /// Throws store_error when there is no such attribute.
     void remove(std::string_view name);
 
+    /// Tells `watch`, in the place of another one, of every attribute that is created or removed
+    /// from now on.
+    void watch(counted_ptr<key_watch> watch) noexcept { watch_.set(std::move(watch)); }
+    /// The index that is told; null without one.
+    [[nodiscard]] const set_index* watching_index() const noexcept { return watch_.index(); }
+
     [[nodiscard]] std::size_t count() const noexcept { return nodes_.count(); }
     /// As named_list::for_each.
     template <typename Visit> void for_each(Visit visit) const { nodes_.for_each(visit); }
@@ -43,6 +51,7 @@ class attribute_list {
     void require_free(std::string_view name) const;
 
     named_list<attribute_node> nodes_;
+    watch_place watch_;
 };
 
 } // namespace strata::detail

@@ -49,6 +49,13 @@ bool attribute_node::read(void* buffer, data_type requested) const {
 }
 
 bool attribute_node::write(const void* buffer, data_type given) {
+    const bool is_written = write_value(buffer, given);
+    if (is_written && watch_)
+        watch_->note();
+    return is_written;
+}
+
+bool attribute_node::write_value(const void* buffer, data_type given) {
     if (elements_)
         return elements_->write(elements_->extents().whole(), buffer, given);
     if (const auto convert = find_converter(given, type_)) {

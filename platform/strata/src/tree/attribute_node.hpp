@@ -5,12 +5,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <strata/data_shape.hpp>
 #include <strata/data_type.hpp>
 #include <strata/detail/counted.hpp>
 
 #include "platform/strata/src/elements/element_array.hpp"
+#include "platform/strata/src/tree/key_watch.hpp"
 
 namespace strata::detail {
 
@@ -35,6 +37,9 @@ class attribute_node final : public counted {
     [[nodiscard]] bool read(void* buffer, data_type requested) const;
     [[nodiscard]] bool write(const void* buffer, data_type given);
 
+    /// Tells `watch`, in the place of another one, whenever the value was written.
+    void watch(counted_ptr<key_watch> watch) noexcept { watch_ = std::move(watch); }
+
     /// The text of a single text; empty for any other attribute.
     [[nodiscard]] std::string_view text() const noexcept { return text_; }
 
@@ -43,11 +48,14 @@ class attribute_node final : public counted {
     [[nodiscard]] element_array* elements() noexcept { return elements_.get(); }
 
   private:
+    [[nodiscard]] bool write_value(const void* buffer, data_type given);
+
     std::string name_;
     data_type type_;                                 // as given at creation, be it above 100
     std::array<std::byte, sizeof(double)> number_{}; // of a single number
     std::string text_;                               // of a single text
     std::unique_ptr<element_array> elements_;        // of everything else
+    counted_ptr<key_watch> watch_;
 };
 
 } // namespace strata::detail

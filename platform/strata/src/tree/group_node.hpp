@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "platform/strata/src/tree/attribute_list.hpp"
 #include "platform/strata/src/tree/named_list.hpp"
 #include "platform/strata/src/tree/recent_path.hpp"
+#include "platform/strata/src/tree/set_index.hpp"
 #include "platform/strata/src/tree/set_node.hpp"
 
 namespace strata::detail {
@@ -32,6 +34,12 @@ class group_node final : public counted {
     [[nodiscard]] attribute_list& attributes() noexcept { return attributes_; }
     [[nodiscard]] const attribute_list& attributes() const noexcept { return attributes_; }
     [[nodiscard]] recent_path& recent() noexcept { return recent_; }
+    /// Of the sets. Throws std::bad_alloc.
+    [[nodiscard]] set_index& index() {
+        if (!index_)
+            index_ = std::make_unique<set_index>();
+        return *index_;
+    }
 
     /// Removes a child group; false when there is none of that name.
     bool remove_group(std::string_view name) noexcept {
@@ -48,6 +56,7 @@ class group_node final : public counted {
     named_list<set_entry> sets_;
     attribute_list attributes_;
     recent_path recent_;
+    std::unique_ptr<set_index> index_; // once somebody has looked for a set
 };
 
 /// Creates the group at `path` and those on the way. Throws store_error when it exists or cannot

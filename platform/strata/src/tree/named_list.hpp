@@ -39,6 +39,7 @@ template <typename Node> class named_list {
     void replace(counted_ptr<Node> node) noexcept {
         auto& place = nodes_[find_slot(node->name())];
         place = std::move(node);
+        ++layout_;
     }
 
     /// False when there is no node of that name.
@@ -52,6 +53,13 @@ template <typename Node> class named_list {
     }
 
     [[nodiscard]] std::size_t count() const noexcept { return count_; }
+
+    /// Nodes lie in places, in the order in which they were added; a place whose node was removed
+    /// stays empty. As long as `layout` is the same, no place has got another node.
+    [[nodiscard]] std::size_t places() const noexcept { return nodes_.size(); }
+    [[nodiscard]] std::size_t layout() const noexcept { return layout_; }
+    /// The node of a place, or null where it was removed.
+    [[nodiscard]] Node* at(std::size_t place) const noexcept { return nodes_[place].get(); }
 
     /// Calls `visit` with each node, in order of addition. Nothing may be added or removed
     /// meanwhile.
@@ -108,6 +116,7 @@ template <typename Node> class named_list {
         std::vector<entry> table(std::bit_ceil(3 * (count_ + 1) + 5));
         nodes_.reserve(table.size() / 2);
         std::erase_if(nodes_, [](const auto& node) { return !node; });
+        ++layout_;
         table_ = std::move(table);
         for (std::size_t slot = 0; slot < nodes_.size(); ++slot)
             enter(name_hash(nodes_[slot]->name()), slot);
@@ -116,6 +125,7 @@ template <typename Node> class named_list {
     std::vector<counted_ptr<Node>> nodes_; // in order of addition; null where a node was removed
     std::vector<entry> table_;             // by hash, collisions in the next entries
     std::size_t count_ = 0;                // nodes that are not null
+    std::size_t layout_ = 0;
 };
 
 } // namespace strata::detail

@@ -26,6 +26,14 @@ strata_test::failing_new::failing_new(std::size_t index) noexcept { until_failur
 
 strata_test::failing_new::~failing_new() { until_failure = never; }
 
+strata_test::allocation_count::allocation_count() noexcept { until_failure = never - 1; }
+
+strata_test::allocation_count::~allocation_count() { until_failure = never; }
+
+std::size_t strata_test::allocation_count::now() const noexcept {
+    return never - 1 - until_failure;
+}
+
 // The process's operators, for the libraries too.
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {

@@ -5,6 +5,17 @@
 
 namespace strata_test {
 
+/// While it lives, allocations are counted, and none fails.
+class allocation_count {
+  public:
+    allocation_count() noexcept;
+    allocation_count(const allocation_count&) = delete;
+    allocation_count& operator=(const allocation_count&) = delete;
+    ~allocation_count();
+
+    [[nodiscard]] std::size_t now() const noexcept;
+};
+
 /// While it lives, the allocation with this index (from 0) made by operator new anywhere in the
 /// process fails, once.
 class failing_new {
@@ -14,6 +25,13 @@ class failing_new {
     failing_new& operator=(const failing_new&) = delete;
     ~failing_new();
 };
+
+/// How many allocations operator new makes during `attempt`, which is a measure of its work.
+template <typename Attempt> std::size_t count_allocations(Attempt attempt) {
+    const allocation_count counted;
+    attempt();
+    return counted.now();
+}
 
 /// Runs `attempt` once for each allocation that it makes, letting that one fail, and `check` after
 /// each failure; then once with nothing failing. Gives the number of failures.
