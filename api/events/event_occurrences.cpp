@@ -10,6 +10,7 @@
 #include "schema/event_types.hpp"
 #include "schema/names.hpp"
 #include "store/append_element.hpp"
+#include "store/swig_error.hpp"
 #include "store/typed_access.hpp"
 
 namespace mox::events {
@@ -63,7 +64,7 @@ void describe_event(strata::data_set set, const occurrence& added) {
 
 /// Whether an attribute has an element for each occurrence, as it gets when one is appended.
 template <typename Value>
-bool knows_each_occurrence(const strata::data_attribute& attribute, std::size_t count) {
+bool has_elements(const strata::data_attribute& attribute, std::size_t count) {
     return attribute.type() == strata::data_type_of<Value> &&
            attribute.shape() == strata::data_shape({static_cast<std::int64_t>(count)}, false);
 }
@@ -74,7 +75,7 @@ template <typename Value>
 void extend_occurrences(strata::data_set set, const char* name, std::size_t former_count,
                         const Value& former, const Value& value) {
     const auto attribute = set.retrieve_attribute(name);
-    if (knows_each_occurrence<Value>(attribute, former_count) && append_element(attribute, value))
+    if (has_elements<Value>(attribute, former_count) && append_element(attribute, value))
         return;
     auto values = read_vector<Value>(attribute);
     values.resize(former_count, former);
@@ -165,18 +166,43 @@ void add_occurrence(const strata::data_set& set, const occurrence& added) {
     rewrite_times(set, std::move(times), added.time);
 }
 
-bool only_grows(const strata::data_set& set, const occurrence& added) {
-    if (!holds_times(set) || !is_described(set, added))
+bool knows_each_occurrence(const strata::data_set& set) {
+    if (!holds_times(set))
         return false;
     const auto count = set.shape(false).element_count();
     return std::ranges::all_of(texts_of_occurrences,
                                [&](const char* name) {
-                                   return knows_each_occurrence<std::string>(
-                                       set.retrieve_attribute(name), count);
+                                   return has_elements<std::string>(set.retrieve_attribute(name),
+                                                                    count);
                                }) &&
            std::ranges::all_of(numbers_of_occurrences, [&](const char* name) {
-               return knows_each_occurrence<std::int32_t>(set.retrieve_attribute(name), count);
+               return has_elements<std::int32_t>(set.retrieve_attribute(name), count);
            });
+}
+
+bool only_grows(const strata::data_set& set, const occurrence& added) {
+    return knows_each_occurrence(set) && is_described(set, added);
+}
+
+void append_to_each(const strata::data_set& set, const schema::event_occurrence& added) {
+    const auto former_count = set.shape(false).element_count();
+    const auto append = [&](const char* name, const auto& value) {
+        return append_element(set.retrieve_attribute(name), value);
+    };
+    try {
+        const bool is_appended = append(attribute::occurrence_contexts, added.context) &&
+                                 append(attribute::occurrence_labels, added.label) &&
+                                 append(attribute::occurrence_subjects, added.subject) &&
+                                 append(attribute::occurrence_descriptions, added.description) &&
+                                 append(attribute::occurrence_icons, added.icon) &&
+                                 append(attribute::occurrence_flags, added.flags) &&
+                                 append_element(set, added.time_s);
+        if (!is_appended)
+            throw_system_error("The times of an event cannot be written");
+    } catch (...) {
+        keep_occurrences(set, former_count);
+        throw;
+    }
 }
 
 void keep_occurrences(const strata::data_set& set, std::uint64_t count) noexcept {

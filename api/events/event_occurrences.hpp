@@ -7,6 +7,8 @@
 
 #include <strata/data_set.hpp>
 
+#include "schema/event_sets.hpp"
+
 namespace mox::events {
 
 /// An occurrence to be appended.
@@ -27,10 +29,18 @@ bool write_description(const strata::data_set& set, const std::string& descripti
 /// nothing is done but to add an element to each array. When memory runs out, some of them have it.
 void add_occurrence(const strata::data_set& set, const occurrence& added);
 
+/// Whether a set has the form that new events have: a time an occurrence, and an element for each
+/// in every array that tells of single ones.
+[[nodiscard]] bool knows_each_occurrence(const strata::data_set& set);
+
 /// Whether all that add_occurrence does to a set is to add an element to each array.
 [[nodiscard]] bool only_grows(const strata::data_set& set, const occurrence& added);
 
 /// Takes back what add_occurrence added to a set that only grows.
 void keep_occurrences(const strata::data_set& set, std::uint64_t count) noexcept;
+
+/// Adds an occurrence with exactly these values to a set of the form that new events have. When
+/// memory runs out, nothing has changed.
+void append_to_each(const strata::data_set& set, const schema::event_occurrence& added);
 
 } // namespace mox::events

@@ -13,7 +13,9 @@
 
 #include <fmt/format.h>
 #include <strata/access/draft_set.hpp>
+#include <strata/access/read_texts.hpp>
 
+#include "api/events/event_occurrences.hpp"
 #include "api/events/event_sets.hpp"
 #include "api/events/event_tuples.hpp"
 #include "schema/event_sets.hpp"
@@ -55,6 +57,32 @@ event_place place_for(const strata::data_group& events, const event_occurrence& 
             holds_real_numbers(set) ? schema::read_occurrences(set) : std::optional<rows>();
         if (occurrences && (occurrences->empty() || occurrences->front().context == added.context))
             return {candidate, set, std::move(*occurrences)};
+    }
+}
+
+/// The set of place_for where adding the occurrence is all that becomes of it: its other ones stay
+/// as they are, and are not read. Nothing otherwise, and where there is none yet.
+std::optional<strata::data_set> set_that_grows(const strata::data_group& events,
+                                               const event_occurrence& added) {
+    const auto name = schema::event_set_name(added.context, added.label);
+    for (std::size_t number = 1;; ++number) {
+        const auto candidate = schema::numbered_event_set(name, number);
+        if (!events.exists_set(candidate))
+            return std::nullopt;
+        const auto set = events.retrieve_set(candidate);
+        const auto first_of = [&](const char* texts) {
+            return strata::read_first_text(set.retrieve_attribute(texts));
+        };
+        const auto context = first_of(attribute::occurrence_contexts);
+        if (!context || !knows_each_occurrence(set))
+            return std::nullopt;
+        if (*context != added.context)
+            continue;
+        // An empty first description is about to become that of the set (read_occurrences).
+        const bool is_settled =
+            first_of(attribute::occurrence_descriptions) != "" ||
+            schema::read_text(set.retrieve_attribute(attribute::event_description)).empty();
+        return is_settled ? std::optional(set) : std::nullopt;
     }
 }
 
@@ -167,7 +195,10 @@ py_ref append_event(strata::data_store acquisition, PyObject* event) {
     const auto added = from_tuple(event);
     auto stored = to_tuple(added);
     const auto group = event_group(acquisition);
-    append_to(group, place_for(group, added), added);
+    if (const auto set = set_that_grows(group, added))
+        append_to_each(*set, added);
+    else
+        append_to(group, place_for(group, added), added);
     return stored;
 }
 

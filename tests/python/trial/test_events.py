@@ -420,6 +420,43 @@ def test_an_event_without_attributes_of_occurrences(trial: Trial) -> None:
     assert trial.events.select("Foot Strike") == [event(0.5, **shown)]
 
 
+ADDED = [
+    (0.5, "Foot Strike", "Left", {}),
+    (0.25, "Foot Strike", "Left", {"subject": "Bob", "description": "toe", "id": 1}),
+    (2.0, "Foot Off", "Left", {}),
+    (2.5, "FootOff", "Left", {"id": 2}),
+    (0.5, "Foot Strike", "Left", {}),
+    (1.0, "t Foot Strike", "Lef", {"subject": "ü"}),
+    (1.5, "t Foot Strike", "Lef", {}),
+]
+
+
+def describe(trial: Trial, name: str, description: str) -> None:
+    """What a set says of all its events, whatever the single ones say."""
+    probe.delete_attribute(trial, f"{EVENTS}/{name}", "Description")
+    probe.create_text_attribute(trial, f"{EVENTS}/{name}", "Description", description)
+
+
+@pytest.mark.parametrize("description", ["", "of the set"])
+def test_what_is_added_lies_as_if_all_were_written_anew(description: str) -> None:
+    trials = Trial.new(frames=400), Trial.new(frames=400)
+    for time, label, context, rest in ADDED:
+        for trial in trials:
+            trial.events.add(label, time, context, **rest)
+    for trial in trials if description else ():
+        for name in sets(trial):
+            describe(trial, name, description)
+    for later in (10.0, 20.0):
+        # Without flags, which are 0 then, a set is read and written as a whole.
+        for name in sets(trials[1]):
+            probe.delete_attribute(trials[1], f"{EVENTS}/{name}", "OccurrenceFlags")
+        for time, label, context, rest in ADDED:
+            for trial in trials:
+                trial.events.add(label, time + later, context, **rest)
+    assert snapshot(trials[0]) == snapshot(trials[1])
+    assert list(trials[0].events) == list(trials[1].events)
+
+
 def test_a_set_that_nothing_is_said_of(trial: Trial) -> None:
     probe.create_set(trial, f"{EVENTS}/Heel", Type.FLOAT32, [2])
     probe.fill_set(trial, f"{EVENTS}/Heel", "float", [3.0, 2.5])

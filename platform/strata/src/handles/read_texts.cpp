@@ -5,6 +5,8 @@
 
 #include <strata/data_converter.hpp>
 
+#include "platform/strata/src/handles/access.hpp"
+
 namespace strata {
 
 namespace {
@@ -51,6 +53,18 @@ std::optional<std::string> read_text(const data_attribute& attribute) {
         return std::nullopt;
     auto texts = texts_of(attribute);
     return texts ? std::optional{std::move(texts->front())} : std::nullopt;
+}
+
+std::optional<std::string> read_first_text(const data_attribute& attribute) {
+    const auto* node = detail::access::node(attribute);
+    if (!node || element_kind(node->type()) != data_type::string)
+        return std::nullopt;
+    const auto* elements = node->elements();
+    if (!elements)
+        return std::string(node->text());
+    if (elements->extents().count() == 0)
+        return std::nullopt;
+    return elements->texts().empty() ? std::string() : elements->texts().front();
 }
 
 } // namespace strata

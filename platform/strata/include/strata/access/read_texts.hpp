@@ -20,4 +20,9 @@ read_texts(const data_selection& selection);
 /// The text of an attribute with one element. Nothing for any other attribute, too.
 [[nodiscard]] STRATA_EXPORT std::optional<std::string> read_text(const data_attribute& attribute);
 
+/// The first text of an attribute. Nothing when it has no elements, denotes nothing or holds
+/// anything but texts. However many there are, the others are not read.
+[[nodiscard]] STRATA_EXPORT std::optional<std::string>
+read_first_text(const data_attribute& attribute);
+
 } // namespace strata
