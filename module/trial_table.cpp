@@ -72,6 +72,8 @@ PyMethodDef* trial_table() {
         trial_row<"platform_wrench", &devices::wrench_of_platform>(),
         trial_row<"metadata_groups", &metadata::group_names>(),
         trial_row<"metadata_entries", &metadata::entry_names>(),
+        trial_row<"has_metadata_group", &metadata::has_group>(),
+        trial_row<"has_metadata_entry", &metadata::has_entry>(),
         trial_row<"metadata_entry", &metadata::entry_content>(),
         trial_row<"metadata_record", &metadata::entry_record>(),
         trial_row<"set_metadata_entry", &metadata::set_entry_content>(),

@@ -110,6 +110,16 @@ std::optional<std::vector<std::string>> entry_names(strata::data_store acquisiti
     return found->list_attributes_name();
 }
 
+py_ref has_group(strata::data_store acquisition, const std::string& group) {
+    return py_ref::checked(PyBool_FromLong(find_group(acquisition, group) ? 1 : 0));
+}
+
+py_ref has_entry(strata::data_store acquisition, const std::string& group,
+                 const std::string& entry) {
+    const auto owner = find_group(acquisition, group);
+    return py_ref::checked(PyBool_FromLong(owner && find_entry(*owner, entry) ? 1 : 0));
+}
+
 py_ref entry_content(strata::data_store acquisition, const std::string& group,
                      const std::string& entry) {
     const auto owner = find_group(acquisition, group);

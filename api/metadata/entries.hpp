@@ -22,6 +22,11 @@ namespace mox::metadata {
 [[nodiscard]] std::optional<std::vector<std::string>> entry_names(strata::data_store acquisition,
                                                                   const std::string& group);
 
+/// Whether there is a group, or an entry in it.
+[[nodiscard]] py_ref has_group(strata::data_store acquisition, const std::string& group);
+[[nodiscard]] py_ref has_entry(strata::data_store acquisition, const std::string& group,
+                               const std::string& entry);
+
 /// Format name and content of an entry, texts as str; None when there is no such entry.
 [[nodiscard]] py_ref entry_content(strata::data_store acquisition, const std::string& group,
                                    const std::string& entry);

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from collections.abc import Iterator, Mapping, MutableMapping
 from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING, Any, TypeGuard
 
 import numpy as np
 from _moxPY import trial as calls
@@ -87,7 +87,7 @@ class MetadataGroup(MutableMapping[str, Any]):
     @property
     def description(self) -> str:
         """What the file that was read says of the group."""
-        self._names()
+        self._require()
         return calls.metadata_record(self._trial, self._name, "")[0]
 
     def entry(self, name: str) -> Entry:
@@ -119,7 +119,7 @@ class MetadataGroup(MutableMapping[str, Any]):
             name that no entry can have, or a single value for an entry of type Byte, which only
             lists have. Nothing has changed then, whatever is raised.
         """
-        self._names()
+        self._require()
         stored = self._content(name)
         what = f"the entry '{self._name}:{name}'"
         if stored is None:
@@ -139,7 +139,8 @@ class MetadataGroup(MutableMapping[str, Any]):
         return len(self._names())
 
     def __contains__(self, name: object) -> bool:
-        return name in self._names()
+        self._require()
+        return _is_text(name) and calls.has_metadata_entry(self._trial, self._name, name)
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Mapping):
@@ -147,6 +148,11 @@ class MetadataGroup(MutableMapping[str, Any]):
         return self.keys() == other.keys() and all(_equal(self[name], other[name]) for name in self)
 
     __hash__ = None  # type: ignore[assignment]  # it changes
+
+    def _require(self) -> None:
+        """KeyError when the trial no longer has the group."""
+        if not calls.has_metadata_group(self._trial, self._name):
+            raise _no_group(self._trial, self._name)
 
     def _names(self) -> list[str]:
         names = calls.metadata_entries(self._trial, self._name)
@@ -248,7 +254,7 @@ class Metadata(PoppingMapping[MetadataGroup]):
         return len(calls.metadata_groups(self._trial))
 
     def __contains__(self, name: object) -> bool:
-        return name in calls.metadata_groups(self._trial)
+        return _is_text(name) and calls.has_metadata_group(self._trial, name)
 
     def _ipython_key_completions_(self) -> list[str]:
         return list(self)
@@ -261,7 +267,7 @@ def _no_group(trial: Trial, name: object) -> KeyError:
     return KeyError(f"no metadata group '{name}'{nearest(name, calls.metadata_groups(trial))}")
 
 
-def _is_text(name: object) -> bool:
+def _is_text(name: object) -> TypeGuard[str]:
     """Whether a name is one that the store can be asked for: Unicode without NUL."""
     return isinstance(name, str) and not any(
         letter == "\0" or "\ud800" <= letter <= "\udfff" for letter in name

@@ -13,6 +13,7 @@ import _moxPY
 import ezc3d
 import numpy as np
 import pytest
+from _moxPY import trial as calls
 from moxPY.trial import Entry, Trial
 from support.independent_readers import read_with_ezc3d
 from support.lab_group import GROUP, lab_trial
@@ -44,6 +45,31 @@ NEW = {
     "NOTHING": entry([], "Char", (0,)),
     "BYTES": entry(np.array([1, -2, 3]), "Byte", (3,)),
 }
+
+
+def test_editing_an_entry_lists_no_others(trial: Trial, monkeypatch: pytest.MonkeyPatch) -> None:
+    def listed(*_: Any) -> Any:
+        pytest.fail("groups or entries were listed")
+
+    for name in ("metadata_groups", "metadata_entries"):
+        monkeypatch.setattr(calls, name, listed)
+    trial.metadata[GROUP]["COUNT"] = 4
+    trial.metadata[GROUP]["ADDED"] = "new"
+    group = trial.metadata[GROUP]
+    assert (group["COUNT"], group["ADDED"], "ADDED" in group, "ADDE" in group) == (
+        4, "new", True, False,
+    )  # fmt: skip
+    assert (GROUP in trial.metadata, GROUP[:-1] in trial.metadata) == (True, False)
+    del group["ADDED"]
+    assert "ADDED" not in group
+
+
+@pytest.mark.parametrize("name", [None, 3, ("a",), "", "/", f"{GROUP}/", "\0", "\ud800", "A\0B"])
+def test_no_group_and_no_entry_is_called_so(trial: Trial, name: Any) -> None:
+    assert name not in trial.metadata
+    assert name not in trial.metadata[GROUP]
+    with pytest.raises(KeyError):
+        trial.metadata[name]
 
 
 def test_a_dictionary_makes_a_group(trial: Trial) -> None:
