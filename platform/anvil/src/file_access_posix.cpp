@@ -30,9 +30,11 @@ struct ::stat about(const file_handle& file) {
     return result;
 }
 
-void make_private(const file_handle& file) noexcept {
-    // Where this fails the file system has no permissions to set; keep_permissions compares them.
-    static_cast<void>(::fchmod(descriptor_of(file), S_IRUSR | S_IWUSR));
+/// A file system that has permissions of its own gives `file` what it gave to the old one.
+void make_private(const struct ::stat& old, const file_handle& file) {
+    const auto cause = ::fchmod(descriptor_of(file), S_IRUSR | S_IWUSR) == 0 ? EPERM : errno;
+    if ((about(file).st_mode & (S_IRWXG | S_IRWXO) & ~old.st_mode) != 0)
+        throw_error(cause);
 }
 
 void keep_group(const struct ::stat& old, const file_handle& file) {
@@ -82,7 +84,7 @@ template <typename Step> void keep(kept_part part, const Step& step) {
 /// marks.
 void keep_all(const file_handle& old, const file_handle& file) {
     const auto wanted = about(old);
-    make_private(file);
+    keep(kept_part::permissions, [&] { make_private(wanted, file); });
     keep(kept_part::attribute, [&] { copy_attributes(old, file); });
     keep(kept_part::group, [&] { keep_group(wanted, file); });
     keep(kept_part::owner, [&] { keep_owner(wanted, file); });

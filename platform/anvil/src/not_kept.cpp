@@ -39,11 +39,21 @@ class not_kept_category final : public std::error_category {
     }
 };
 
+const not_kept_category& category() noexcept {
+    static const not_kept_category the_category;
+    return the_category;
+}
+
 } // namespace
 
 std::error_code not_kept(kept_part part, int cause) noexcept {
-    static const not_kept_category category;
-    return {static_cast<int>(part) * causes + cause, category};
+    return {static_cast<int>(part) * causes + cause, category()};
+}
+
+std::error_code cause_of(std::error_code failure) noexcept {
+    if (failure.category() != category())
+        return failure;
+    return {failure.value() % causes, std::system_category()};
 }
 
 } // namespace anvil

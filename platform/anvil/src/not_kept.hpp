@@ -17,4 +17,7 @@ enum class kept_part {
 /// system's own. Its message names both; it compares equal to what the cause compares equal to.
 [[nodiscard]] std::error_code not_kept(kept_part part, int cause) noexcept;
 
+/// The cause alone of an error of not_kept; any other error as it is.
+[[nodiscard]] std::error_code cause_of(std::error_code failure) noexcept;
+
 } // namespace anvil

@@ -35,14 +35,17 @@ class write_file {
     [[nodiscard]] io_result write_bytes(std::span<const std::byte> bytes) noexcept;
     /// Brings what was written to the medium and gives the file the destination's rights and name.
     [[nodiscard]] std::error_code replace_destination() noexcept;
+    [[nodiscard]] std::error_code settle_access() noexcept;
     void remove_temporary() noexcept;
 
     file_handle file_;
     /// The file to be replaced, where its rights have to be copied; else not open.
     file_handle old_;
     std::filesystem::path destination_;
-    std::filesystem::path temporary_; ///< what is written so far; empty when there is nothing
-    std::error_code failure_;         ///< of the first write that failed
+    std::filesystem::path temporary_;  ///< what is written so far; empty while it has no name
+    std::filesystem::path later_name_; ///< of what is written, where it gets one in the end alone
+    std::filesystem::path sample_;     ///< the name for a file that shows what rights new ones get
+    std::error_code failure_;          ///< of the first write that failed
 };
 
 } // namespace anvil

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/anvil/src/file_handle_windows.hpp"
+#include "platform/anvil/src/left_overs.hpp"
 #include "platform/anvil/src/temporary_name.hpp"
 
 namespace anvil {
@@ -33,6 +34,7 @@ std::error_code write_file::open(const std::filesystem::path& path) {
     if (old.is_open() ? GetFileType(handle_of(old)) != FILE_TYPE_DISK
                       : GetLastError() != ERROR_FILE_NOT_FOUND)
         return old.is_open() ? std::make_error_code(std::errc::invalid_argument) : last_error();
+    remove_left_overs(destination_);
     do {
         temporary_ = temporary_name(destination_);
         file_ = open_to_write(temporary_, GENERIC_WRITE, CREATE_NEW);

@@ -5,11 +5,14 @@
 //     MOX_FAULT_CALL     the name of one of the functions at the end of this file
 //     MOX_FAULT_NUMBER   the call that fails, from 1; "every"
 //     MOX_FAULT_KIND     a number: errno; "half": write some of the bytes; "zero": do nothing and
-//                        give 0; "kill": end the process; "vanish": the folder gets another name
+//                        give 0; "kill": end the process; "stop": halt it until somebody continues
+//                        it; "vanish": the folder gets another name
+//     MOX_FAULT_NAMED    set: the system has no files without a name
 
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +20,8 @@
 #include <string_view>
 
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <sys/xattr.h>
@@ -69,6 +74,8 @@ void move_folder_away() {
 bool is_refused(const std::string& kind) {
     if (kind == "kill")
         ::raise(SIGKILL);
+    if (kind == "stop")
+        ::raise(SIGSTOP);
     if (kind == "vanish")
         move_folder_away();
     errno = std::atoi(kind.c_str());
@@ -129,6 +136,33 @@ FAULT_EXPORT int fsetxattr(int descriptor, const char* name, const void* value, 
 
 FAULT_EXPORT int fremovexattr(int descriptor, const char* name) {
     return pass_on<int>("fremovexattr", descriptor, name);
+}
+
+FAULT_EXPORT int flock(int descriptor, int operation) {
+    return pass_on<int>("flock", descriptor, operation);
+}
+
+FAULT_EXPORT int open(const char* path, int flags, ...) {
+    static auto* const real = next<int(const char*, int, ...)>("open");
+    std::va_list arguments;
+    va_start(arguments, flags);
+    // Given with these two flags alone; else it is not looked at.
+    const auto permissions =
+        (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : mode_t{0};
+    va_end(arguments);
+    if ((flags & O_TMPFILE) == O_TMPFILE && std::getenv("MOX_FAULT_NAMED")) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    return real(path, flags, permissions);
+}
+
+FAULT_EXPORT int linkat(int old_folder, const char* old_name, int folder, const char* name,
+                        int flags) {
+    static auto* const real = next<int(int, const char*, int, const char*, int)>("linkat");
+    if (is_refused(fault_of("linkat", name)))
+        return -1;
+    return real(old_folder, old_name, folder, name, flags);
 }
 
 FAULT_EXPORT int rename(const char* old_name, const char* new_name) {

@@ -30,26 +30,39 @@ class Target:
 
     source: Path
     path: Path
+    #: Whether the system has no files without a name.
+    named: bool = False
 
     @property
     def folder(self) -> Path:
         return self.path.parent
 
     def start(self, faults: list[Any], **options: Any) -> subprocess.CompletedProcess[str]:
-        task = {"source": str(self.source), "destination": str(self.path), "faults": faults}
-        loaded_before = os.environ.get("LD_PRELOAD")
         return subprocess.run(
-            [sys.executable, PROGRAM, json.dumps(task | options)],
-            env={
-                **os.environ,
-                "PYTHONPATH": os.pathsep.join(filter(None, sys.path)),
-                "LD_PRELOAD": ":".join(filter(None, [loaded_before, str(SHIM)])),
-            },
+            **self._program(faults, options),
             capture_output=True,
-            text=True,
             timeout=120,
             check=False,
         )
+
+    def begin(self, *fault: Any) -> subprocess.Popen[str]:
+        """The process that writes, for faults at which it halts."""
+        return subprocess.Popen(**self._program([fault], {}), stdout=subprocess.PIPE)
+
+    def _program(self, faults: list[Any], options: dict[str, Any]) -> dict[str, Any]:
+        task = {"source": str(self.source), "destination": str(self.path), "faults": faults}
+        loaded_before = os.environ.get("LD_PRELOAD")
+        named = {"MOX_FAULT_NAMED": "1"} if self.named else {}
+        return {
+            "args": [sys.executable, PROGRAM, json.dumps(task | options)],
+            "env": {
+                **os.environ,
+                **named,
+                "PYTHONPATH": os.pathsep.join(filter(None, sys.path)),
+                "LD_PRELOAD": ":".join(filter(None, [loaded_before, str(SHIM)])),
+            },
+            "text": True,
+        }
 
     def attempts(self, faults: list[Any], **options: Any) -> list[dict[str, Any]]:
         finished = self.start(faults, **options)

@@ -34,15 +34,20 @@ pytestmark = needs_faults
 source = pytest.fixture(several_writes, scope="module")
 
 
-@pytest.fixture
-def target(source: Path) -> Iterator[Target]:
+# Systems with files that have no name until they are complete, and those without.
+both_systems = pytest.fixture(params=[False, True], ids=["unnamed", "named"])
+
+
+@both_systems
+def target(source: Path, request: pytest.FixtureRequest) -> Iterator[Target]:
     """The old file is one's own and has nothing but permissions."""
     for folder in laboratory_folder():
-        yield Target(source, old_file(folder, OWNER, mode=0o640, content=OLD))
+        old = old_file(folder, OWNER, mode=0o640, content=OLD)
+        yield Target(source, old, named=request.param)
 
 
-@pytest.fixture
-def guarded(source: Path) -> Iterator[Target]:
+@both_systems
+def guarded(source: Path, request: pytest.FixtureRequest) -> Iterator[Target]:
     """Of the old file everything has to be set: attribute, group, owner, list and permissions.
 
     In this order: the folder gives new files another list.
@@ -52,7 +57,7 @@ def guarded(source: Path) -> Iterator[Target]:
         set_attribute(path, "user.session", b"2024-05-17")
         set_access_list(path, f"u::rw u:{BOB.user}:r g::- m::rw o::-")
         set_list_for_new_files(folder, f"u::rwx u:{STRANGER.user}:rwx g::rwx m::rwx o::rwx")
-        yield Target(source, path)
+        yield Target(source, path, named=request.param)
 
 
 STEPS = [
@@ -72,12 +77,18 @@ def test_at_no_step_anybody_has_more_than_in_the_end(guarded: Target, step: list
     old = [set(person.may(guarded.path)) for person in people]
     assert old == [{"r", "w"}, {"r"}, set(), set()]
     assert guarded.start([[*step, "kill"]]).returncode == -signal.SIGKILL
-    (unfinished,) = guarded.folder.glob(".*.part")
-    new = [set(person.may(unfinished)) for person in people]
-    assert all(after <= before for before, after in zip(old, new, strict=True)), new
+    left = list(guarded.folder.glob(".*.part"))
+    assert len(left) == (guarded.named or step[0] == "rename")
+    for unfinished in left:
+        new = [set(person.may(unfinished)) for person in people]
+        assert all(after <= before for before, after in zip(old, new, strict=True)), new
 
 
-def test_what_is_not_finished_is_its_writers_alone(target: Target):
+@pytest.mark.parametrize("has_old", [True, False])
+def test_what_is_not_finished_is_its_writers_alone(target: Target, has_old: bool):
+    target.named = True
+    if not has_old:
+        target.path.unlink()
     assert target.start([["write", 2, "kill"]]).returncode == -signal.SIGKILL
     (unfinished,) = target.folder.glob(".*.part")
     assert unfinished.stat().st_mode & 0o7777 == 0o600
@@ -144,6 +155,16 @@ def test_permissions_that_are_right_need_not_be_set(target: Target, kind: Any):
     answer = target.attempt("fchmod", "every", kind)
     assert answer["error"] is None
     assert target.path.stat().st_mode & 0o7777 == 0o600
+
+
+@pytest.mark.parametrize("kind", [errno.EPERM, "zero"])
+def test_a_new_file_that_does_not_get_its_permissions_is_no_file(target: Target, kind: Any):
+    target.path.unlink()
+    answer = target.attempt("fchmod", "every", kind)
+    assert answer["error"] == (
+        "Export to c3d failed : The file could not be completed: Operation not permitted"
+    )
+    assert answer["files"] == {}
 
 
 @pytest.mark.parametrize("kind", [errno.EPERM, "zero"])

@@ -16,10 +16,11 @@ enum io_mode : int {
 
 /// A file as a device. Closed on destruction.
 ///
-/// What is written goes into a file of another name in the same folder, which is the writer's alone
-/// where there is an old file. commit() puts it in the place of `path` in one step; until then, and
-/// when the process dies, the old file is what it was. Closing without commit() drops what was
-/// written.
+/// What is written goes into a file of the same folder that is the writer's alone. It has no name
+/// where the system has such files, else one of its own. commit() puts it in the place of `path` in
+/// one step; until then, and when the process dies, the old file is what it was. Closing without
+/// commit() drops what was written. What a process that died left under a name goes when the same
+/// file is next opened for writing, unless the file system has no locks.
 ///
 /// The new file has the group, permissions, access lists and extended attributes of the file that
 /// was there, and its owner where the system allows; where it has less than all of that nothing is
