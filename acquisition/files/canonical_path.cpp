@@ -5,7 +5,7 @@
 #include <anvil/path_text.hpp>
 #include <fmt/format.h>
 
-#include "store/swig_error.hpp"
+#include "acquisition/files/open_failure.hpp"
 
 namespace mox {
 
@@ -21,12 +21,17 @@ bool starts_with_drive(std::string_view path) {
 std::filesystem::path canonical_path(const std::string& name) {
     const auto path = anvil::path_from_text(name);
     std::error_code failure;
-    if (name.find('\0') != std::string::npos || !std::filesystem::exists(path, failure))
-        throw_runtime_error(fmt::format("The filename '{}' does not exist", name));
+    const bool has_nul = name.find('\0') != std::string::npos;
+    const bool exists = !has_nul && std::filesystem::exists(path, failure);
     const auto canonical = std::filesystem::canonical(path, failure);
+    if (has_nul)
+        failure = std::make_error_code(std::errc::invalid_argument);
+    if (!exists)
+        throw_open_failure(fmt::format("The filename '{}' does not exist", name), failure);
     if (failure)
-        throw_runtime_error(
-            fmt::format("Error when retrieving the canonical path for the filename '{}'", name));
+        throw_open_failure(
+            fmt::format("Error when retrieving the canonical path for the filename '{}'", name),
+            failure);
     return anvil::path_from_text(without_long_path_prefix(anvil::text_of_path(canonical)));
 }
 

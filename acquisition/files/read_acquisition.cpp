@@ -11,8 +11,8 @@
 #include "acquisition/files/canonical_path.hpp"
 #include "acquisition/files/file_argument.hpp"
 #include "acquisition/files/import_acquisition.hpp"
+#include "acquisition/files/open_failure.hpp"
 #include "store/interpreter_release.hpp"
-#include "store/swig_error.hpp"
 
 namespace mox::reading {
 
@@ -22,7 +22,8 @@ strata::data_store read_acquisition(PyObject* path) {
     anvil::io_file file;
     file.open(canonical_path(name), anvil::io_read);
     if (!file.is_open())
-        throw_runtime_error(fmt::format("Impossible to open in read mode the file '{}'", name));
+        throw_open_failure(fmt::format("Impossible to open in read mode the file '{}'", name),
+                           file.failure());
 
     auto [accepted, status, acquisition] = import_acquisition(file, anvil::path_from_text(name));
     if (!status)

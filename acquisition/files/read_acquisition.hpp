@@ -10,6 +10,7 @@
 // | source_record      | what the store keeps of the file that was read       |
 // | file_form          | storage and processor, as scripts name them          |
 // | os_failure         | why the system refused                               |
+// | open_failure       | the same for the log, where a text is laid down      |
 // | post_import        | what an importer left becomes what functions rely on |
 // | write_acquisition  | an acquisition becomes a file                        |
 // | export_acquisition | an acquisition through the exporter                  |
@@ -27,7 +28,8 @@ namespace mox::reading {
 
 /// A new acquisition with the content of the file that `path`, a str, names. The importer is chosen
 /// by the file's content. TypeError when `path` is not a str; RuntimeError when there is no such
-/// file, it cannot be opened, or the importer fails. Other threads run Python meanwhile.
+/// file, it cannot be opened or read, or the importer fails; the log says why it was not opened.
+/// Other threads run Python meanwhile.
 [[nodiscard]] strata::data_store read_acquisition(PyObject* path);
 
 } // namespace mox::reading

@@ -8,6 +8,7 @@
 
 #include "acquisition/files/export_acquisition.hpp"
 #include "acquisition/files/file_argument.hpp"
+#include "acquisition/files/open_failure.hpp"
 #include "store/swig_error.hpp"
 
 namespace mox::writing {
@@ -17,11 +18,14 @@ namespace {
 anvil::status export_to_file(const std::filesystem::path& path, const strata::data_group& root) {
     anvil::io_file file;
     // The system would take a name with NUL for the part before it.
-    if (path.native().find('\0') == std::filesystem::path::string_type::npos)
+    const bool has_nul = path.native().find('\0') != std::filesystem::path::string_type::npos;
+    if (!has_nul)
         file.open(path, anvil::io_write);
     if (!file.is_open()) {
-        throw_runtime_error(fmt::format("Export to c3d failed, could not create file at: {}",
-                                        anvil::text_of_path(path)));
+        throw_open_failure(fmt::format("Export to c3d failed, could not create file at: {}",
+                                       anvil::text_of_path(path)),
+                           has_nul ? std::make_error_code(std::errc::invalid_argument)
+                                   : file.failure());
     }
     return export_to(file, root);
 }

@@ -75,6 +75,15 @@ TEST_F(Offers, ForeignFileIsAcceptedByNobody) {
               "No importer accepts the file 'memory.dat'");
 }
 
+TEST_F(Offers, DeviceThatCannotBeReadIsNoForeignFile) {
+    memory_device device{"BBBB"};
+    device.read_failure = std::make_error_code(std::errc::io_error);
+    data_importer importer(&device, "");
+    EXPECT_FALSE(importer.is_accepted());
+    EXPECT_EQ(text(importer.read(store_.root())),
+              "'memory.dat': byte 0: reading failed: " + device.read_failure.message());
+}
+
 TEST_F(Offers, ThrowingImporterFails) {
     memory_device device{"THRO"};
     EXPECT_EQ(text(data_importer(&device, "").read(store_.root())),

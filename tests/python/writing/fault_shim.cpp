@@ -111,6 +111,10 @@ FAULT_EXPORT ssize_t write(int descriptor, const void* bytes, std::size_t count)
     return real(descriptor, bytes, kind == "half" ? (count + 1) / 2 : count);
 }
 
+FAULT_EXPORT ssize_t pread(int descriptor, void* bytes, std::size_t count, off_t offset) {
+    return pass_on<ssize_t>("pread", descriptor, bytes, count, offset);
+}
+
 FAULT_EXPORT int fsync(int descriptor) { return pass_on<int>("fsync", descriptor); }
 
 FAULT_EXPORT int fchmod(int descriptor, mode_t permissions) {

@@ -9,6 +9,7 @@
 
 #include "platform/strata/src/plugins/guarded_call.hpp"
 #include "platform/strata/src/plugins/plugin_catalog.hpp"
+#include "platform/strata/src/plugins/watched_device.hpp"
 
 namespace strata {
 
@@ -26,6 +27,12 @@ bool accepts(const importer& offer, const std::string& id, anvil::io_device& dev
         anvil::log_line(*get_strata_logger(), anvil::log_level::error, text);
         return false;
     }
+}
+
+anvil::status unreadable(const detail::watched_device& device) {
+    return anvil::status::failure("'" + device.name() + "': byte " +
+                                  std::to_string(device.failure_offset()) +
+                                  ": reading failed: " + device.failure().message());
 }
 
 anvil::status no_importer(const std::string& id, const anvil::io_device& device) {
@@ -47,8 +54,14 @@ data_importer::data_importer(anvil::io_device* device, const std::string& plugin
         importer_ = plugin_catalog::instance().find_offer<importer>(plugin_id_);
         return;
     }
+    detail::watched_device watched(*device_);
     for (auto& [id, offer] : plugin_catalog::instance().all_offers<importer>()) {
-        if (!accepts(*offer, id, *device_))
+        const bool is_accepted = accepts(*offer, id, watched);
+        if (watched.failure()) {
+            unreadable_ = unreadable(watched);
+            return;
+        }
+        if (!is_accepted)
             continue;
         importer_ = std::move(offer);
         plugin_id_ = std::move(id);
@@ -61,6 +74,8 @@ data_importer::~data_importer() = default;
 anvil::status data_importer::read(data_group target) {
     if (!device_)
         return anvil::status::failure("There is no device to read from");
+    if (!unreadable_)
+        return unreadable_;
     if (!importer_)
         return no_importer(plugin_id_, *device_);
     return detail::guarded_call("The importer '" + plugin_id_ + "'",

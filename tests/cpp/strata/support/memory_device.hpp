@@ -18,6 +18,8 @@ class memory_device final : public anvil::io_device {
     [[nodiscard]] std::uint64_t size() const noexcept override { return content_.size(); }
     [[nodiscard]] anvil::io_result read_at(std::uint64_t offset,
                                            std::span<std::byte> buffer) noexcept override {
+        if (read_failure)
+            return {.bytes = 0, .error = read_failure};
         if (offset >= content_.size())
             return {};
         const auto bytes = std::min<std::size_t>(buffer.size(), content_.size() - offset);
@@ -37,6 +39,7 @@ class memory_device final : public anvil::io_device {
     std::string written;
     int commits = 0;
     std::error_code commit_failure;
+    std::error_code read_failure;
 
   private:
     std::string content_;
