@@ -1,11 +1,13 @@
 #include "platform/anvil/src/log_file.hpp"
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/anvil/src/private_file_posix.hpp"
 #include "platform/anvil/src/regular_file_posix.hpp"
 
 namespace anvil {
@@ -37,6 +39,15 @@ class rotation_lock {
     int error_;
 };
 
+/// Lines name files, and those may be called by the names of patients.
+void close_to_others(const file_handle& file, const std::filesystem::path& path,
+                     const std::filesystem::path& former_path) {
+    make_private(file);
+    make_private(open_regular_file(former_path, O_WRONLY));
+    const std::array names{path.filename(), former_path.filename()};
+    make_folder_private(path.parent_path(), names);
+}
+
 } // namespace
 
 void empty_log_file(const std::filesystem::path& path) noexcept {
@@ -52,17 +63,20 @@ log_file::log_file(std::filesystem::path path) : path_{std::move(path)}, former_
 
 bool log_file::open() noexcept {
     constexpr int flags = O_WRONLY | O_APPEND | O_CREAT;
-    file_ = open_regular_file(path_, flags);
-    if (!file_.is_open() && errno == ENOENT) {
-        try {
-            std::error_code error;
-            std::filesystem::create_directories(path_.parent_path(), error);
-        } catch (...) {
-            return false; // out of memory
+    constexpr ::mode_t permissions = S_IRUSR | S_IWUSR;
+    try {
+        file_ = open_regular_file(path_, flags, permissions);
+        if (!file_.is_open() && errno == ENOENT) {
+            make_private_folders(path_.parent_path());
+            file_ = open_regular_file(path_, flags, permissions);
         }
-        file_ = open_regular_file(path_, flags);
+        if (file_.is_open())
+            close_to_others(file_, path_, former_path_);
+        return is_open();
+    } catch (...) {
+        close();
+        return false; // out of memory
     }
-    return is_open();
 }
 
 std::optional<std::uint64_t> log_file::size() const noexcept {

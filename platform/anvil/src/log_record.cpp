@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "platform/anvil/src/escaped_text.hpp"
+
 namespace anvil {
 
 namespace {
@@ -33,26 +35,6 @@ std::string utc_text(std::chrono::system_clock::time_point time) {
     return text.data();
 }
 
-bool is_control(char c) noexcept {
-    return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
-}
-
-void append_on_one_line(std::string& line, std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (const char c : text) {
-        if (c == '\n') {
-            line += "\\n";
-        } else if (c == '\r') {
-            line += "\\r";
-        } else if (is_control(c)) {
-            const auto code = static_cast<unsigned char>(c);
-            line += {'\\', 'x', digits[code >> 4], digits[code & 0xf]};
-        } else {
-            line += c;
-        }
-    }
-}
-
 } // namespace
 
 void append_log_record(std::string& lines, std::chrono::system_clock::time_point time,
@@ -61,11 +43,11 @@ void append_log_record(std::string& lines, std::chrono::system_clock::time_point
     line += " [";
     line += name_of(message.level);
     line += "] [";
-    append_on_one_line(line, message.logger_name);
+    append_escaped(line, message.logger_name);
     line += "] [";
     line += std::to_string(process);
     line += "] ";
-    append_on_one_line(line, message.text);
+    append_escaped(line, message.text);
     line += '\n';
     lines += line;
 }

@@ -19,6 +19,13 @@ std::string record(log_level level, std::string_view text) {
     return lines;
 }
 
+/// What becomes of the text of a line.
+std::string text_of(std::string_view text) {
+    const auto line = record(log_level::info, text);
+    const std::string_view start = "2026-01-31T12:34:56.789Z [info] [gait] [4711] ";
+    return line.substr(start.size(), line.size() - start.size() - 1);
+}
+
 TEST(LogRecord, TellsTimeLevelLoggerProcessAndText) {
     EXPECT_EQ(record(log_level::info, "Walking."),
               "2026-01-31T12:34:56.789Z [info] [gait] [4711] Walking.\n");
@@ -51,9 +58,36 @@ TEST(LogRecord, ControlCharactersOfTheTextDoNotReachTheFile) {
               "a\\nb\\r\\nc\td\\x1B[0m\\x00\\x7F\n");
 }
 
-TEST(LogRecord, PathsAndOtherAlphabetsAreLeftAsTheyAre) {
-    EXPECT_EQ(record(log_level::info, R"(C:\new\runs\märz)"),
-              "2026-01-31T12:34:56.789Z [info] [gait] [4711] C:\\new\\runs\\m\xc3\xa4rz\n");
+TEST(LogRecord, OtherAlphabetsAreLeftAsTheyAre) {
+    EXPECT_EQ(text_of("m\xc3\xa4rz \xe6\xad\xa9 \xf0\x9f\x9a\xb6 \xd7\xa9"),
+              "m\xc3\xa4rz \xe6\xad\xa9 \xf0\x9f\x9a\xb6 \xd7\xa9");
+}
+
+TEST(LogRecord, WhatIsEscapedIsToldFromWhatLooksLikeIt) {
+    EXPECT_EQ(text_of(R"(C:\new\runs)"), R"(C:\\new\\runs)");
+    EXPECT_EQ(text_of("\x1b \\x1B"), R"(\x1B \\x1B)");
+}
+
+TEST(LogRecord, ControlCharactersBeyondAsciiDoNotReachTheFile) {
+    // U+0080, U+0085 (next line), U+009B (which starts commands to a terminal), U+009F; not U+00A0.
+    EXPECT_EQ(text_of("\xc2\x80\xc2\x85\xc2\x9b\xc2\x9f\xc2\xa0"),
+              "\\u0080\\u0085\\u009B\\u009F\xc2\xa0");
+    // U+2028 and U+2029, at which editors end a line.
+    EXPECT_EQ(text_of("\xe2\x80\xa8\xe2\x80\xa9"), "\\u2028\\u2029");
+}
+
+TEST(LogRecord, MarksOfTheDirectionOfWritingDoNotReachTheFile) {
+    EXPECT_EQ(text_of("\xd8\x9c \xe2\x80\x8e \xe2\x80\x8f"), R"(\u061C \u200E \u200F)");
+    EXPECT_EQ(text_of("\xe2\x80\xaa \xe2\x80\xae"), R"(\u202A \u202E)");
+    EXPECT_EQ(text_of("\xe2\x81\xa6 \xe2\x81\xa9"), R"(\u2066 \u2069)");
+    EXPECT_EQ(text_of("\xe2\x80\x8d \xe2\x81\xaa"), "\xe2\x80\x8d \xe2\x81\xaa");
+}
+
+TEST(LogRecord, BytesThatAreNoTextStayUnlessATerminalObeysThem) {
+    EXPECT_EQ(text_of("a\xff\xe4z"), "a\xff\xe4z");
+    EXPECT_EQ(text_of("\x9b\x31m"), "\\x9B1m");
+    EXPECT_EQ(text_of("\xe2\x80"), "\xe2\\x80");                             // cut short
+    EXPECT_EQ(text_of("\xc0\x8a \xe0\x82\x85"), "\xc0\\x8A \xe0\\x82\\x85"); // longer than need be
 }
 
 TEST(LogRecord, FollowsWhatIsThereAlready) {

@@ -10,6 +10,8 @@ import _mox_probe
 import pytest
 from support.log_file import lines_of
 from support.package_copy import PackageCopy
+from support.systems import posix
+from writing.people import ALICE, LABORATORY, needs_root
 
 IMPORT = "import _moxPY"
 
@@ -91,6 +93,72 @@ def test_the_folder_is_chosen_once(package: PackageCopy):
         "import os, _moxPY; os.environ['ORVANE_STATE_DIR'] = '/nowhere'; _moxPY.unload()"
     )
     assert package.log() == [*package.start_lines, "[info] [tidepool] Plugins unloaded."]
+
+
+def mode_of(path: Path) -> int:
+    return path.stat().st_mode & 0o7777
+
+
+@posix
+def test_the_log_is_its_users_alone(package: PackageCopy):
+    before = os.umask(0)
+    try:
+        package.output_of(IMPORT, ORVANE_STATE_DIR=None, XDG_STATE_HOME=str(package.folder / "xdg"))
+    finally:
+        os.umask(before)
+    for name in ("xdg", "xdg/Tarvex", "xdg/Tarvex/Orvane"):
+        assert mode_of(package.folder / name) == 0o700
+    assert mode_of(package.folder / "xdg/Tarvex/Orvane/trace.log") == 0o600
+
+
+@posix
+def test_a_log_that_was_open_to_others_is_closed(package: PackageCopy):
+    package.state.mkdir()
+    package.state.chmod(0o755)
+    for name in ("trace.log", "trace.log.1"):
+        (package.state / name).touch()
+        (package.state / name).chmod(0o644)
+    package.output_of(IMPORT)
+    assert package.log() == package.start_lines
+    assert mode_of(package.state) == 0o700
+    assert [mode_of(path) for path in package.state.iterdir()] == [0o600, 0o600]
+
+
+@posix
+def test_a_folder_with_other_files_in_it_stays_open_to_others(package: PackageCopy):
+    (package.state / "notes").mkdir(parents=True)
+    package.state.chmod(0o755)
+    package.output_of(IMPORT)
+    assert package.log() == package.start_lines
+    assert mode_of(package.state) == 0o755
+    assert mode_of(package.state / "trace.log") == 0o600
+
+
+@needs_root
+def test_the_rights_of_somebody_elses_log_stay(package: PackageCopy):
+    package.state.mkdir()
+    (package.state / "trace.log").touch()
+    (package.state / "trace.log").chmod(0o666)
+    os.chown(package.state / "trace.log", ALICE.user, LABORATORY)
+    package.output_of(IMPORT)
+    assert package.log() == package.start_lines
+    assert mode_of(package.state / "trace.log") == 0o666
+
+
+@posix
+def test_a_name_cannot_forge_a_line_or_its_look(package: PackageCopy):
+    name = "a\u202eb\u2028c\x85d\x9b2Je\\x1B\x1b.c3d"
+    code = f"""
+import _moxPY
+try:
+    _moxPY.moxReadAcquisition({name!r})
+except RuntimeError:
+    pass
+"""
+    package.output_of(code)
+    line = (package.state / "trace.log").read_bytes().decode("ascii").splitlines()[-1]
+    shown = r"a\u202Eb\u2028c\u0085d\u009B2Je\\x1B\x1B.c3d"
+    assert line.endswith(f"The filename '{shown}' does not exist: No such file or directory")
 
 
 FORK = """

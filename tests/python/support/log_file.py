@@ -15,8 +15,12 @@ LINE = re.compile(
 
 
 def lines_of(path: Path) -> list[str]:
-    """The lines of a log file without time and process: "[info] [tidepool] text"."""
-    lines = path.read_text(encoding="utf-8", errors="surrogateescape").splitlines()
+    """The lines of a log file without time and process: "[info] [tidepool] text".
+
+    A backslash, which the file has twice, is there once.
+    """
+    text = path.read_text(encoding="utf-8", errors="surrogateescape")
+    lines = text.replace("\\\\", "\\").splitlines()
     parts = [LINE.fullmatch(line) for line in lines]
     assert all(parts), lines
     return [f"{part['shown']} {part['text']}" for part in parts if part]
