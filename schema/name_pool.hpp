@@ -5,6 +5,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include <strata/access/name_hash.hpp>
+
 namespace schema {
 
 /// Names of which no two may be equal: a name that is taken already gets a number behind it.
@@ -23,8 +25,14 @@ class name_pool {
     std::string take_numbered(const std::string& base, std::size_t first = 2);
 
   private:
-    std::unordered_set<std::string> taken_;
-    std::unordered_map<std::string, std::size_t> next_; // number to try next, by base
+    /// The library's own hash has the same key everywhere.
+    struct keyed_hash {
+        std::size_t operator()(const std::string& name) const noexcept {
+            return strata::name_hash(name);
+        }
+    };
+    std::unordered_set<std::string, keyed_hash> taken_;
+    std::unordered_map<std::string, std::size_t, keyed_hash> next_; // number to try next, by base
 };
 
 } // namespace schema

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <strata/access/name_hash.hpp>
 #include <strata/data_store.hpp>
 
 #include "module/function_row.hpp"
@@ -35,6 +36,11 @@ py_ref stored_elements(const Source& source, const strata::data_shape& shape) {
     if (shape.element_count() != 0 && !source.read_value(PyArray_DATA(array.array()), type))
         return py_ref::none();
     return array;
+}
+
+/// A text, since no number of this kind is returned by any function.
+py_ref hash_of_name(const std::string& name) {
+    return python_from(std::to_string(strata::name_hash(name)));
 }
 
 py_ref type_number(strata::data_type type) { return python_from(static_cast<std::int32_t>(type)); }
@@ -124,6 +130,7 @@ void delete_attribute(strata::data_store store, const std::string& path, const s
 
 std::vector<PyMethodDef> tree_functions() {
     return {
+        function_row<"hash_of_name", &hash_of_name>(),
         function_row<"tree", &tree>(),
         function_row<"list_groups", &list_groups>(),
         function_row<"list_sets", &list_sets>(),

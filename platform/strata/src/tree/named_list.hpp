@@ -29,7 +29,7 @@ template <typename Node> class named_list {
     /// has changed then.
     void add(counted_ptr<Node> node) {
         make_room();
-        const auto hash = name_hash(node->name());
+        const auto hash = node_name_hash(node->name());
         enter(hash, nodes_.size());
         nodes_.push_back(std::move(node));
         ++count_;
@@ -87,7 +87,7 @@ template <typename Node> class named_list {
     [[nodiscard]] std::size_t find_slot(std::string_view name) const noexcept {
         if (count_ == 0)
             return no_slot;
-        const auto hash = name_hash(name);
+        const auto hash = node_name_hash(name);
         const auto mask = table_.size() - 1;
         for (std::size_t i = hash & mask; table_[i].place != 0; i = (i + 1) & mask) {
             if (table_[i].hash != hash)
@@ -119,7 +119,7 @@ template <typename Node> class named_list {
         ++layout_;
         table_ = std::move(table);
         for (std::size_t slot = 0; slot < nodes_.size(); ++slot)
-            enter(name_hash(nodes_[slot]->name()), slot);
+            enter(node_name_hash(nodes_[slot]->name()), slot);
     }
 
     std::vector<counted_ptr<Node>> nodes_; // in order of addition; null where a node was removed

@@ -30,20 +30,53 @@ template <typename Word> [[nodiscard]] inline Word load_word(const char* bytes) 
     return byte(0) | byte(size / 2) << 8U | byte(size - 1) << 16U;
 }
 
-[[nodiscard]] inline std::uint32_t name_hash(std::string_view name) noexcept {
-    constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15; // 2^64 divided by the golden ratio
-    const auto mix = [](std::uint64_t hash, std::uint64_t word) {
-        hash = (hash ^ word) * multiplier;
-        return hash ^ (hash >> 32U);
+/// What hashes depend on besides the name.
+struct name_key {
+    std::uint64_t seed;
+    std::uint64_t multiplier; ///< odd
+};
+
+/// A key that nobody can foretell.
+[[nodiscard]] name_key draw_name_key() noexcept;
+
+/// The key of this process: names come from files, and who makes one must not be able to choose
+/// them so that they all have one hash.
+extern const name_key process_name_key;
+
+/// Both halves of the product, mixed. With a multiplier that nobody knows, no difference between
+/// two words leads to a known difference between two results.
+[[nodiscard]] inline std::uint64_t folded_product(std::uint64_t one, std::uint64_t other) noexcept {
+#ifdef __SIZEOF_INT128__
+    __extension__ using product_type = unsigned __int128;
+    const auto product = static_cast<product_type>(one) * other;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+#else
+    constexpr std::uint64_t half = 0xFFFFFFFF;
+    const auto low = (one & half) * (other & half);
+    const auto left = (one >> 32U) * (other & half) + (low >> 32U);
+    const auto right = (one & half) * (other >> 32U) + (left & half);
+    return (right << 32U | (low & half)) ^
+           ((one >> 32U) * (other >> 32U) + (left >> 32U) + (right >> 32U));
+#endif
+}
+
+[[nodiscard]] inline std::uint32_t name_hash(std::string_view name, const name_key& key) noexcept {
+    const auto mix = [&key](std::uint64_t hash, std::uint64_t word) {
+        return folded_product(hash ^ word, key.multiplier);
     };
     const auto* bytes = name.data();
     const auto size = name.size();
+    auto hash = key.seed ^ size;
     if (size < 8)
-        return static_cast<std::uint32_t>(mix(size, short_name(bytes, size)));
-    std::uint64_t hash = size;
+        return static_cast<std::uint32_t>(mix(hash, short_name(bytes, size)));
     for (std::size_t i = 0; i + 8 < size; i += 8)
         hash = mix(hash, load_word<std::uint64_t>(bytes + i));
     return static_cast<std::uint32_t>(mix(hash, load_word<std::uint64_t>(bytes + size - 8)));
+}
+
+/// The same with the key of this process.
+[[nodiscard]] inline std::uint32_t node_name_hash(std::string_view name) noexcept {
+    return name_hash(name, process_name_key);
 }
 
 [[nodiscard]] inline bool same_name(std::string_view left, std::string_view right) noexcept {
