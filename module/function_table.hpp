@@ -4,6 +4,7 @@
 // |------------------|---------------------------------------------|
 // | module           | start-up                                    |
 // | application      | the one application of the process          |
+// | log_at_exit      | a log that is complete in the end           |
 // | plugin_folder    | where the plugins are                       |
 // | numpy_binding    | NumPy's functions                           |
 // | function_table   | a row for each function                     |

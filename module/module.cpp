@@ -7,6 +7,7 @@
 #include "module/call_failure.hpp"
 #include "module/function_table.hpp"
 #include "module/handle_proxy.hpp"
+#include "module/log_at_exit.hpp"
 #include "module/numpy_binding.hpp"
 #include "module/plugin_folder.hpp"
 #include "module/trial_table.hpp"
@@ -55,6 +56,7 @@ PyMODINIT_FUNC PyInit__moxPY() {
             return nullptr;
         add_trial_functions(module.get());
         start_application();
+        mox::complete_log_at_exit();
         return module.release();
     } catch (...) {
         return mox::raise_caught_exception();

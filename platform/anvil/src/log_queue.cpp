@@ -74,13 +74,13 @@ void log_queue::run() noexcept {
     change_.notify_all();
 }
 
-/// Sees to it that a thread will look at pending_. Where the system has none to give, the caller
-/// writes the lines.
+/// Sees to it that a thread will look at pending_. The caller writes the lines where the system has
+/// none to give, and in a forked process: most of those end without a word to their libraries.
 void log_queue::ensure_thread() noexcept {
     if (thread_is_active_)
         return;
     release_thread();
-    if (other_threads_are_gone())
+    if (other_threads_are_gone() || fork_generation() != 0)
         return write_pending();
     try {
         thread_ = start_background_thread([this] { run(); });

@@ -18,7 +18,8 @@ namespace anvil {
 /// constructor throws.
 ///
 /// The thread lives from a line to the next flush, so that a program that flushes after its lines
-/// is left without a thread and without an open file. A queue belongs to the process that made it:
+/// is left without a thread and without an open file. In a forked process there is none: lines are
+/// written before `take` returns. A queue belongs to the process that made it:
 /// in a forked child it must not be touched, not even destroyed, because its mutex may be locked by
 /// a thread that the child does not have.
 class log_queue {

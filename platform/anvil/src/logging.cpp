@@ -25,11 +25,28 @@ shared_state& shared = *new shared_state;
 
 using state_lock = std::lock_guard<std::mutex>;
 
+std::shared_ptr<log_sink> default_sink() noexcept {
+    const state_lock lock{shared.mutex};
+    return shared.sink;
+}
+
+void flush_default_sink() noexcept {
+    if (const auto sink = default_sink())
+        sink->flush();
+}
+
 /// Made when the library is loaded, hence destroyed after everything that was made by code that
 /// uses the library.
 struct process_hooks {
     process_hooks() {
-        on_fork([] { shared.mutex.lock(); }, [] { shared.mutex.unlock(); });
+        // Drained first: either of the two processes may end without a word to its libraries.
+        on_fork(
+            [] {
+                flush_default_sink();
+                shared.mutex.lock();
+            },
+            [] { shared.mutex.unlock(); });
+        on_quick_exit([] { flush_default_sink(); });
     }
     process_hooks(const process_hooks&) = delete;
     process_hooks& operator=(const process_hooks&) = delete;
@@ -39,11 +56,6 @@ struct process_hooks {
 
 // NOLINTNEXTLINE(bugprone-throwing-static-initialization): as above
 const process_hooks hooks;
-
-std::shared_ptr<log_sink> default_sink() noexcept {
-    const state_lock lock{shared.mutex};
-    return shared.sink;
-}
 
 } // namespace
 
@@ -62,10 +74,7 @@ void log_stream::sink_it(log_level level, const log_msg& message) noexcept {
         sink->sink_it({message.logger_name, level, message.text});
 }
 
-void log_stream::flush() noexcept {
-    if (const auto sink = default_sink())
-        sink->flush();
-}
+void log_stream::flush() noexcept { flush_default_sink(); }
 
 void install_logger_registry(logger_registry* registry) noexcept {
     const state_lock lock{shared.mutex};

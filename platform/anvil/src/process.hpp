@@ -15,6 +15,10 @@ namespace anvil {
 /// a descendant the number of an ancestor that ended. Always 0 where there is no fork.
 [[nodiscard]] std::uint64_t fork_generation() noexcept;
 
+/// Calls `action` when the process ends by quick_exit, which runs no other exit code. Nothing
+/// happens where there is no such thing.
+void on_quick_exit(void (*action)()) noexcept;
+
 /// True once the system has ended every thread but the caller's. Windows does that at the end of a
 /// process, before the exit code of libraries runs; other systems never do.
 [[nodiscard]] bool other_threads_are_gone() noexcept;

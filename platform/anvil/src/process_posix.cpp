@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <pthread.h>
 #include <unistd.h>
 
@@ -49,6 +50,14 @@ std::uint64_t process_id() noexcept { return static_cast<std::uint64_t>(::getpid
 std::uint64_t fork_generation() noexcept { return generation.load(); }
 
 void on_fork(void (*before)(), void (*after)()) noexcept { ::pthread_atfork(before, after, after); }
+
+void on_quick_exit(void (*action)()) noexcept {
+#ifdef __linux__
+    ::at_quick_exit(action);
+#else
+    static_cast<void>(action);
+#endif
+}
 
 bool other_threads_are_gone() noexcept { return false; }
 

@@ -12,6 +12,8 @@ std::uint64_t fork_generation() noexcept { return 0; }
 
 void on_fork(void (*)(), void (*)()) noexcept {}
 
+void on_quick_exit(void (*)()) noexcept {}
+
 bool other_threads_are_gone() noexcept {
     using question = BOOLEAN(NTAPI*)();
     const HMODULE system = GetModuleHandleW(L"ntdll.dll");

@@ -4,6 +4,8 @@ from __future__ import annotations
 
 import os
 import re
+import subprocess
+import sys
 from pathlib import Path
 
 import _mox_probe
@@ -16,6 +18,10 @@ from writing.people import ALICE, LABORATORY, needs_root
 IMPORT = "import _moxPY"
 
 forking = pytest.mark.skipif(not hasattr(os, "fork"), reason="the platform does not fork")
+
+
+def with_probe(package: PackageCopy) -> str:
+    return os.pathsep.join(map(str, [package.folder / "site", Path(_mox_probe.__file__).parent]))
 
 
 def test_a_line_tells_time_severity_logger_and_process(package: PackageCopy):
@@ -80,10 +86,9 @@ def test_a_folder_in_place_of_the_file_does_not_stop_the_import(package: Package
 
 
 def test_lines_are_written_when_the_process_ends(package: PackageCopy):
-    folders = [package.folder / "site", Path(_mox_probe.__file__).parent]
     package.output_of(
         "import _moxPY, _mox_probe; _mox_probe.log_line('last words')",
-        PYTHONPATH=os.pathsep.join(map(str, folders)),
+        PYTHONPATH=with_probe(package),
     )
     assert package.log() == [*package.start_lines, "[info] [strata] last words"]
 
@@ -204,3 +209,77 @@ assert [os.waitpid(child, 0)[1] for child in children] == [0] * 4
 """
     package.output_of(code)
     assert package.log() == package.start_lines + ["[info] [tidepool] Plugins unloaded."] * 125
+
+
+LOG_AND_LEAVE = """
+import ctypes, os, sys, _moxPY, _mox_probe
+for number in range(200):
+    _mox_probe.log_line(str(number))
+{leave}
+"""
+
+
+def lines_from(package: PackageCopy) -> list[str]:
+    """What was logged behind the first lines."""
+    return package.log()[len(package.start_lines) :]
+
+
+NUMBERS = [f"[info] [strata] {number}" for number in range(200)]
+
+
+@forking
+@pytest.mark.parametrize("ending", ["os._exit(0)", "os.kill(os.getpid(), 9)"])
+def test_a_forked_process_loses_no_line_however_it_ends(package: PackageCopy, ending: str):
+    code = """
+import os, _moxPY, _mox_probe
+child = os.fork()
+if child == 0:
+    for number in range(200):
+        _mox_probe.log_line(str(number))
+    ENDING
+os.waitpid(child, 0)
+"""
+    package.output_of(code.replace("ENDING", ending), PYTHONPATH=with_probe(package))
+    assert lines_from(package) == NUMBERS
+
+
+@forking
+def test_lines_before_a_fork_are_written_before_it(package: PackageCopy):
+    for _ in range(5):
+        code = LOG_AND_LEAVE.format(leave="os.fork(); os._exit(0)")
+        package.output_of(code, PYTHONPATH=with_probe(package))
+    assert len([line for line in lines_from(package) if "[strata]" in line]) == 5 * len(NUMBERS)
+
+
+@forking
+@pytest.mark.parametrize("leave", ["ctypes.CDLL(None).quick_exit(0)", "sys.exit(0)"])
+def test_ways_to_end_that_tell_libraries_lose_no_line(package: PackageCopy, leave: str):
+    package.output_of(LOG_AND_LEAVE.format(leave=leave), PYTHONPATH=with_probe(package))
+    assert lines_from(package) == NUMBERS
+
+
+@forking
+@pytest.mark.parametrize("method", ["fork", "forkserver", "spawn"])
+def test_a_worker_loses_no_line(package: PackageCopy, method: str):
+    program = package.folder / "program.py"
+    program.write_text(f"""
+import multiprocessing
+
+def work():
+    import _moxPY, _mox_probe
+    for number in range(200):
+        _mox_probe.log_line(str(number))
+
+if __name__ == "__main__":
+    worker = multiprocessing.get_context({method!r}).Process(target=work)
+    worker.start()
+    worker.join()
+""")
+    subprocess.run(
+        [sys.executable, program],
+        env=os.environ
+        | {"PYTHONPATH": with_probe(package), "ORVANE_STATE_DIR": str(package.state)},
+        check=True,
+        timeout=60,
+    )
+    assert lines_from(package) == NUMBERS

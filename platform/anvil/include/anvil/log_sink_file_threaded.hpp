@@ -17,8 +17,8 @@ namespace anvil {
 /// created with the first line, for the user alone; rights that they have beyond that are taken
 /// from the file, and from a folder that holds nothing else. A file that cannot be written silently
 /// takes no lines and is tried again ten seconds later. The thread starts with a line and ends with
-/// the next flush, which also closes the file. A forked child process goes on logging through a
-/// thread of its own. The destructor drains the queue.
+/// the next flush, which also closes the file. In a forked child process, which mostly ends
+/// without a word to its libraries, lines are written at once. The destructor drains the queue.
 class ANVIL_EXPORT log_sink_file_threaded final : public log_sink {
   public:
     /// Logs to `path` (UTF-8; a relative one starts from the folder that is current now). With
