@@ -8,6 +8,7 @@ from pathlib import Path
 import pytest
 from support.c3d_bytes import c3d_bytes
 from support.package_copy import PackageCopy
+from support.systems import posix
 
 READ = """
 import sys, _moxPY
@@ -69,6 +70,80 @@ def test_a_text_file_is_no_plugin(package: PackageCopy):
     path.write_text("plugins belong here\n")
     package.output_of("import _moxPY")
     assert package.log() == [*package.start_lines, refusal(path, "it is no shared library")]
+
+
+def put_noting_plugin(package: PackageCopy, mode: int, folder_mode: int) -> Path:
+    path = package.add_test_plugin("noting")
+    path.chmod(mode)
+    package.plugins.chmod(folder_mode)
+    return path
+
+
+@posix
+@pytest.mark.parametrize(
+    ("mode", "folder_mode", "reason"),
+    [
+        (0o757, 0o755, "everybody may write to it"),
+        (0o666, 0o755, "everybody may write to it"),
+        (0o755, 0o777, "everybody may write to its folder"),
+        (0o755, 0o1777, "everybody may write to its folder"),
+    ],
+)
+def test_a_plugin_that_everybody_may_change_does_not_run(
+    package: PackageCopy, mode: int, folder_mode: int, reason: str
+):
+    path = put_noting_plugin(package, mode, folder_mode)
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, refusal(path, reason)]
+
+
+@posix
+def test_rights_are_looked_at_before_anything_of_a_file_runs(package: PackageCopy):
+    """A file that could not be loaded anyway: the loader is not asked."""
+    path = package.plugins / "readme.so"
+    path.write_text("plugins belong here\n")
+    path.chmod(0o666)
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, refusal(path, "everybody may write to it")]
+
+
+@posix
+def test_a_link_in_a_folder_of_everybody_is_refused(package: PackageCopy):
+    path = package.add_test_plugin("noting")
+    elsewhere = package.folder / "elsewhere"
+    elsewhere.mkdir()
+    path.rename(elsewhere / path.name)
+    path.symlink_to(elsewhere / path.name)
+    package.output_of("import _moxPY")
+    assert package.log() == [*package.start_lines, NOTED]
+    package.plugins.chmod(0o777)
+    package.output_of("import _moxPY")
+    assert package.log()[-1] == refusal(path, "everybody may write to its folder")
+    package.plugins.chmod(0o755)
+    elsewhere.chmod(0o777)
+    package.output_of("import _moxPY")
+    assert package.log()[-1] == refusal(path, "everybody may write to its folder")
+
+
+@posix
+@pytest.mark.parametrize(
+    ("mode", "folder_mode", "what"),
+    [
+        (0o775, 0o755, "it"),
+        (0o755, 0o775, "its folder"),
+        (0o664, 0o775, "it and its folder"),
+    ],
+)
+def test_a_plugin_that_its_group_may_change_is_named(
+    package: PackageCopy, mode: int, folder_mode: int, what: str
+):
+    path = put_noting_plugin(package, mode, folder_mode)
+    package.output_of("import _moxPY")
+    assert package.log() == [
+        *package.start_lines,
+        f"[warning] [strata] The plugin '{path}' is loaded, but its group may write to {what}",
+        NOTED,
+    ]
 
 
 def test_a_folder_is_offered_like_a_file(package: PackageCopy):

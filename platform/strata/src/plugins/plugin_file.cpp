@@ -5,10 +5,13 @@
 #include <system_error>
 #include <utility>
 
+#include <anvil/logging.hpp>
 #include <anvil/path_text.hpp>
+#include <strata/strata_logger.hpp>
 
 #include "platform/strata/src/plugins/load_failure.hpp"
 #include "platform/strata/src/plugins/plugin_catalog.hpp"
+#include "platform/strata/src/plugins/plugin_rights.hpp"
 #include "platform/strata/src/plugins/registration.hpp"
 
 namespace strata::detail {
@@ -32,6 +35,16 @@ std::filesystem::path find_file(const std::string& path) {
     if (error)
         throw load_failure{error.message()};
     return canonical;
+}
+
+/// Throws load_failure for a place that everybody may change; the log says when a group may.
+void require_trusted(const std::string& path, const std::filesystem::path& place) {
+    const auto changeable = require_trusted_place(place);
+    if (changeable.empty())
+        return;
+    anvil::log_line(*get_strata_logger(), anvil::log_level::warning,
+                    "The plugin '" + path + "' is loaded, but its group may write to " +
+                        changeable);
 }
 
 /// A plugin that lets an exception out of its entry point is not asked what the exception is once
@@ -73,6 +86,12 @@ std::shared_ptr<loaded_plugin> load_plugin_file(const std::string& path) {
     auto file = find_file(path);
     if (auto plugin = catalog.find(file))
         return plugin;
+    // First, because the code of a library runs as soon as it is loaded, before anything is asked
+    // of it. A link to the file counts like the file.
+    const auto given = anvil::path_from_text(path);
+    if (std::filesystem::is_symlink(given))
+        require_trusted(path, given);
+    require_trusted(path, file);
     loaded_library library{file};
     if (auto plugin = catalog.find(library))
         return plugin;
