@@ -45,9 +45,21 @@ def test_every_number_format(tmp_path: Path, processor: str, storage: str) -> No
     np.testing.assert_array_equal(read, values)
 
 
-def test_metadata(trial: mox.Trial) -> None:
-    found: Any = _moxPY.moxFindMetaData(trial, "POINT", "USED")
-    assert found
+@pytest.mark.parametrize(
+    ("group", "name", "format_name", "values"),
+    [
+        ("POINT", "USED", "Integer", 2),
+        ("POINT", "RATE", "Real", 100.0),
+        ("POINT", "UNITS", "Char", "mm"),
+        ("POINT", "LABELS", "Char", ["LASI", "RASI"]),
+        ("ANALOG", "LABELS", "Char", ["Fz1"]),
+    ],
+)
+def test_metadata(
+    trial: mox.Trial, group: str, name: str, format_name: str, values: object
+) -> None:
+    found: Any = _moxPY.moxFindMetaData(trial, group, name)
+    assert (found["info"]["format"], found["info"]["values"]) == (format_name, values)
 
 
 def test_more_frames_than_a_page(tmp_path: Path) -> None:
@@ -62,6 +74,29 @@ def test_bytes_as_source(walk: Path, points: dict[str, np.ndarray]) -> None:
     np.testing.assert_array_equal(read.markers["RASI"].values, points["RASI"])
 
 
+def axes_of(corners: np.ndarray) -> np.ndarray:
+    """The axes of a plate as columns, from its corners as columns."""
+    first, second, third, fourth = corners.T
+    x, y = first + fourth - second - third, first + second - third - fourth
+    x, y = x / np.linalg.norm(x), y / np.linalg.norm(y)
+    return np.column_stack([x, y, np.cross(x, y)])
+
+
 def test_wrenches_of_the_example() -> None:
-    wrenches = _moxPY.moxGetForcePlatformWrenches(mox.read(mox.example()))
-    assert len(wrenches) > 0
+    trial = mox.read(mox.example())
+    plates = _moxPY.moxGetForcePlatforms(trial)[0]
+    wrenches = _moxPY.moxGetForcePlatformWrenches(trial)
+    assert len(plates) == len(wrenches) == 2
+    for number, (plate, wrench) in enumerate(zip(plates, wrenches, strict=True), 1):
+        axes, corners = axes_of(plate["corners"]), plate["corners"]
+        force, moment = (
+            np.column_stack(
+                [np.ravel(trial.analogs[f"{kind}{axis}{number}"].values) for axis in "xyz"]
+            )
+            for kind in "FM"
+        )
+        assert np.abs(force[:, 2]).max() > 500
+        np.testing.assert_allclose(wrench["F"], force @ axes.T, atol=1e-9)
+        np.testing.assert_allclose(wrench["M"], moment @ axes.T, atol=1e-9)
+        place = corners.mean(axis=1) - axes @ plate["origin"]
+        np.testing.assert_allclose(wrench["P"], np.tile(place, (3600, 1)), atol=1e-9)

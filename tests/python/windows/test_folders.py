@@ -22,7 +22,19 @@ def test_the_log_lies_in_the_local_application_data(package: PackageCopy) -> Non
 
 
 def test_without_the_variable_the_system_says_where(package: PackageCopy) -> None:
-    package.output_of("import _moxPY", ORVANE_STATE_DIR=None, LOCALAPPDATA=None)
+    import winreg
+
+    folders = r"Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders"
+    with winreg.OpenKey(winreg.HKEY_CURRENT_USER, folders) as key:
+        local = Path(winreg.QueryValueEx(key, "Local AppData")[0])
+    code = "import os, _moxPY; print(os.getpid())"
+    process = package.output_of(code, ORVANE_STATE_DIR=None, LOCALAPPDATA=None).strip()
+    # The user's own log may hold lines of others.
+    log = (local / "Tarvex" / "Orvane" / "trace.log").read_text(encoding="utf-8")
+    written = [line for line in log.splitlines() if f" [{process}] " in line]
+    assert [line.partition(f" [{process}] ")[2] for line in written[-2:]] == [
+        line.split(" ", 2)[2] for line in package.start_lines
+    ]
 
 
 def test_processes_share_the_log(package: PackageCopy) -> None:
