@@ -35,12 +35,17 @@ def interpreter(version: str, systems: Path = SYSTEMS) -> Path:
     return Path(found.stdout.strip())
 
 
-def include_folder(python: Path) -> Path:
-    question = "import sysconfig; print(sysconfig.get_path('include'))"
+def folder_of(python: Path, kind: str) -> Path:
+    """One of an interpreter's folders, by the name that `sysconfig` has for it."""
+    question = f"import sysconfig; print(sysconfig.get_path({kind!r}))"
     told = subprocess.run(
         [python, "-I", "-c", question], stdout=subprocess.PIPE, text=True, check=True
     )
     return Path(told.stdout.strip())
+
+
+def include_folder(python: Path) -> Path:
+    return folder_of(python, "include")
 
 
 def headers(version: str, systems: Path = SYSTEMS) -> Path:

@@ -1,5 +1,6 @@
-"""A CPython for Windows, for tests: what the standard installer would lay down, less its tools.
+"""CPython for Windows, for tests: what the standard installer would lay down, less its tools.
 
+Usage: python -m systems.windows_python [VERSION]
 Its libraries come from a wheel that carries the standard build along, the standard library and the
 headers from Debian's source of the same version. The program itself is three lines.
 """
@@ -8,25 +9,30 @@ from __future__ import annotations
 
 import shutil
 import subprocess
+import sys
 import tarfile
 import tempfile
 from pathlib import Path
 
 import pefile
+from fetch_python import SUITES
 from private_apt import PrivateApt, machine_mirror
 
+from systems.linux import folder_of, interpreter
 from systems.steps import SYSTEMS, made_once
 from systems.wheels import recipe_of, unpack
 from systems.zig import zig
 
 VERSION = "3.13"
-SUITE = "trixie"
 PLATFORM = "win_amd64"
-# A change of what is done below makes the folder anew.
-RECIPE = "1"
-DLL = f"python{VERSION.replace('.', '')}.dll"
-# Loaded with the program itself; everything else lies in DLLs.
-BESIDE_PROGRAM = {DLL, "VCRUNTIME140.dll", "VCRUNTIME140_1.dll"}
+TARGET = "x86_64-windows-gnu"
+# A change of what is done below makes the folders anew.
+RECIPE = "2"
+# Headers tell of a system in one file alone, which has hardly changed. It is this version's where
+# Debian has no source.
+PYCONFIG_VERSION = "3.11"
+# Loaded with the program itself, besides python3XX.dll; everything else lies in DLLs.
+BESIDE_PROGRAM = {"VCRUNTIME140.dll", "VCRUNTIME140_1.dll"}
 
 # Run at each start of the interpreter.
 CUSTOMIZATION = """\
@@ -42,6 +48,28 @@ PROGRAM = """\
 int wmain(int count, wchar_t** words) { return Py_Main(count, words); }
 """
 
+# Modules for every Python 3 are linked with python3.dll, which passes all on to its version's own.
+# The wheel does without.
+PASSING_ON = "int DllMainCRTStartup(void) { return 1; }\n"
+
+# A library of Windows that Wine 8 has not; what is written in Rust asks it for random numbers.
+RANDOM = """\
+#include <stddef.h>
+unsigned char __stdcall SystemFunction036(void* buffer, unsigned long size);
+__declspec(dllexport) int __stdcall ProcessPrng(unsigned char* buffer, size_t size) {
+    return SystemFunction036(buffer, (unsigned long)size);
+}
+"""
+
+
+def dll_of(version: str) -> str:
+    return f"python{version.replace('.', '')}.dll"
+
+
+def import_library_of(version: str) -> Path:
+    """Where the linker finds it, below the interpreter's folder."""
+    return Path("libs", dll_of(version)).with_suffix(".lib")
+
 
 def is_wanted(library: Path) -> bool:
     """Of the libraries that the wheel carries.
@@ -53,35 +81,48 @@ def is_wanted(library: Path) -> bool:
     return not (name.startswith(("api-ms-", "_wmi.", "_test")) or ".cp" in name)
 
 
-def take_libraries(root: Path) -> None:
+def take_libraries(root: Path, version: str) -> None:
     with tempfile.TemporaryDirectory() as wheel:
-        unpack("windows_python.txt", Path(wheel), python=VERSION, platforms=[PLATFORM])
+        unpack("windows_python.txt", Path(wheel), python=version, platforms=[PLATFORM])
         (root / "DLLs").mkdir()
         for library in sorted(Path(wheel, "deploy_libs").iterdir()):
             if is_wanted(library):
-                place = root if library.name in BESIDE_PROGRAM else root / "DLLs"
-                shutil.copy(library, place)
+                beside = library.name in {*BESIDE_PROGRAM, dll_of(version)}
+                shutil.copy(library, root if beside else root / "DLLs")
 
 
-def take_source(root: Path, systems: Path) -> None:
-    """Standard library and headers."""
-    apt = PrivateApt(systems / "apt-source", SUITE, machine_mirror(), "deb-src")
+def source(version: str, folder: Path, systems: Path) -> Path:
+    """Debian's source of a version, unpacked in the folder."""
+    apt = PrivateApt(systems / "apt-source", SUITES[version], machine_mirror(), "deb-src")
     apt.update()
+    files = apt.download_source(f"python{version}", folder)
+    (archive,) = (file for file in files if ".orig.tar." in file.name and file.suffix != ".asc")
+    with tarfile.open(archive) as tar:
+        tar.extractall(folder / "source", filter="data")
+    (unpacked,) = (folder / "source").iterdir()
+    return unpacked
+
+
+def take_source(root: Path, version: str, systems: Path) -> None:
+    """Standard library and headers."""
     with tempfile.TemporaryDirectory() as folder:
-        files = apt.download_source(f"python{VERSION}", Path(folder))
-        (archive,) = (file for file in files if file.name.endswith(".orig.tar.xz"))
-        with tarfile.open(archive) as tar:
-            tar.extractall(folder, filter="data")
-        (source,) = (path for path in Path(folder).iterdir() if path.is_dir())
-        shutil.copytree(source / "Lib", root / "Lib", ignore=shutil.ignore_patterns("test"))
-        shutil.copytree(source / "Include", root / "include")
-        shutil.copy(source / "PC" / "pyconfig.h.in", root / "include" / "pyconfig.h")
+        known = source(version if version in SUITES else PYCONFIG_VERSION, Path(folder), systems)
+        if version in SUITES:
+            library, headers = known / "Lib", known / "Include"
+        else:
+            python = interpreter(version)
+            library, headers = folder_of(python, "stdlib"), folder_of(python, "include")
+        unwanted = shutil.ignore_patterns("test", "site-packages", "lib-dynload", "__pycache__")
+        shutil.copytree(library, root / "Lib", ignore=unwanted)
+        shutil.copytree(headers, root / "include")
+        (configuration,) = known.glob("PC/pyconfig.h*")
+        shutil.copy(configuration, root / "include" / "pyconfig.h")
 
 
 def customize(root: Path) -> None:
     (root / "Lib" / "sitecustomize.py").write_text(CUSTOMIZATION, encoding="utf-8")
     # The packages of the tests lie beside the interpreter; each of its processes finds them.
-    (root / "Lib" / "site-packages").mkdir(exist_ok=True)
+    (root / "Lib" / "site-packages").mkdir()
     (root / "Lib" / "site-packages" / "packages.pth").write_text("../../../packages\n")
 
 
@@ -92,48 +133,67 @@ def exports_of(library: Path) -> list[str]:
     return [entry.name.decode() for entry in image.DIRECTORY_ENTRY_EXPORT.symbols if entry.name]
 
 
-def make_import_library(root: Path, programs: Path) -> None:
-    libs = root / "libs"
-    libs.mkdir()
-    definition = libs / f"{Path(DLL).stem}.def"
-    definition.write_text(
-        f"LIBRARY {DLL}\nEXPORTS\n" + "".join(f"{name}\n" for name in exports_of(root / DLL)),
-        encoding="utf-8",
-    )
+def definition(dll: str, exports: list[str], passed_to: str = "") -> str:
+    """What a library exports, in the linker's words; each by itself or by another library."""
+    lines = [f"{name}={passed_to}.{name}" if passed_to else name for name in exports]
+    return "\n".join([f"LIBRARY {dll}", "EXPORTS", *lines]) + "\n"
+
+
+def make_import_library(root: Path, version: str, programs: Path) -> None:
+    dll = dll_of(version)
+    library = root / import_library_of(version)
+    library.parent.mkdir()
+    described = library.with_suffix(".def")
+    described.write_text(definition(dll, exports_of(root / dll)), encoding="utf-8")
     subprocess.run(
-        [programs / "dlltool", "-m", "i386:x86-64", "-D", DLL, "-d", definition,
-         "-l", definition.with_suffix(".lib")],
+        [programs / "dlltool", "-m", "i386:x86-64", "-D", dll, "-d", described, "-l", library],
         check=True,
-    )  # fmt: skip
+    )
 
 
-def make_program(root: Path, programs: Path) -> None:
+def compile_c(programs: Path, text: str, result: Path, *words: str | Path) -> None:
     with tempfile.TemporaryDirectory() as folder:
-        source = Path(folder, "python.c")
-        source.write_text(PROGRAM, encoding="utf-8")
+        file = Path(folder, "source.c")
+        file.write_text(text, encoding="utf-8")
         subprocess.run(
-            [programs / "cc", "-target", "x86_64-windows-gnu", "-municode", "-O2",
-             "-I", root / "include", source, root / "libs" / f"{Path(DLL).stem}.lib",
-             "-o", root / "python.exe"],
+            [programs / "cc", "-target", TARGET, "-O2", "-s", file, *words,
+             "-o", Path(folder, result.name)],
             check=True,
         )  # fmt: skip
-    (root / "python.pdb").unlink(missing_ok=True)
+        # The compiler leaves more than that beside it.
+        shutil.copy(Path(folder, result.name), result)
 
 
-def windows_python(systems: Path = SYSTEMS) -> Path:
+def make_programs(root: Path, version: str, programs: Path) -> None:
+    library = root / import_library_of(version)
+    compile_c(
+        programs, PROGRAM, root / "python.exe", "-municode", "-I", root / "include", library
+    )  # fmt: skip
+    compile_c(programs, RANDOM, root / "bcryptprimitives.dll", "-shared", "-ladvapi32")
+    dll = dll_of(version)
+    with tempfile.TemporaryDirectory() as folder:
+        described = Path(folder, "python3.def")
+        described.write_text(
+            definition("python3.dll", exports_of(root / dll), passed_to=Path(dll).stem),
+            encoding="utf-8",
+        )
+        compile_c(programs, PASSING_ON, root / "python3.dll", "-shared", "-nostdlib", described)
+
+
+def windows_python(version: str = VERSION, systems: Path = SYSTEMS) -> Path:
     """The folder of the interpreter, made if it is not there."""
     programs = zig(systems)
 
     def make(root: Path) -> None:
-        take_libraries(root)
-        take_source(root, systems)
+        take_libraries(root, version)
+        take_source(root, version, systems)
         customize(root)
-        make_import_library(root, programs)
-        make_program(root, programs)
+        make_import_library(root, version, programs)
+        make_programs(root, version, programs)
 
     recipe = f"{recipe_of('windows_python.txt')}{RECIPE}"
-    return made_once(systems / "windows" / "python", recipe, make)
+    return made_once(systems / "windows" / f"python-{version}", recipe, make)
 
 
 if __name__ == "__main__":
-    print(windows_python())
+    print(windows_python(sys.argv[1] if sys.argv[1:] else VERSION))
