@@ -13,9 +13,16 @@ from pathlib import Path
 from systems.steps import PROJECT, SYSTEMS, made_once
 from systems.wheels import recipe_of, unpack
 from systems.windows_python import PLATFORM, VERSION, import_library_of, windows_python
+from systems.wine_complex import OURS, change_packages
 
 PYTHONS = ("3.11", "3.12", "3.13", "3.14")
 PACKAGES = "windows_tests.txt"
+
+
+def unpack_packages(name: str, folder: Path, version: str) -> None:
+    """What a requirements file names, made fit for Wine."""
+    unpack(name, folder, python=version, platforms=[PLATFORM])
+    change_packages(folder)
 
 
 @dataclass(frozen=True)
@@ -46,8 +53,8 @@ class Windows:
         """The folder of those that the tests need, which run with one Python; made likewise."""
         return made_once(
             SYSTEMS / "windows" / "packages",
-            recipe_of(PACKAGES),
-            lambda folder: unpack(PACKAGES, folder, python=VERSION, platforms=[PLATFORM]),
+            f"{recipe_of(PACKAGES)}{OURS}",
+            lambda folder: unpack_packages(PACKAGES, folder, VERSION),
         )
 
     @property

@@ -18,6 +18,7 @@ import pefile
 from fetch_python import SUITES
 from private_apt import PrivateApt, machine_mirror
 
+from systems import wine_complex
 from systems.linux import folder_of, interpreter
 from systems.steps import SYSTEMS, made_once
 from systems.wheels import recipe_of, unpack
@@ -27,7 +28,7 @@ VERSION = "3.13"
 PLATFORM = "win_amd64"
 TARGET = "x86_64-windows-gnu"
 # A change of what is done below makes the folders anew.
-RECIPE = "2"
+RECIPE = "3"
 # Headers tell of a system in one file alone, which has hardly changed. It is this version's where
 # Debian has no source.
 PYCONFIG_VERSION = "3.11"
@@ -151,12 +152,14 @@ def make_import_library(root: Path, version: str, programs: Path) -> None:
     )
 
 
-def compile_c(programs: Path, text: str, result: Path, *words: str | Path) -> None:
+def compile_text(
+    programs: Path, text: str, result: Path, *words: str | Path, compiler: str = "cc"
+) -> None:
     with tempfile.TemporaryDirectory() as folder:
-        file = Path(folder, "source.c")
+        file = Path(folder, "source.c" if compiler == "cc" else "source.cpp")
         file.write_text(text, encoding="utf-8")
         subprocess.run(
-            [programs / "cc", "-target", TARGET, "-O2", "-s", file, *words,
+            [programs / compiler, "-target", TARGET, "-O2", "-s", file, *words,
              "-o", Path(folder, result.name)],
             check=True,
         )  # fmt: skip
@@ -166,18 +169,22 @@ def compile_c(programs: Path, text: str, result: Path, *words: str | Path) -> No
 
 def make_programs(root: Path, version: str, programs: Path) -> None:
     library = root / import_library_of(version)
-    compile_c(
+    compile_text(
         programs, PROGRAM, root / "python.exe", "-municode", "-I", root / "include", library
     )  # fmt: skip
-    compile_c(programs, RANDOM, root / "bcryptprimitives.dll", "-shared", "-ladvapi32")
+    compile_text(programs, RANDOM, root / "bcryptprimitives.dll", "-shared", "-ladvapi32")
     dll = dll_of(version)
+    described = definition("python3.dll", exports_of(root / dll), passed_to=Path(dll).stem)
     with tempfile.TemporaryDirectory() as folder:
-        described = Path(folder, "python3.def")
-        described.write_text(
-            definition("python3.dll", exports_of(root / dll), passed_to=Path(dll).stem),
-            encoding="utf-8",
-        )
-        compile_c(programs, PASSING_ON, root / "python3.dll", "-shared", "-nostdlib", described)
+        passing_on = Path(folder, "python3.def")
+        passing_on.write_text(described, encoding="utf-8")
+        compile_text(programs, PASSING_ON, root / "python3.dll", "-shared", "-nostdlib", passing_on)
+        complex_functions = Path(folder, "complex.def")
+        complex_functions.write_text(wine_complex.definition(programs), encoding="utf-8")
+        compile_text(
+            programs, wine_complex.SOURCE, root / wine_complex.OURS, "-shared", complex_functions,
+            "-Wno-return-type-c-linkage", compiler="c++",
+        )  # fmt: skip
 
 
 def windows_python(version: str = VERSION, systems: Path = SYSTEMS) -> Path:
@@ -191,7 +198,7 @@ def windows_python(version: str = VERSION, systems: Path = SYSTEMS) -> Path:
         make_import_library(root, version, programs)
         make_programs(root, version, programs)
 
-    recipe = f"{recipe_of('windows_python.txt')}{RECIPE}"
+    recipe = f"{recipe_of('windows_python.txt')}{RECIPE}{wine_complex.SOURCE}"
     return made_once(systems / "windows" / f"python-{version}", recipe, make)
 
 

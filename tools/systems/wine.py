@@ -18,7 +18,8 @@ WINDOWS_VERSION = "win10"
 QUIET = {
     "WINEDEBUG": "-all",
     # No offers to install what none of our programs needs, no entries in the user's menus.
-    "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=",
+    # Nor a debugger, which takes minutes to say what a program died of.
+    "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe,winedbg.exe=",
 }
 
 
