@@ -20,8 +20,8 @@ vector3 cross(const vector3& left, const vector3& right) noexcept {
             left[0] * right[1] - left[1] * right[0]};
 }
 
-/// Not std::hypot, whose last digit is another in each C++ library. The squares of numbers that were
-/// stored in single precision neither overflow nor vanish.
+/// Not std::hypot, whose last digit is another in each C++ library. The squares of numbers that
+/// were stored in single precision neither overflow nor vanish.
 double length(const vector3& vector) noexcept {
     return std::sqrt(vector[0] * vector[0] + vector[1] * vector[1] + vector[2] * vector[2]);
 }
