@@ -56,9 +56,9 @@ CHAPTERS = (
         [
             Page("start"),
             Page("cookbook"),
+            Page("glossary"),
             Page("example_trial", "examples/README.md"),
             Page("systems"),
-            Page("glossary"),
         ],
     ),
     Chapter(
@@ -66,13 +66,8 @@ CHAPTERS = (
         "How to",
         "A page for each thing that one does with trials.",
         [
-            Page("reading"),
-            Page("points"),
-            Page("analogs"),
-            Page("events"),
-            Page("metadata"),
-            Page("force_platforms"),
             Page("gait"),
+            Page("force_platforms"),
             Page("plots"),
             Page("player"),
             Page("reports"),
@@ -82,6 +77,18 @@ CHAPTERS = (
             Page("opensim"),
             Page("batches"),
             Page("command_line"),
+        ],
+    ),
+    Chapter(
+        "functions",
+        "The functions",
+        "How scripts that call the `mox…` functions read and change each kind of content.",
+        [
+            Page("reading"),
+            Page("points"),
+            Page("analogs"),
+            Page("events"),
+            Page("metadata"),
         ],
     ),
     Chapter(
