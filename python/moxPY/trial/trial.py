@@ -71,7 +71,7 @@ class Trial:
         Raises
         ------
         TypeError
-            `acquisition` is none.
+            `acquisition` is no acquisition.
         """
         trial = cls.__new__(cls)
         _moxPY.data_store_swiginit(trial, acquisition)
@@ -95,7 +95,7 @@ class Trial:
         ValueError
             A number is negative, there is no sample in a frame, or the rate is not finite.
         TypeError
-            A number is none, or a count is not whole.
+            An argument is no number, or a count is not whole.
         """
         frames = whole_number(frames, "the number of frames", 0)
         ratio = whole_number(samples_per_frame, "the number of samples in a frame", 1)
@@ -159,7 +159,7 @@ class Trial:
 
     @property
     def duration(self) -> float:
-        """Seconds that all frames last. NaN without a rate."""
+        """How many seconds the frames last together. NaN without a rate."""
         return self.frames / self.rate if self.rate > 0.0 else math.nan
 
     @property

@@ -44,7 +44,7 @@ def crop(
     Raises
     ------
     ValueError
-        There is no frame in the range, a frame in it is none of the trial, or seconds are given
+        There is no frame in the range, the trial lacks a frame in it, or seconds are given
         and the trial has no rate.
     TypeError
         Frames and seconds are given.
