@@ -44,7 +44,7 @@ TRIAL: Mapping[str, Sequence[str]] = {
         "in_units",
         "merged",
     ),
-    "What it tells": ("cycles", "gait", "check", "differences", "warnings", "path"),
+    "What it tells": ("cycles", "gait", "check", "differences", "unread", "warnings", "path"),
     "Files, tables, pictures": (
         "write",
         "export",
