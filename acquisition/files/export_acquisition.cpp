@@ -40,7 +40,7 @@ bool has_c3d_extension(const std::filesystem::path& path) {
 std::filesystem::path absolute_path(const std::filesystem::path& path) {
     std::error_code failure;
     auto absolute = std::filesystem::absolute(path, failure);
-    return failure ? path : absolute;
+    return failure ? path : absolute.make_preferred();
 }
 
 void prepare_export(strata::data_store acquisition) {

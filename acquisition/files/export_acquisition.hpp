@@ -14,7 +14,8 @@ namespace mox {
 /// True when the last component of `path` ends in ".c3d", in capitals or not.
 [[nodiscard]] bool has_c3d_extension(const std::filesystem::path& path);
 
-/// `path` from the root of the file system on; `path` itself when there is no current directory.
+/// `path` from the root of the file system on, with the system's own separators; `path` itself when
+/// there is no current directory.
 [[nodiscard]] std::filesystem::path absolute_path(const std::filesystem::path& path);
 
 /// Brings force platforms and the order of the analog channels up to date. RuntimeError when only a

@@ -7,18 +7,29 @@
 
 namespace anvil {
 
+namespace {
+
+bool is_directory(const std::filesystem::path& path) noexcept {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+} // namespace
+
 std::error_code read_file::open(const std::filesystem::path& path) noexcept {
-    // Without FILE_FLAG_BACKUP_SEMANTICS a directory is refused.
+    // Without FILE_FLAG_BACKUP_SEMANTICS a directory is refused, as if it were another's.
     auto file = owned(CreateFileW(
         path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER length{};
-    if (!file.is_open())
-        return {static_cast<int>(GetLastError()), std::system_category()};
+    if (!file.is_open()) {
+        const auto reason = last_error();
+        return is_directory(path) ? std::make_error_code(std::errc::is_a_directory) : reason;
+    }
     if (GetFileType(handle_of(file)) != FILE_TYPE_DISK)
         return std::make_error_code(std::errc::invalid_argument);
     if (!GetFileSizeEx(handle_of(file), &length))
-        return {static_cast<int>(GetLastError()), std::system_category()};
+        return last_error();
     size_ = static_cast<std::uint64_t>(length.QuadPart);
     file_ = std::move(file);
     return {};
@@ -47,9 +58,8 @@ io_result read_file::read_at(std::uint64_t offset, std::span<std::byte> buffer) 
         DWORD count = 0;
         if (!ReadFile(handle_of(file_), rest.data(),
                       static_cast<DWORD>(std::min(rest.size(), most_bytes)), &count, &place)) {
-            const DWORD error = GetLastError();
-            if (error != ERROR_HANDLE_EOF)
-                result.error = std::error_code{static_cast<int>(error), std::system_category()};
+            if (GetLastError() != ERROR_HANDLE_EOF)
+                result.error = last_error();
             break;
         }
         if (count == 0)

@@ -17,10 +17,6 @@ file_handle open_to_write(const std::filesystem::path& path, DWORD access,
                              nullptr));
 }
 
-std::error_code last_error() noexcept {
-    return {static_cast<int>(GetLastError()), std::system_category()};
-}
-
 } // namespace
 
 std::error_code write_file::open(const std::filesystem::path& path) {

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import errno
 import os
 import sys
 from collections.abc import Sequence
@@ -53,6 +54,8 @@ def main(arguments: Sequence[str] | None = None) -> int:
         return PIPE_CLOSED
     except OSError as error:  # of standard output: what files bring is caught at the file
         _drop_output()
+        if os.name == "nt" and error.errno == errno.EINVAL:  # how Windows says it of a pipe
+            return PIPE_CLOSED
         write_line(f"moxpy: {error.strerror or error}", sys.stderr)
         return 2
 
