@@ -5,6 +5,7 @@ from __future__ import annotations
 import os
 import tempfile
 from collections.abc import Callable
+from importlib.util import find_spec
 from pathlib import Path
 from typing import TYPE_CHECKING
 
@@ -16,6 +17,11 @@ if TYPE_CHECKING:
 # Before anything imports the module, which looks for its log folder once.
 _state_folder = tempfile.TemporaryDirectory(prefix="moxpy-tests-", ignore_cleanup_errors=True)
 os.environ["ORVANE_STATE_DIR"] = _state_folder.name
+
+# Windows looks for libraries beside a module and in folders that it was told of. Those of the
+# probe lie beside the module under test, which a test may import after it.
+if os.name == "nt" and (_module := find_spec("_moxPY")) and _module.origin:
+    os.add_dll_directory(str(Path(_module.origin).parent))  # type: ignore[attr-defined, unused-ignore]
 
 
 def pytest_unconfigure() -> None:

@@ -24,6 +24,7 @@ from moxPY.batch.results import AHEAD
 from support import batch_functions as functions
 from support.c3d_bytes import c3d_bytes
 from support.read_c3d import track
+from support.systems import interruptible
 
 FOREIGN = b"this is no trial"
 FORMS = ["threads", "processes"]
@@ -361,6 +362,7 @@ except KeyboardInterrupt:
 """
 
 
+@interruptible
 def test_an_interrupt_cancels_what_waits_and_leaves_no_thread(folder: Path):
     child = subprocess.Popen(
         [sys.executable, "-c", INTERRUPTED, folder],
@@ -393,6 +395,7 @@ if __name__ == "__main__":
 """
 
 
+@interruptible
 def test_an_interrupt_leaves_processes_that_begin_alone(folder: Path, tmp_path: Path):
     script = tmp_path / "stubborn.py"
     script.write_text(STUBBORN)

@@ -10,7 +10,7 @@ import numpy as np
 import pytest
 from support.agreement import assert_agreement
 from support.failures import failure_of
-from support.memory import address_space, under_a_sanitizer
+from support.memory import address_space, limited, under_a_sanitizer
 from support.read_c3d import read_c3d
 from support.readings import ANALOG_GROUP, POINT_GROUPS, group_node
 from support.small_trials import (
@@ -175,6 +175,7 @@ def test_no_residual_of_the_former_frames_is_left(tmp_path: Path, factor: float)
     assert "Residuals" not in group_node(trial, POINT_GROUPS["Markers"])["sets"]["A"]["attributes"]
 
 
+@limited
 @pytest.mark.skipif(under_a_sanitizer(), reason="the sanitizer's memory")
 def test_samples_beyond_memory_leave_everything(trial: Any) -> None:
     factor = 2**18

@@ -14,6 +14,7 @@ import moxPY
 import pytest
 from moxPY.commands.program import COMMANDS
 from support.command_line import PROGRAM, environment, on_terminal, piped
+from support.systems import posix
 
 Call = Callable[..., Any]
 
@@ -92,7 +93,7 @@ def test_without_words_the_commands_are_listed(call: Call):
 
 def test_errors_of_other_processes_do_not_repeat_the_name_of_the_file(walk: Path):
     # So many files go to processes, which know them by their whole paths.
-    names = [f"../{walk.parent.name}/cut{number}.c3d" for number in range(16)]
+    names = [str(Path("..", walk.parent.name, f"cut{number}.c3d")) for number in range(16)]
     for name in names:
         (walk.parent / name).write_bytes(walk.read_bytes()[:100])
     names.append("missing.c3d")
@@ -114,9 +115,11 @@ def test_a_reader_that_has_enough_ends_a_command_silently(walk: Path):
         stderr=subprocess.PIPE,
     )
     assert process.stdout
+    assert process.stderr
     process.stdout.close()
-    _, err = process.communicate()
-    assert (process.returncode, err) == (141, b"")
+    with process.stderr as stderr:
+        err = stderr.read()
+    assert (process.wait(), err) == (141, b"")
 
 
 @pytest.mark.skipif(not Path("/dev/full").exists(), reason="there is no full device")
@@ -133,6 +136,7 @@ def test_output_that_cannot_be_written_is_an_error(walk: Path):
     assert (finished.returncode, finished.stderr) == (2, "moxpy: No space left on device\n")
 
 
+@posix
 @pytest.mark.parametrize("closed", [(1,), (2,), (1, 2)])
 def test_a_stream_that_is_closed_takes_what_is_printed(
     closed: tuple[int, ...], walk: Path, tmp_path: Path

@@ -6,7 +6,8 @@ import webbrowser
 from collections.abc import Callable
 from pathlib import Path
 from typing import Any
-from urllib.parse import unquote, urlsplit
+from urllib.parse import urlsplit
+from urllib.request import url2pathname
 
 import moxPY
 import pytest
@@ -43,7 +44,7 @@ def test_the_browser_shows_a_page_that_stays(
     monkeypatch.setattr(webbrowser, "open", lambda url: not opened.append(url))
     code, out, err = call("view", walk)
     assert (code, err) == (0, "")
-    page = Path(unquote(urlsplit(opened[0]).path))
+    page = Path(url2pathname(urlsplit(opened[0]).path))
     assert (out, page.name) == (f"{page}\n", "walk.html")
     assert content_in(page.read_text("utf-8"))["name"] == "walk.c3d"
 

@@ -10,7 +10,7 @@ import _moxPY
 import numpy as np
 import pytest
 from devices.plates import Plate, read_plates
-from support.memory import address_space
+from support.memory import address_space, limited
 
 SAMPLES = 300_000
 WRENCH = 9 * 8 * SAMPLES
@@ -35,6 +35,7 @@ def test_a_wrench_is_whole_or_an_error(tmp_path: Path, read: Callable[[Any], Any
     assert not np.isnan(read(acquisition)[0]["P"]).any()
 
 
+@limited
 @wrench_functions
 def test_lists_that_no_memory_holds_are_refused(read: Callable[[Any], Any]) -> None:
     acquisition = _moxPY.moxNewAcquisition(0, 1_000_000, 0, 1)

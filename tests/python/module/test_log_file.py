@@ -40,11 +40,13 @@ def test_the_variable_names_the_folder(package: PackageCopy):
     assert lines_of(folder / "trace.log") == package.start_lines
 
 
+@posix
 def test_without_the_variable_the_log_lies_in_the_state_folder(package: PackageCopy):
     package.output_of(IMPORT, ORVANE_STATE_DIR=None, XDG_STATE_HOME=str(package.folder / "xdg"))
     assert lines_of(package.folder / "xdg/Tarvex/Orvane/trace.log") == package.start_lines
 
 
+@posix
 @pytest.mark.parametrize("xdg", [None, "", "relative/folder"])
 def test_without_a_state_folder_the_log_lies_in_the_home_folder(
     package: PackageCopy, xdg: str | None

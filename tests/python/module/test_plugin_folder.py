@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import shutil
 from pathlib import Path
 
@@ -165,13 +166,13 @@ def test_a_plugin_that_is_cut_short_is_refused(package: PackageCopy):
     path = package.add_test_plugin("noting")
     path.write_bytes(path.read_bytes()[:2000])
     package.output_of("import _moxPY")
-    assert package.log() == [
-        *package.start_lines,
-        refusal(
-            path,
-            "it is cut short: its headers speak of more than the 2000 bytes that are there",
-        ),
-    ]
+    # A library that is too short kills a process on POSIX; Windows itself refuses it.
+    reason = (
+        "it is cut short: its headers speak of more than the 2000 bytes that are there"
+        if os.name == "posix"
+        else "it is no shared library"
+    )
+    assert package.log() == [*package.start_lines, refusal(path, reason)]
 
 
 def test_a_library_that_is_no_plugin_is_refused(package: PackageCopy):
@@ -211,7 +212,7 @@ def test_bad_plugins_do_not_keep_good_ones_out(package: PackageCopy, trial: Path
 def test_a_failed_import_of_a_file_gives_every_problem_a_line(package: PackageCopy, tmp_path: Path):
     package.add_test_plugin("noting")
     path = tmp_path / "bad.probe"
-    path.write_text("PROBE\nno frames\nno points\n")
+    path.write_bytes(b"PROBE\nno frames\nno points\n")
     assert package.output_of(READ, path) == "no frames\n\t - no points\n"
 
 

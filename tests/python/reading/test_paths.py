@@ -14,7 +14,7 @@ import pytest
 from reading.fresh_process import run_python
 from support.c3d_bytes import c3d_bytes
 from support.read_c3d import points_of, read_bytes, track
-from support.systems import posix
+from support.systems import make_link, posix
 
 CONTENT = c3d_bytes({"A": track(3)})
 NO_STR = (
@@ -129,19 +129,17 @@ def test_a_name_of_bytes_that_are_no_text(tmp_path: Path) -> None:
     assert_reads(name)
 
 
-@posix
 def test_symbolic_links_are_followed(tmp_path: Path) -> None:
     (tmp_path / "trial.c3d").write_bytes(CONTENT)
     (tmp_path / "folder").mkdir()
-    (tmp_path / "one").symlink_to("trial.c3d")
-    (tmp_path / "folder" / "two").symlink_to("../one")
+    make_link(tmp_path / "one", "trial.c3d")
+    make_link(tmp_path / "folder" / "two", "../one")
     assert_reads(str(tmp_path / "folder" / "two"))
 
 
-@posix
 def test_links_that_lead_nowhere(tmp_path: Path) -> None:
-    (tmp_path / "dangling").symlink_to("none.c3d")
-    (tmp_path / "loop").symlink_to("loop")
+    make_link(tmp_path / "dangling", "none.c3d")
+    make_link(tmp_path / "loop", "loop")
     for link in ("dangling", "loop"):
         name = str(tmp_path / link)
         assert refusal(name) == f"The filename '{name}' does not exist"

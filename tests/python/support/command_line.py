@@ -9,7 +9,7 @@ import sys
 from pathlib import Path
 from typing import Any
 
-from console_blocks import shown
+import pytest
 
 PROGRAM = [sys.executable, "-m", "moxPY"]
 
@@ -31,12 +31,17 @@ def piped(*words: str | bytes | Path, **options: Any) -> subprocess.CompletedPro
 
 def on_terminal(*words: str | Path, folder: Path | None = None) -> tuple[int, str]:
     """Run a command on a terminal of 80 columns: its exit code and all that it shows."""
+    pytest.importorskip("pty", reason="terminals are made for tests on POSIX alone")
+    from console_blocks import shown
+
     env = environment(PYTHONIOENCODING="utf-8")
     return shown([*PROGRAM, *words], folder or Path.cwd(), env)
 
 
 def started(*words: str | Path, **options: Any) -> subprocess.Popen[str]:
     """A command that runs, and that Ctrl-C reaches, however the tests were started."""
+    if os.name != "posix":
+        pytest.skip("Ctrl-C reaches a process by itself on POSIX alone")
     return subprocess.Popen(
         [*PROGRAM, *words],
         env=environment(PYTHONIOENCODING="utf-8", PYTHONUNBUFFERED="1"),

@@ -2,10 +2,18 @@
 
 from __future__ import annotations
 
-import os
+import sys
 from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
+
+import pytest
+
+STATE = Path("/proc/self/statm")
+# Below Wine there is such a file too, of the system that Wine runs on.
+CAN_BE_LIMITED = sys.platform == "linux" and STATE.exists()
+# For what would take all memory of the machine, or not fail, without the limit.
+limited = pytest.mark.skipif(not CAN_BE_LIMITED, reason="memory is limited on Linux alone")
 
 
 def under_a_sanitizer() -> bool:
@@ -17,12 +25,12 @@ def under_a_sanitizer() -> bool:
 @contextmanager
 def address_space(bytes_more: int) -> Iterator[None]:
     """Lets this process map no more than so many bytes beyond what it has, where that can be."""
-    if os.name != "posix" or not Path("/proc/self/statm").exists() or under_a_sanitizer():
+    if not CAN_BE_LIMITED or under_a_sanitizer():
         yield
         return
     import resource
 
-    pages = int(Path("/proc/self/statm").read_text().split()[0])
+    pages = int(STATE.read_text().split()[0])
     before = resource.getrlimit(resource.RLIMIT_AS)
     held = pages * resource.getpagesize()
     resource.setrlimit(resource.RLIMIT_AS, (held + bytes_more, before[1]))

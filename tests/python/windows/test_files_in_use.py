@@ -85,7 +85,7 @@ def test_a_file_marked_read_only_is_not_replaced(trial: mox.Trial, old: Path) ->
         kind, text = failure_of(_moxPY.moxWriteAcquisition, trial, str(old))
         assert kind is RuntimeError
         # Root of the system below Wine may write to it, so that it is known only at the end.
-        denied = "Export to c3d failed : The file could not be completed: Access denied."
+        denied = "Export to c3d failed : The file could not be completed: Permission denied"
         assert text == (denied if under_wine() else refusal(old))
         assert_old_alone(old)
     finally:
