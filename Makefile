@@ -41,7 +41,7 @@ help:
 	@echo "make test-aarch64   the same for 64-bit ARM, emulated; make test-aarch64-minimal does the least"
 	@echo "make test-agreement the same files read and written on all three systems, compared to the bit"
 	@echo "make test-everywhere  all of these, and the wheels; hours"
-	@echo "make wheels         wheels for Linux of all Pythons, with old C libraries, checked and tried"
+	@echo "make wheels         wheels for Linux and Windows of all Pythons, checked and tried"
 	@echo "make wheel          a self-contained wheel in dist/"
 	@echo "make sdist          the source archive in dist/, with the C++ headers that it needs"
 	@echo "make test-wheel     install that wheel into an empty environment and use it"

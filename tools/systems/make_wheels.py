@@ -20,19 +20,25 @@ from run_tests import Tally
 
 from systems.aarch64 import aarch64_python
 from systems.audit import require_platform
+from systems.audit_windows import require_windows
 from systems.linux import PROCESSORS, PYTHONS, Linux, interpreter
 from systems.pack_wheel import pack_wheel
 from systems.steps import PROJECT, SYSTEMS
 from systems.try_wheel import try_in_empty_environment, try_with_folders
+from systems.try_windows_wheel import try_under_wine
+from systems.windows import PYTHONS as WINDOWS_PYTHONS
+from systems.windows import Windows
+from systems.windows_python import dll_of
 
 CARRIED = PROJECT / "build" / "carried"
+Target = Linux | Windows
 
 
-def name_of(target: Linux) -> str:
+def name_of(target: Target) -> str:
     return f"{target.python_tag}-{target.platform_tag}"
 
 
-def build(target: Linux, parallel: int) -> Path:
+def build(target: Target, parallel: int) -> Path:
     """The build tree, one for all Pythons: what knows none of them is compiled once."""
     tree = SYSTEMS / "wheels" / target.platform_tag
     settings = {**target.settings, "MOX_CARRIED_DIR": CARRIED}
@@ -49,8 +55,18 @@ def build(target: Linux, parallel: int) -> Path:
     return tree
 
 
-def tried(target: Linux, wheel: Path) -> Tally | None:
+def check(target: Target, wheel: Path) -> None:
+    """Throw NotPortable where the wheel needs more of a system than its name says."""
+    if isinstance(target, Windows):
+        require_windows(wheel, dll_of(target.version))
+    else:
+        require_platform(wheel, target.platform_tag)
+
+
+def tried(target: Target, wheel: Path) -> Tally | None:
     """Counts of the minimal tests; none where there is no such interpreter."""
+    if isinstance(target, Windows):
+        return try_under_wine(wheel, target)
     if target.processor == "x86_64":
         return try_in_empty_environment(wheel, interpreter(target.version))
     if target.version not in SUITES:
@@ -59,16 +75,19 @@ def tried(target: Linux, wheel: Path) -> Tally | None:
     return try_with_folders(wheel, python, target.version, target.test_platforms)
 
 
-def make_wheel(target: Linux, dist: Path, parallel: int) -> tuple[Path, Tally | None]:
+def make_wheel(target: Target, dist: Path, parallel: int) -> tuple[Path, Tally | None]:
     tree = build(target, parallel)
     tag = f"{target.python_tag}-{target.python_tag}"
     wheel = pack_wheel(tree, f"{tag}-{target.platform_tag}", CARRIED / "licences", dist)
-    require_platform(wheel, target.platform_tag)
+    check(target, wheel)
     return wheel, tried(target, wheel)
 
 
-def wanted(patterns: list[str]) -> list[Linux]:
-    targets = [Linux(processor, version) for processor in PROCESSORS for version in PYTHONS]
+def wanted(patterns: list[str]) -> list[Target]:
+    targets: list[Target] = [
+        *(Linux(processor, version) for processor in PROCESSORS for version in PYTHONS),
+        *(Windows(version) for version in WINDOWS_PYTHONS),
+    ]
     return [
         target
         for target in targets

@@ -10,6 +10,7 @@ import sys
 from dataclasses import dataclass
 from pathlib import Path
 
+from systems.linux import interpreter
 from systems.steps import PROJECT, SYSTEMS, made_once
 from systems.wheels import recipe_of, unpack
 from systems.windows_python import PLATFORM, VERSION, import_library_of, windows_python
@@ -64,6 +65,8 @@ class Windows:
             "CMAKE_TOOLCHAIN_FILE": self.toolchain,
             "MOX_SYSTEMS_DIR": SYSTEMS,
             "MOX_PYTHON_SOABI": f"{self.python_tag}-{self.platform_tag}",
+            # Of the same version as the headers, or CMake finds that they do not belong together.
+            "Python_EXECUTABLE": interpreter(self.version),
             "Python_INCLUDE_DIR": self.python / "include",
             "Python_LIBRARY": self.python / import_library_of(self.version),
             # Its headers tell systems apart, but no Pythons.

@@ -7,6 +7,7 @@ import pytest
 from systems import linux
 from systems.aarch64 import script
 from systems.audit import NotPortable, allowed_platform, glibc_of
+from systems.audit_windows import foreign
 from systems.linux import Linux
 from systems.make_wheels import name_of, wanted
 from systems.pack_wheel import with_tag
@@ -31,6 +32,10 @@ def test_a_wheel_is_made_for_each_python_and_processor():
         "cp312-manylinux_2_17_aarch64",
         "cp313-manylinux_2_17_aarch64",
         "cp314-manylinux_2_17_aarch64",
+        "cp311-win_amd64",
+        "cp312-win_amd64",
+        "cp313-win_amd64",
+        "cp314-win_amd64",
     ]
 
 
@@ -39,6 +44,17 @@ def test_a_pattern_says_which_wheels_are_meant():
         Linux("x86_64", "3.11"),
         Linux("aarch64", "3.13"),
     ]
+
+
+def test_a_wheel_for_windows_needs_itself_its_python_and_what_every_windows_has():
+    libraries = {
+        "__init__.cp313-win_amd64.pyd": ["python313.dll", "libstrata_core.dll", "KERNEL32.dll"],
+        "libstrata_core.dll": ["api-ms-win-crt-heap-l1-1-0.dll", "SHELL32.dll"],
+    }
+    assert foreign(libraries, "python313.dll") == []
+    assert foreign(libraries, "python312.dll") == ["__init__.cp313-win_amd64.pyd: python313.dll"]
+    libraries["libstrata_core.dll"] += ["libc++.dll"]
+    assert foreign(libraries, "python313.dll") == ["libstrata_core.dll: libc++.dll"]
 
 
 def test_the_compiler_keeps_to_the_c_library_that_the_names_promise():
