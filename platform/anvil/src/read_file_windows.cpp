@@ -9,7 +9,7 @@ namespace anvil {
 
 namespace {
 
-bool is_directory(const std::filesystem::path& path) noexcept {
+bool names_folder(const std::filesystem::path& path) noexcept {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
@@ -24,7 +24,7 @@ std::error_code read_file::open(const std::filesystem::path& path) noexcept {
     LARGE_INTEGER length{};
     if (!file.is_open()) {
         const auto reason = last_error();
-        return is_directory(path) ? std::make_error_code(std::errc::is_a_directory) : reason;
+        return names_folder(path) ? std::make_error_code(std::errc::is_a_directory) : reason;
     }
     if (GetFileType(handle_of(file)) != FILE_TYPE_DISK)
         return std::make_error_code(std::errc::invalid_argument);
