@@ -20,6 +20,7 @@ namespace {
 
 std::vector<std::string_view> kinds_in_files() {
     std::vector<std::string_view> kinds;
+    kinds.reserve(schema::point_kinds_in_files.size() + 2);
     for (const auto* kind : schema::point_kinds_in_files)
         kinds.push_back(kind->group_name);
     kinds.emplace_back(schema::name::analogs);

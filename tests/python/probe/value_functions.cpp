@@ -1,5 +1,6 @@
 #include "store/python.hpp"
 
+#include <cstdint>
 #include <string>
 
 #include <strata/data_store.hpp>
@@ -83,7 +84,8 @@ py_ref as_matrix(PyObject* value) { return mox::as_matrix(value); }
 void write_matrix(strata::data_store store, const std::string& path, PyObject* value,
                   int first_column) {
     const auto matrix = mox::as_matrix(value);
-    write_matrix_columns(set_at(store, path), matrix.array(), first_column);
+    write_matrix_columns(set_at(store, path), matrix.array(),
+                         static_cast<std::uint64_t>(first_column));
 }
 
 } // namespace

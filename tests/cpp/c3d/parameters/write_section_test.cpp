@@ -1,6 +1,8 @@
 #include "plugins/c3d/parameters/write_section.hpp"
 
 #include <array>
+#include <cstdint>
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 
@@ -167,7 +169,7 @@ TEST(ParameterTree, HasAtMost127Groups) {
 
 TEST(ParameterTree, KeepsIdsThatAreFree) {
     parameter_tree tree;
-    for (std::uint8_t id : {9, 2, 9}) {
+    for (const std::uint8_t id : std::initializer_list<std::uint8_t>{9, 2, 9}) {
         written_group group;
         group.name = "G" + std::to_string(tree.groups().size());
         group.id = id;
