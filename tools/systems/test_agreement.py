@@ -44,10 +44,13 @@ def make_files() -> None:
 
 
 def said_by(words: list[str | Path], variables: Mapping[str, str]) -> Said:
+    # Through pipes: a program under Wine cannot use a file for what it prints.
     told = subprocess.run(
         words, cwd=PROJECT, env={**os.environ, **variables}, stdin=subprocess.DEVNULL,
-        stdout=subprocess.PIPE, check=True,
+        capture_output=True, check=False,
     )  # fmt: skip
+    sys.stderr.buffer.write(told.stderr)
+    told.check_returncode()
     lines = [json.loads(line) for line in told.stdout.splitlines()]
     return {line.pop("file"): line for line in lines}
 
