@@ -101,7 +101,8 @@ CHAPTERS = (
             Page("quirks"),
             Page("c3d"),
             Page("promises"),
-            Page("benchmarks", "benchmarks/README.md"),
+            Page("benchmarks"),
+            Page("measuring", "benchmarks/README.md"),
         ],
         [
             ("reference/trial", "`moxPY.Trial`: one recording with everything in it."),
